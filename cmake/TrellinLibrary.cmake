@@ -1,0 +1,43 @@
+# trellin_library(<name> [RECURSE] [DEPS <targets>...])
+#
+# Declares the library of the current folder from every .cpp file in it (with RECURSE, in its
+# sub-folders too).
+# A folder with no sources yet becomes an INTERFACE library, so that its dependants link already.
+# Public headers are included by their path from the repository root: #include "platform/runtime/Currency.h".
+function(trellin_library name)
+  cmake_parse_arguments(ARG "RECURSE" "" "DEPS" ${ARGN})
+  if(ARG_RECURSE)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  else()
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  endif()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC
+      $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/trellin>)
+    target_link_libraries(${name} PUBLIC ${ARG_DEPS})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE
+      $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/trellin>)
+    target_link_libraries(${name} INTERFACE ${ARG_DEPS})
+  endif()
+  add_library(Trellin::${name} ALIAS ${name})
+endfunction()
+
+# trellin_test(<name> DEPS <targets>...)
+#
+# One GoogleTest binary from every .cpp file in the current test folder; its cases are
+# registered with CTest one by one.
+function(trellin_test name)
+  cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE
+    TRELLIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}" TRELLIN_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,60 @@
+#pragma once
+// Money: an exact fixed-point amount held as a 64-bit count of ten-thousandths.
+
+#include <cstdint>
+#include <compare>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace trellin {
+
+class Currency {
+ public:
+  static constexpr std::int64_t kScale = 10000;
+
+  constexpr Currency() = default;
+
+  // The amount whose count of ten-thousandths is `raw`.
+  static constexpr Currency FromRaw(std::int64_t raw) {
+    Currency c;
+    c.raw_ = raw;
+    return c;
+  }
+  static constexpr Currency FromWhole(std::int64_t units) { return FromRaw(units * kScale); }
+  // Nearest amount to `value`, half a ten-thousandth rounded away from zero.
+  // Throws std::range_error when `value` is not finite or out of range.
+  static Currency FromDouble(double value);
+  // Parses "-1234.5", "1,234.56", "(12.00)", "$5"; nullopt for anything else or more than
+  // four decimals that are not zero.
+  [[nodiscard]] static std::optional<Currency> Parse(std::string_view text);
+
+  [[nodiscard]] constexpr std::int64_t Raw() const { return raw_; }
+  [[nodiscard]] double ToDouble() const { return static_cast<double>(raw_) / kScale; }
+  // Plain text with as few decimals as needed: "1234.5", "-0.0001", "0".
+  [[nodiscard]] std::string ToString() const;
+
+  // Rounds to `digits` decimal places, half away from zero; digits may be 4 down to -3
+  // (-3 rounds to whole thousands: 499 -> 0, 500 -> 1000).
+  [[nodiscard]] Currency Round(int digits) const;
+
+  constexpr Currency operator-() const { return FromRaw(-raw_); }
+  constexpr Currency operator+(Currency o) const { return FromRaw(raw_ + o.raw_); }
+  constexpr Currency operator-(Currency o) const { return FromRaw(raw_ - o.raw_); }
+  constexpr Currency& operator+=(Currency o) { raw_ += o.raw_; return *this; }
+  constexpr Currency& operator-=(Currency o) { raw_ -= o.raw_; return *this; }
+  // Exact for whole-number factors.
+  constexpr Currency operator*(std::int64_t n) const { return FromRaw(raw_ * n); }
+  // Product rounded to the nearest ten-thousandth, half away from zero.
+  [[nodiscard]] Currency Times(double factor) const;
+  // Quotient rounded to the nearest ten-thousandth, half away from zero.
+  // Throws std::domain_error on a zero divisor.
+  [[nodiscard]] Currency DividedBy(double divisor) const;
+
+  constexpr auto operator<=>(const Currency&) const = default;
+
+ private:
+  std::int64_t raw_ = 0;
+};
+
+}  // namespace trellin
