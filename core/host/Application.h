@@ -1,0 +1,85 @@
+#pragma once
+// The application object the report service is given at Initialise: calendar, options, tax.
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "core/host/Parameters.h"
+#include "platform/runtime/Date.h"
+#include "platform/runtime/Variant.h"
+
+namespace trellin {
+
+struct FinancialYear {
+  std::int64_t Id = 0;
+  std::string Name;
+  Date DateStart;
+  Date DateEnd;
+};
+
+// Raised by FinancialCalendar::Year for an id the calendar does not know.
+class NoSuchYear : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+class FinancialCalendar {
+ public:
+  virtual ~FinancialCalendar() = default;
+  // The current date of each ledger (the argument is passed through; True in the report code).
+  [[nodiscard]] virtual Date CurrentDateAP(bool reserved = true) const = 0;
+  [[nodiscard]] virtual Date CurrentDateAR(bool reserved = true) const = 0;
+  [[nodiscard]] virtual Date CurrentDateGL(bool reserved = true) const = 0;
+  // Id of the financial year that holds `date`, 0 when none does.
+  [[nodiscard]] virtual std::int64_t YearIdFromDate(Date date) const = 0;
+  // Throws NoSuchYear.
+  [[nodiscard]] virtual FinancialYear Year(std::int64_t id) const = 0;
+  // Every year the company has, oldest first.
+  [[nodiscard]] virtual std::vector<FinancialYear> Years() const = 0;
+};
+
+// The kinds of record that carry user-defined fields.
+enum class UserDefinedKind { Asset, Item, OtherParty, Transactions, Job };
+
+struct UserDefinedField {
+  std::string Name;  // empty when the position is unused
+  int Type = 0;      // 0 text, 1 number, 2 date, 3 yes/no, 4 list
+};
+
+class Options {
+ public:
+  virtual ~Options() = default;
+  [[nodiscard]] virtual std::string Country() const = 0;  // "NZ", "AU", ...
+  [[nodiscard]] virtual bool SuburbInCityField() const = 0;
+  [[nodiscard]] virtual std::int16_t ItemCodeSetting() const = 0;
+  // Positions 1 to 20.
+  [[nodiscard]] virtual UserDefinedField UserDefinedFields(UserDefinedKind kind, int position) const = 0;
+  [[nodiscard]] virtual std::string TemplateFolder() const = 0;
+  [[nodiscard]] virtual bool JobActualCharges() const = 0;
+};
+
+class Tax {
+ public:
+  virtual ~Tax() = default;
+  [[nodiscard]] virtual std::string TaxName() const = 0;  // "GST"
+  [[nodiscard]] virtual double Rate() const = 0;          // percent, 15 for 15%
+};
+
+class Application : public Object {
+ public:
+  [[nodiscard]] virtual const trellin::FinancialCalendar& FinancialCalendar() const = 0;
+  [[nodiscard]] virtual const trellin::Options& Options() const = 0;
+  [[nodiscard]] virtual const trellin::Tax& Tax() const = 0;
+  // Each adds one list parameter for every user-defined field of that kind.
+  virtual void AddUserDefinedParametersAsset(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersItem(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersOtherParty(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersTransactions(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  // Replaces the application's place holders in `text`, dated `date_as_at`.
+  [[nodiscard]] virtual std::string SubstituteString(const std::string& text, Date date_as_at) const = 0;
+};
+
+}  // namespace trellin
