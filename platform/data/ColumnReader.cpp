@@ -1,0 +1,126 @@
+#include "platform/data/ColumnReader.h"
+
+#include <charconv>
+#include <cmath>
+#include <string>
+
+#include "core/host/Database.h"
+
+namespace trellin::data {
+
+namespace {
+
+std::string_view TextOf(sqlite3_stmt* stmt, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, column));
+  return text == nullptr ? std::string_view() : std::string_view(text, sqlite3_column_bytes(stmt, column));
+}
+
+[[noreturn]] void Misfit(sqlite3_stmt* stmt, int column, const ResultField& field,
+                         std::string_view kind) {
+  throw DatabaseError("the column '" + field.info.name + "' holds '" +
+                      std::string(TextOf(stmt, column)) + "', which is not " + std::string(kind));
+}
+
+std::optional<std::int64_t> ParseWhole(std::string_view text) {
+  std::int64_t value = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+std::optional<double> ParseReal(std::string_view text) {
+  double value = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+Variant ReadAsStored(sqlite3_stmt* stmt, int column) {
+  switch (sqlite3_column_type(stmt, column)) {
+    case SQLITE_INTEGER:
+      return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
+    case SQLITE_FLOAT:
+      return Variant(sqlite3_column_double(stmt, column));
+    case SQLITE_NULL:
+      return Variant::Null();
+    default:
+      return Variant(TextOf(stmt, column));
+  }
+}
+
+Variant ReadLong(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  switch (sqlite3_column_type(stmt, column)) {
+    case SQLITE_INTEGER:
+      return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
+    case SQLITE_FLOAT:
+      // A whole-number column computed in floating point: rounded half to even, as CLng does.
+      return Variant(static_cast<std::int64_t>(std::nearbyint(sqlite3_column_double(stmt, column))));
+    default:
+      if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(*n);
+      Misfit(stmt, column, field, "a whole number");
+  }
+}
+
+Variant ReadDouble(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  int storage = sqlite3_column_type(stmt, column);
+  if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) {
+    return Variant(sqlite3_column_double(stmt, column));
+  }
+  if (auto d = ParseReal(TextOf(stmt, column))) return Variant(*d);
+  Misfit(stmt, column, field, "a number");
+}
+
+Variant ReadCurrency(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  switch (sqlite3_column_type(stmt, column)) {
+    case SQLITE_INTEGER:
+      return Variant(Currency::FromRaw(sqlite3_column_int64(stmt, column)));
+    case SQLITE_FLOAT: {
+      // Ten-thousandths that went through floating point (a product or a quotient): the
+      // nearest whole count is the exact amount.
+      double raw = sqlite3_column_double(stmt, column);
+      if (!std::isfinite(raw) || std::fabs(raw) > 9.2e18) Misfit(stmt, column, field, "an amount");
+      return Variant(Currency::FromRaw(std::llround(raw)));
+    }
+    default:
+      if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(Currency::FromRaw(*n));
+      Misfit(stmt, column, field, "an amount");
+  }
+}
+
+Variant ReadDate(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  if (sqlite3_column_type(stmt, column) == SQLITE_TEXT) {
+    if (auto date = Date::FromIso(TextOf(stmt, column))) return Variant(*date);
+  }
+  Misfit(stmt, column, field, "a date");
+}
+
+Variant ReadBoolean(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  int storage = sqlite3_column_type(stmt, column);
+  if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) {
+    return Variant(sqlite3_column_double(stmt, column) != 0);
+  }
+  std::string_view text = TextOf(stmt, column);
+  if (text == "1" || text == "-1" || text == "True" || text == "true") return Variant(true);
+  if (text == "0" || text == "False" || text == "false") return Variant(false);
+  Misfit(stmt, column, field, "True or False");
+}
+
+using Reader = Variant (*)(sqlite3_stmt*, int, const ResultField&);
+
+// One reader per field type, in the order of FieldType.
+constexpr Reader kReaders[] = {
+    [](sqlite3_stmt* stmt, int column, const ResultField&) {
+      return Variant(TextOf(stmt, column));
+    },
+    ReadLong, ReadDouble, ReadCurrency, ReadDate, ReadBoolean,
+};
+
+}  // namespace
+
+Variant ReadColumn(sqlite3_stmt* stmt, int column, const ResultField& field) {
+  if (sqlite3_column_type(stmt, column) == SQLITE_NULL) return Variant::Null();
+  if (!field.typed) return ReadAsStored(stmt, column);
+  return kReaders[static_cast<int>(field.info.type)](stmt, column, field);
+}
+
+}  // namespace trellin::data

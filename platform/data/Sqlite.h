@@ -1,0 +1,58 @@
+#pragma once
+// Owning handles for an SQLite connection and a prepared statement, with errors as
+// DatabaseError.
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/host/Database.h"
+
+namespace trellin::data {
+
+// One open connection. Shared by the database and the recordsets still streaming from it, so
+// that it closes only when the last of them is gone.
+class Connection {
+ public:
+  // Takes ownership of `db` (which may be null after a failed open).
+  explicit Connection(sqlite3* db) : db_(db) {}
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection();
+
+  [[nodiscard]] sqlite3* Handle() const { return db_; }
+  // The connection's last error message.
+  [[nodiscard]] std::string LastMessage() const;
+  // Runs statements that return no rows. Throws DatabaseError with `what` and SQLite's message.
+  void Execute(const char* sql, std::string_view what);
+
+ private:
+  sqlite3* db_;
+};
+
+// A prepared statement. Step() returns true while there is a row.
+class Statement {
+ public:
+  // Throws DatabaseError with SQLite's message when the text does not prepare; the caller adds
+  // which query it was.
+  Statement(std::shared_ptr<Connection> connection, std::string_view sql);
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  ~Statement();
+
+  [[nodiscard]] sqlite3_stmt* Handle() const { return stmt_; }
+  [[nodiscard]] const std::shared_ptr<Connection>& Owner() const { return connection_; }
+  void BindText(int index, std::string_view text);
+  // True on a row, false when done; throws DatabaseError on failure.
+  [[nodiscard]] bool Step();
+  // Back to before the first row, to run again.
+  void Reset();
+
+ private:
+  std::shared_ptr<Connection> connection_;
+  sqlite3_stmt* stmt_ = nullptr;
+};
+
+}  // namespace trellin::data
