@@ -1,9 +1,10 @@
 #pragma once
 // Money: an exact fixed-point amount held as a 64-bit count of ten-thousandths.
 
-#include <cstdint>
 #include <compare>
+#include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,8 @@ class Currency {
     c.raw_ = raw;
     return c;
   }
-  static constexpr Currency FromWhole(std::int64_t units) { return FromRaw(units * kScale); }
+  // Throws std::range_error past what a Currency holds.
+  static constexpr Currency FromWhole(std::int64_t units) { return FromRaw(units) * kScale; }
   // Nearest amount to `value`, half a ten-thousandth rounded away from zero.
   // Throws std::range_error when `value` is not finite or out of range.
   static Currency FromDouble(double value);
@@ -38,13 +40,26 @@ class Currency {
   // (-3 rounds to whole thousands: 499 -> 0, 500 -> 1000).
   [[nodiscard]] Currency Round(int digits) const;
 
-  constexpr Currency operator-() const { return FromRaw(-raw_); }
-  constexpr Currency operator+(Currency o) const { return FromRaw(raw_ + o.raw_); }
-  constexpr Currency operator-(Currency o) const { return FromRaw(raw_ - o.raw_); }
-  constexpr Currency& operator+=(Currency o) { raw_ += o.raw_; return *this; }
-  constexpr Currency& operator-=(Currency o) { raw_ -= o.raw_; return *this; }
+  // Exact; throw std::range_error past the +-922,337,203,685,477.5807 a Currency holds.
+  constexpr Currency operator-() const { return *this * -1; }
+  constexpr Currency operator+(Currency o) const {
+    std::int64_t r = 0;
+    if (__builtin_add_overflow(raw_, o.raw_, &r)) throw std::range_error("Currency overflow");
+    return FromRaw(r);
+  }
+  constexpr Currency operator-(Currency o) const {
+    std::int64_t r = 0;
+    if (__builtin_sub_overflow(raw_, o.raw_, &r)) throw std::range_error("Currency overflow");
+    return FromRaw(r);
+  }
+  constexpr Currency& operator+=(Currency o) { return *this = *this + o; }
+  constexpr Currency& operator-=(Currency o) { return *this = *this - o; }
   // Exact for whole-number factors.
-  constexpr Currency operator*(std::int64_t n) const { return FromRaw(raw_ * n); }
+  constexpr Currency operator*(std::int64_t n) const {
+    std::int64_t r = 0;
+    if (__builtin_mul_overflow(raw_, n, &r)) throw std::range_error("Currency overflow");
+    return FromRaw(r);
+  }
   // Product rounded to the nearest ten-thousandth, half away from zero.
   [[nodiscard]] Currency Times(double factor) const;
   // Quotient rounded to the nearest ten-thousandth, half away from zero.

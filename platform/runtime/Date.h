@@ -1,8 +1,8 @@
 #pragma once
 // Calendar dates with an optional time of day, as serial day numbers.
 
-#include <cstdint>
 #include <compare>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,7 +18,8 @@ class Date {
  public:
   constexpr Date() = default;
 
-  // Throws std::invalid_argument for a day that does not exist (31 April, 29 February 2023).
+  // Throws std::invalid_argument for a day that does not exist (31 April, 29 February 2023) or a
+  // year outside 1 to 9999; FromYmdHms also for a time outside 00:00:00 to 23:59:59.
   static Date FromYmd(int year, int month, int day);
   static Date FromYmdHms(int year, int month, int day, int hour, int minute, int second);
   [[nodiscard]] static std::optional<Date> TryFromYmd(int year, int month, int day);
@@ -28,7 +29,8 @@ class Date {
     d.seconds_ = seconds;
     return d;
   }
-  // ISO "yyyy-mm-dd" or "yyyy-mm-dd hh:mm:ss" (also with a 'T'); nullopt for anything else.
+  // ISO "yyyy-mm-dd" or "yyyy-mm-dd hh:mm[:ss[.fff]]" (also with a 'T'; fractions of a second
+  // are dropped); nullopt for anything else.
   [[nodiscard]] static std::optional<Date> FromIso(std::string_view text);
 
   [[nodiscard]] constexpr std::int32_t Serial() const { return day_; }
@@ -49,9 +51,11 @@ class Date {
   [[nodiscard]] constexpr Date DateOnly() const { return FromSerial(day_); }
   [[nodiscard]] Date AddDays(int n) const { return FromSerial(day_ + n, seconds_); }
   // Adds calendar months keeping the day where the target month has it, else its last day:
-  // 31 January + 1 month is 28 (or 29) February. The time of day is kept.
+  // 31 January + 1 month is 28 (or 29) February. The time of day is kept. Throws
+  // std::out_of_range past the year 9999 or before the year 1.
   [[nodiscard]] Date AddMonths(int n) const;
   [[nodiscard]] Date AddYears(int n) const { return AddMonths(12 * n); }
+  // The first and last day of this date's month, at midnight.
   [[nodiscard]] Date FirstOfMonth() const;
   [[nodiscard]] Date LastOfMonth() const;
 

@@ -29,7 +29,8 @@ class FormatMask {
   virtual ~FormatMask() = default;
 
  protected:
-  FormatMask(std::string mask, bool pass_through) : mask_(std::move(mask)), pass_through_(pass_through) {}
+  FormatMask(std::string mask, bool pass_through)
+      : mask_(std::move(mask)), pass_through_(pass_through) {}
   [[nodiscard]] virtual std::string DoApply(const Variant& value) const = 0;
 
  private:

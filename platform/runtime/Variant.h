@@ -20,7 +20,18 @@ class Object {
   virtual ~Object() = default;
 };
 
-enum class VariantKind { Empty, Null, Missing, Boolean, Long, Double, Currency, Date, String, Object };
+enum class VariantKind {
+  Empty,
+  Null,
+  Missing,
+  Boolean,
+  Long,
+  Double,
+  Currency,
+  Date,
+  String,
+  Object
+};
 
 // Raised when a value cannot become what the code asks for: Null where a value is needed,
 // text that is not a number, a number out of range. The message says what and why.
@@ -60,19 +71,23 @@ class Variant {
   [[nodiscard]] bool IsString() const { return std::holds_alternative<std::string>(value_); }
   [[nodiscard]] bool IsDate() const { return std::holds_alternative<Date>(value_); }
   [[nodiscard]] bool IsBoolean() const { return std::holds_alternative<bool>(value_); }
-  [[nodiscard]] bool IsObject() const { return std::holds_alternative<std::shared_ptr<Object>>(value_); }
+  [[nodiscard]] bool IsObject() const {
+    return std::holds_alternative<std::shared_ptr<Object>>(value_);
+  }
 
   // Conversions in the manner of the report language's CBool, CLng, CDbl, CCur, CDate, CStr.
   // Each throws TypeMismatch for Null, Missing, an object, or text that does not convert.
   // Empty converts to False, 0, "" and day 0. Text converts when it reads as a number ("1,234.5")
   // or, for ToDate, as a date (ParseDateText). ToLong rounds a fraction half to even, as CLng.
+  // True counts as -1. A number becomes a date as days with the fraction as the time of day.
   [[nodiscard]] bool ToBool() const;
   [[nodiscard]] std::int64_t ToLong() const;
   [[nodiscard]] double ToDouble() const;
   [[nodiscard]] Currency ToCurrency() const;
   [[nodiscard]] Date ToDate() const;
-  // Booleans spell "True"/"False"; dates "d/mm/yyyy" with " h:nn:ss am/pm" when timed;
-  // numbers in their shortest general form; Empty gives "".
+  // Booleans spell "True"/"False"; dates "dd/mm/yyyy" (the short date of New Zealand and
+  // Australia) with " h:nn:ss am/pm" appended when timed ("05/03/2024 2:05:09 pm"); Long and
+  // Currency in full ("1234.5"), Double to 15 significant digits ("0.3", "1E+20"); Empty gives "".
   [[nodiscard]] std::string ToString() const;
   // As ToString, but Null and Missing give "" (the report language's `"" & value`).
   [[nodiscard]] std::string Text() const;
@@ -83,7 +98,9 @@ class Variant {
 
   // Direct access; nullptr when the kind differs.
   template <typename T>
-  [[nodiscard]] const T* Get() const { return std::get_if<T>(&value_); }
+  [[nodiscard]] const T* Get() const {
+    return std::get_if<T>(&value_);
+  }
 
   // Equality of kind and value (Null equals Null here): for containers and tests, not for
   // report logic, which uses Compare.
@@ -96,9 +113,14 @@ class Variant {
 };
 
 // Arithmetic with the report language's rules: Null in gives Null out; Long op Long stays Long
-// (promoting to Double on overflow), with Currency it is Currency, with Double it is Double;
-// Date + number is a Date. Add joins two strings. Divide always gives Double (Currency / number
-// keeps Currency) and throws std::domain_error on a zero divisor. Empty counts as 0 or "".
+// (promoting to Double on overflow), with Double it is Double, with Currency it is Currency, and
+// Currency with Double stays Currency (rounded to the ten-thousandth, half away from zero) so
+// that money stays exact. Date + number and Date - number are Dates (a fraction moves the time);
+// Date - Date is the Double of days between. Add joins two strings. Divide always gives Double
+// (Currency / number keeps Currency) and throws std::domain_error on a zero divisor. Empty counts
+// as 0 or "", True as -1, numeric text as its Double. Throws TypeMismatch for operands that do
+// not fit (text that is no number, two dates added, Missing, objects) and std::range_error when
+// a Currency or Date result is out of range.
 [[nodiscard]] Variant Add(const Variant& a, const Variant& b);
 [[nodiscard]] Variant Subtract(const Variant& a, const Variant& b);
 [[nodiscard]] Variant Multiply(const Variant& a, const Variant& b);
@@ -111,7 +133,8 @@ class Variant {
 // Numbers compare by value across kinds, dates with dates (and numbers as serials), text
 // with text (binary, or case-insensitive when `ignore_case`), a number with numeric text
 // by value. Throws TypeMismatch for kinds that do not compare.
-[[nodiscard]] std::optional<int> Compare(const Variant& a, const Variant& b, bool ignore_case = false);
+[[nodiscard]] std::optional<int> Compare(const Variant& a, const Variant& b,
+                                         bool ignore_case = false);
 // True when Compare gives 0; false when unknown.
 [[nodiscard]] bool ValuesEqual(const Variant& a, const Variant& b, bool ignore_case = false);
 
