@@ -46,7 +46,10 @@ enum class UserDefinedKind { Asset, Item, OtherParty, Transactions, Job };
 
 struct UserDefinedField {
   std::string Name;  // empty when the position is unused
-  int Type = 0;      // 0 text, 1 number, 2 date, 3 yes/no, 4 list
+  // What the field holds and so which list its values are picked from: 1 to 3 a party
+  // (OtherParty), 4 an employee, 7 an asset, 8 a job; any other type is free text, picked from
+  // the values already used.
+  int Type = 0;
 };
 
 class Options {
@@ -78,6 +81,8 @@ class Application : public Object {
   virtual void AddUserDefinedParametersItem(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
   virtual void AddUserDefinedParametersOtherParty(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
   virtual void AddUserDefinedParametersTransactions(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  // The job kind, for the job reports; an application that keeps no job fields adds nothing.
+  virtual void AddUserDefinedParametersJob(Parameters&, bool, const Variant& = Variant()) {}
   // Replaces the application's place holders in `text`, dated `date_as_at`.
   [[nodiscard]] virtual std::string SubstituteString(const std::string& text, Date date_as_at) const = 0;
 };

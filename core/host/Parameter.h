@@ -1,8 +1,11 @@
 #pragma once
 // A report parameter: one entry of the parameter dialogue, with its value and how it filters.
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/runtime/Variant.h"
@@ -40,6 +43,11 @@ class Parameter {
   std::string Choices;
   // Name of the parameter a Groupings list depends on (SetDependency).
   std::string Dependency;
+  // Number parameters: the initial number given to AddNumber, and the bounds Validate holds the
+  // value to (none when unset). AddNumber sets the money-range bounds -9999999999 and 9999999999.
+  std::int64_t Initial = 0;
+  std::optional<Currency> Minimum;
+  std::optional<Currency> Maximum;
 
   [[nodiscard]] int Type() const { return static_cast<int>(Kind); }
   // Choices as a list, in order, blanks trimmed.
@@ -47,8 +55,23 @@ class Parameter {
   // Takes one entry out of Choices (exact match, ignoring case); absent entries are ignored.
   void RemoveChoice(const std::string& choice);
   void SetDependency(const std::string& name) { Dependency = name; }
+  // Caption when it has one, else Name: how messages and the dialogue call the parameter.
+  [[nodiscard]] const std::string& Label() const { return Caption.empty() ? Name : Caption; }
 };
 
 using ParameterPtr = std::shared_ptr<Parameter>;
+
+// The mark a MultiList item bears when its group starts a new page.
+inline constexpr std::string_view kPageBreakMark = " [Page Break]";
+
+// One item of a MultiList value such as "Customer [Page Break],Location".
+struct MultiListItem {
+  std::string Choice;  // trimmed, without the mark and without any prefix ending in a tab
+  bool PageBreak = false;
+};
+
+// The items of a MultiList value in order; blank items are dropped. The mark is found without
+// regard to case.
+[[nodiscard]] std::vector<MultiListItem> SplitMultiListValue(std::string_view value);
 
 }  // namespace trellin
