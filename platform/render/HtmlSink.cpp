@@ -1,0 +1,213 @@
+#include "platform/render/HtmlSink.h"
+
+#include <cmath>
+#include <cstdio>
+#include <string_view>
+#include <variant>
+
+#include "platform/render/Render.h"
+
+namespace trellin::render {
+namespace {
+
+// Measures go out in points with at most two decimals: exact enough, and locale-free.
+std::string Pt(double twips) {
+  const long hundredths = std::lround(twips * 5.0);  // twips / 20 * 100
+  std::string out = hundredths < 0 ? "-" : "";
+  const long abs = std::labs(hundredths);
+  out += std::to_string(abs / 100);
+  if (abs % 100 != 0) {
+    out += abs % 10 == 0 ? "." + std::to_string(abs % 100 / 10)
+                         : (abs % 100 < 10 ? ".0" : ".") + std::to_string(abs % 100);
+  }
+  return out + "pt";
+}
+
+std::string Hex(const engine::Color& c) {
+  char buffer[8];
+  std::snprintf(buffer, sizeof buffer, "#%02x%02x%02x", c.r, c.g, c.b);
+  return buffer;
+}
+
+// The layouts' font names, with the metric-compatible faces a browser may have instead.
+std::string FontStack(const std::string& name) {
+  struct Family {
+    std::string_view name, fallback;
+  };
+  static constexpr Family kFamilies[] = {
+      {"Arial", "'Liberation Sans', Helvetica, sans-serif"},
+      {"Times New Roman", "'Liberation Serif', Times, serif"},
+      {"Courier New", "'Liberation Mono', Courier, monospace"},
+  };
+  std::string stack = "'" + EscapeHtml(name.empty() ? "Arial" : name) + "'";
+  for (const Family& f : kFamilies) {
+    if (f.name == name) return stack + ", " + std::string(f.fallback);
+  }
+  return stack + ", sans-serif";
+}
+
+std::string_view AlignCss(engine::Align align) {
+  switch (align) {
+    case engine::Align::Right:
+      return "right";
+    case engine::Align::Center:
+      return "center";
+    default:
+      return "left";
+  }
+}
+
+std::string TextHtml(const engine::TextRun& r) {
+  const engine::FontSpec& f = r.font;
+  std::string out = "<div class=t style=\"left:" + Pt(r.left) + ";top:" + Pt(r.top) +
+                    ";width:" + Pt(r.width) + ";height:" + Pt(r.height) +
+                    ";font:" + (f.italic ? "italic " : "") + (f.bold ? "bold " : "") +
+                    Pt(f.size * 20.0) + "/" + Pt(r.height) + " " + FontStack(f.name);
+  if (r.align != engine::Align::Left) out += ";text-align:" + std::string(AlignCss(r.align));
+  if (f.underline) out += ";text-decoration:underline";
+  if (r.color != engine::Color{}) out += ";color:" + Hex(r.color);
+  return out + "\">" + EscapeHtml(r.text) + "</div>\n";
+}
+
+std::string LineHtml(const engine::LineItem& l) {
+  const double thickness = std::max(l.thickness, 1.0f);
+  if (l.y1 == l.y2 || l.x1 == l.x2) {
+    // Rules are thin boxes centred on the line, which prints as exactly as a drawn line.
+    const bool horizontal = l.y1 == l.y2;
+    const double left = horizontal ? std::min(l.x1, l.x2) : l.x1 - thickness / 2;
+    const double top = horizontal ? l.y1 - thickness / 2 : std::min(l.y1, l.y2);
+    const double width = horizontal ? std::fabs(l.x2 - l.x1) : thickness;
+    const double height = horizontal ? thickness : std::fabs(l.y2 - l.y1);
+    return "<div class=r style=\"left:" + Pt(left) + ";top:" + Pt(top) + ";width:" + Pt(width) +
+           ";height:" + Pt(height) + ";background:" + Hex(l.color) + "\"></div>\n";
+  }
+  const double left = std::min(l.x1, l.x2), top = std::min(l.y1, l.y2);
+  const double width = std::fabs(l.x2 - l.x1), height = std::fabs(l.y2 - l.y1);
+  return "<svg class=r style=\"left:" + Pt(left) + ";top:" + Pt(top) + ";width:" + Pt(width) +
+         ";height:" + Pt(height) + "\" viewBox=\"0 0 " + std::to_string(std::lround(width)) + " " +
+         std::to_string(std::lround(height)) + "\"><line x1=\"" +
+         std::to_string(std::lround(l.x1 - left)) + "\" y1=\"" +
+         std::to_string(std::lround(l.y1 - top)) + "\" x2=\"" +
+         std::to_string(std::lround(l.x2 - left)) + "\" y2=\"" +
+         std::to_string(std::lround(l.y2 - top)) + "\" stroke=\"" + Hex(l.color) +
+         "\" stroke-width=\"" + std::to_string(std::lround(thickness)) + "\"/></svg>\n";
+}
+
+std::string RectHtml(const engine::RectItem& r) {
+  if (!r.filled && !r.stroked) return {};
+  std::string out = "<div class=r style=\"left:" + Pt(r.left) + ";top:" + Pt(r.top) +
+                    ";width:" + Pt(r.width) + ";height:" + Pt(r.height);
+  if (r.filled) out += ";background:" + Hex(r.fill);
+  if (r.stroked) out += ";border:" + Pt(std::max(r.thickness, 1.0f)) + " solid " + Hex(r.stroke);
+  return out + "\"></div>\n";
+}
+
+constexpr std::string_view kStyle = R"(<style>
+body{margin:0;background:#8a8a8a}
+.p{position:relative;overflow:hidden;background:#fff;margin:12pt auto;box-shadow:0 1pt 6pt #0006}
+.t{position:absolute;white-space:pre;overflow:visible}
+.r{position:absolute;box-sizing:border-box}
+@media print{body{background:none}.p{margin:0;box-shadow:none;break-after:page;page-break-after:always}
+.p:last-child{break-after:auto;page-break-after:auto}}
+)";
+
+}  // namespace
+
+std::string EscapeHtml(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        ++i;
+        continue;
+      case '<':
+        out += "&lt;";
+        ++i;
+        continue;
+      case '>':
+        out += "&gt;";
+        ++i;
+        continue;
+      case '"':
+        out += "&quot;";
+        ++i;
+        continue;
+      case '\'':
+        out += "&#39;";
+        ++i;
+        continue;
+      default:
+        break;
+    }
+    // Pass well-formed UTF-8 sequences through whole; anything else is one replacement mark.
+    const int length = c < 0x80         ? 1
+                       : (c >> 5) == 6  ? 2
+                       : (c >> 4) == 14 ? 3
+                       : (c >> 3) == 30 ? 4
+                                        : 0;
+    bool valid = length > 0 && i + length <= text.size();
+    for (int k = 1; valid && k < length; ++k)
+      valid = (static_cast<unsigned char>(text[i + k]) >> 6) == 2;
+    if (valid && c < 0x20 && c != '\t') {
+      out += ' ';  // control characters are not allowed in HTML text
+    } else if (valid) {
+      out.append(text, i, length);
+    } else {
+      out += "\xEF\xBF\xBD";
+      i += 1;
+      continue;
+    }
+    i += length;
+  }
+  return out;
+}
+
+void HtmlSink::Emit(const std::string& text) {
+  if (std::fwrite(text.data(), 1, text.size(), file_->Stream()) != text.size()) {
+    throw RenderError("Cannot write " + target_.string());
+  }
+}
+
+void HtmlSink::OnBegin(const engine::DocumentInfo& info) {
+  file_.emplace(target_);
+  std::string head = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\">\n<title>" +
+                     EscapeHtml(info.title.empty() ? info.caption : info.title) +
+                     "</title>\n<meta name=\"generator\" content=\"Trellin Reports\">\n" +
+                     std::string(kStyle);
+  if (info.page_width > 0 && info.page_height > 0) {
+    head += "@page{size:" + Pt(info.page_width) + " " + Pt(info.page_height) + ";margin:0}\n";
+  } else {
+    head += "@page{margin:0}\n";
+  }
+  Emit(head + "</style></head><body>\n");
+}
+
+void HtmlSink::OnPage(const engine::Page& page) {
+  const float width = page.width > 0 ? page.width : Info().page_width;
+  const float height = page.height > 0 ? page.height : Info().page_height;
+  std::string out = "<div class=p id=\"page-" + std::to_string(page.number) +
+                    "\" style=\"width:" + Pt(width) + ";height:" + Pt(height) + "\">\n";
+  for (const engine::PageItem& item : page.items) {
+    if (const auto* text = std::get_if<engine::TextRun>(&item)) {
+      if (!text->text.empty()) out += TextHtml(*text);
+    } else if (const auto* line = std::get_if<engine::LineItem>(&item)) {
+      out += LineHtml(*line);
+    } else {
+      out += RectHtml(std::get<engine::RectItem>(item));
+    }
+  }
+  Emit(out + "</div>\n");
+}
+
+void HtmlSink::OnEnd() {
+  Emit("</body></html>\n");
+  file_->Commit();
+  file_.reset();
+}
+
+void HtmlSink::OnAbort() noexcept { file_.reset(); }
+
+}  // namespace trellin::render

@@ -1,0 +1,35 @@
+#pragma once
+// One self-contained HTML file: every page a paper-sized box with its text, rules and shading
+// absolutely positioned, selectable text, and print styles that put each box on its own sheet.
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "platform/render/SinkBase.h"
+#include "platform/render/StagedFile.h"
+
+namespace trellin::render {
+
+class HtmlSink final : public SinkBase {
+ public:
+  explicit HtmlSink(std::filesystem::path target) : target_(std::move(target)) {}
+
+ protected:
+  void OnBegin(const engine::DocumentInfo& info) override;
+  void OnPage(const engine::Page& page) override;
+  void OnEnd() override;
+  void OnAbort() noexcept override;
+
+ private:
+  void Emit(const std::string& text);
+
+  std::filesystem::path target_;
+  std::optional<StagedFile> file_;
+};
+
+// `text` with & < > " ' written as character references, for element content and attributes.
+// Bytes that are not valid UTF-8 become U+FFFD, so the file always decodes.
+[[nodiscard]] std::string EscapeHtml(std::string_view text);
+
+}  // namespace trellin::render

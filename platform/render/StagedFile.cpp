@@ -1,0 +1,96 @@
+#include "platform/render/StagedFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "platform/render/Render.h"
+
+namespace trellin::render {
+namespace {
+
+std::string Describe(const std::filesystem::path& path, int error) {
+  return path.string() + ": " + std::strerror(error);
+}
+
+// mkstemp makes its file readable by the owner only; an output file should get the permissions
+// any new file of this user gets, so apply the process umask to 0666 as open() would.
+mode_t NewFileMode() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666 & ~mask;
+}
+
+}  // namespace
+
+StagedFile::StagedFile(std::filesystem::path target) : target_(std::move(target)) {
+  if (target_.filename().empty())
+    throw RenderError("No file name in output path \"" + target_.string() + "\"");
+  std::filesystem::path folder = target_.parent_path();
+  if (folder.empty()) folder = ".";
+  // A hidden name in the same folder, so the final rename stays on one file system and is atomic.
+  std::string pattern = (folder / ("." + target_.filename().string() + ".XXXXXX")).string();
+  const int fd = ::mkstemp(pattern.data());
+  if (fd < 0) {
+    const int error = errno;
+    throw RenderError("Cannot write " + Describe(target_, error));
+  }
+  temp_ = pattern;
+  ::fchmod(fd, NewFileMode());
+  stream_ = ::fdopen(fd, "wb");
+  if (stream_ == nullptr) {
+    const int error = errno;
+    ::close(fd);
+    std::filesystem::remove(temp_);
+    throw RenderError("Cannot write " + Describe(target_, error));
+  }
+  // Large buffer: page streams are written in many small pieces.
+  std::setvbuf(stream_, nullptr, _IOFBF, 1 << 16);
+}
+
+StagedFile::StagedFile(StagedFile&& other) noexcept
+    : target_(std::move(other.target_)),
+      temp_(std::move(other.temp_)),
+      stream_(std::exchange(other.stream_, nullptr)),
+      done_(std::exchange(other.done_, true)) {}
+
+StagedFile::~StagedFile() { Discard(); }
+
+void StagedFile::Close() {
+  if (stream_ == nullptr) return;
+  const bool failed = std::ferror(stream_) != 0;
+  const bool close_failed = std::fclose(stream_) != 0;
+  const int error = errno;
+  stream_ = nullptr;
+  if (failed || close_failed) {
+    throw RenderError("Cannot write " + Describe(target_, failed ? EIO : error));
+  }
+}
+
+void StagedFile::Commit() {
+  if (done_) throw RenderError("Output " + target_.string() + " was already finished");
+  Close();
+  std::error_code ec;
+  std::filesystem::rename(temp_, target_, ec);
+  if (ec) throw RenderError("Cannot replace " + target_.string() + ": " + ec.message());
+  done_ = true;
+}
+
+void StagedFile::Discard() noexcept {
+  if (stream_ != nullptr) {
+    std::fclose(stream_);
+    stream_ = nullptr;
+  }
+  if (!done_) {
+    std::error_code ec;
+    std::filesystem::remove(temp_, ec);
+    done_ = true;
+  }
+}
+
+}  // namespace trellin::render
