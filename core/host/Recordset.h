@@ -66,7 +66,8 @@ class Recordset : public Object {
   // moves to the first visible row. Errors as Find.
   virtual void Filter(std::string_view criteria);
   // Orders the visible rows by comma-separated keys, each optionally followed by DESC or ASC
-  // ("Code, Date DESC"). Text ignores case, Null comes first, ties keep their previous order.
+  // ("Code, Date DESC"). Text ignores case, Null comes first, and rows with equal keys keep the
+  // order they were read or added in.
   // "" restores the order of the rows as read or added. The cursor moves to the first row.
   virtual void Sort(std::string_view keys);
   // The criteria and keys in force, "" when none.
