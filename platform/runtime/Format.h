@@ -9,6 +9,9 @@
 
 namespace trellin {
 
+// The money mask when the business layer names none; also what the named format "Currency" means.
+inline constexpr std::string_view kDefaultCurrencyFormat = "$#,##0.00;($#,##0.00)";
+
 // A compiled mask. Numeric masks have up to four ';' sections (positive; negative; zero; null)
 // with 0 # . , % placeholders, literals, \x and "quoted" text; date masks use d dd ddd dddd m mm
 // mmm mmmm yy yyyy h hh n nn s ss AM/PM am/pm A/P ("m" right after "h" is minutes); the named
