@@ -23,7 +23,8 @@ ForwardRecordset::ForwardRecordset(std::shared_ptr<Connection> connection,
     : sql_(std::move(sqlite_sql)),
       columns_(std::move(columns)),
       fields_(FieldsOf(columns_)),
-      statement_(std::move(connection), sql_) {
+      statement_(std::move(connection), sql_),
+      generation_(statement_.Owner()->Generation()) {
   if (sqlite3_column_count(statement_.Handle()) != static_cast<int>(columns_.size())) {
     throw DatabaseError("the query returns " +
                         std::to_string(sqlite3_column_count(statement_.Handle())) +
@@ -46,11 +47,16 @@ void ForwardRecordset::ReadRow() {
 
 void ForwardRecordset::MoveFirst() {
   statement_.Reset();
+  generation_ = statement_.Owner()->Generation();
   ReadRow();
 }
 
 void ForwardRecordset::MoveNext() {
   if (eof_) throw RecordsetError("MoveNext past the last row");
+  if (generation_ != statement_.Owner()->Generation()) {
+    throw RecordsetError(
+        "MoveNext: the report run that opened this recordset has ended, and its rows with it");
+  }
   ReadRow();
 }
 
@@ -94,7 +100,7 @@ std::shared_ptr<Recordset> ForwardRecordset::Disconnect() {
   std::vector<MemoryRecordset::Row> rows;
   while (!eof_) {
     rows.push_back(row_);
-    ReadRow();
+    MoveNext();
   }
   return std::make_shared<MemoryRecordset>(fields_, std::move(rows), /*updatable=*/true);
 }

@@ -25,6 +25,8 @@ class ForwardRecordset : public Recordset {
   bool Bof() const override { return empty_; }
   // Runs the query again from its first row (within a snapshot, the same rows).
   void MoveFirst() override;
+  // Throws RecordsetError when the snapshot the rows came from has ended since (the report run
+  // that opened the recordset is over): MoveFirst starts them again.
   void MoveNext() override;
   // Not offered: throw RecordsetError.
   void MovePrevious() override;
@@ -52,6 +54,7 @@ class ForwardRecordset : public Recordset {
   bool eof_ = false;
   bool empty_ = false;
   mutable std::optional<std::int64_t> count_;
+  std::uint64_t generation_;  // the connection's generation when the rows started
 };
 
 }  // namespace trellin::data

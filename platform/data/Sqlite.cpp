@@ -21,6 +21,16 @@ void Connection::Execute(const char* sql, std::string_view what) {
   }
 }
 
+void Connection::EndReads() {
+  // A statement that has not run to its end keeps its read open after COMMIT, and the
+  // connection's later queries would go on seeing that old snapshot.
+  for (sqlite3_stmt* stmt = sqlite3_next_stmt(db_, nullptr); stmt != nullptr;
+       stmt = sqlite3_next_stmt(db_, stmt)) {
+    if (sqlite3_stmt_busy(stmt)) sqlite3_reset(stmt);
+  }
+  ++generation_;
+}
+
 Statement::Statement(std::shared_ptr<Connection> connection, std::string_view sql)
     : connection_(std::move(connection)) {
   int rc = sqlite3_prepare_v2(connection_->Handle(), sql.data(), static_cast<int>(sql.size()),

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,9 +28,15 @@ class Connection {
   [[nodiscard]] std::string LastMessage() const;
   // Runs statements that return no rows. Throws DatabaseError with `what` and SQLite's message.
   void Execute(const char* sql, std::string_view what);
+  // Stops every statement still part-way through its rows, so that the connection holds no read
+  // and its next query sees the latest commit. Statements stopped here are told apart by the
+  // generation, which this advances.
+  void EndReads();
+  [[nodiscard]] std::uint64_t Generation() const { return generation_; }
 
  private:
   sqlite3* db_;
+  std::uint64_t generation_ = 0;
 };
 
 // A prepared statement. Step() returns true while there is a row.

@@ -1,0 +1,83 @@
+#pragma once
+// The company database over an SQLite file, opened read-only.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/host/Database.h"
+#include "platform/data/ColumnReader.h"
+#include "platform/data/Sqlite.h"
+#include "platform/sql/Catalog.h"
+#include "platform/sql/Translate.h"
+
+namespace trellin::data {
+
+class SqliteDatabase : public Database {
+ public:
+  // Opens an existing company file read-only; nothing done through the result can change it.
+  // Throws DatabaseError, with a one-line message naming `path`, when the file is missing, is
+  // not an SQLite database, or has no CompanySetting table (not a company file).
+  [[nodiscard]] static std::shared_ptr<SqliteDatabase> Open(const std::string& path);
+
+  SqliteDatabase(const SqliteDatabase&) = delete;
+  SqliteDatabase& operator=(const SqliteDatabase&) = delete;
+
+  int DatabaseType() const override { return 1; }
+  // "Data Source=<path>;Mode=ReadOnly".
+  std::string ConnectionString() const override;
+  [[nodiscard]] const std::string& Path() const { return path_; }
+  // The tables and typed columns of the file, as the translator sees them.
+  [[nodiscard]] const sql::Catalog& Catalog() const { return catalog_; }
+
+  // Translates (once per distinct text; the translator keeps them) and runs `jet_sql`; the rows
+  // are held in memory.
+  std::shared_ptr<Recordset> Query(std::string_view jet_sql) override;
+  // As Query, but the rows stream from SQLite as the cursor moves forward.
+  std::shared_ptr<Recordset> QueryForward(std::string_view jet_sql) override;
+  std::shared_ptr<Recordset> NewRecordset() override;
+  // From CompanySetting(Section, Key, Value), names matched without regard to case; a Null
+  // value counts as none stored.
+  std::string GetSetting(std::string_view section, std::string_view key,
+                         std::string_view default_value) override;
+
+  // A report run's snapshot: between BeginSnapshot and EndSnapshot every query reads the
+  // database as it stood at BeginSnapshot, whatever other connections commit meanwhile. Calls
+  // nest; the outermost pair counts. EndSnapshot without a Begin does nothing.
+  void BeginSnapshot();
+  void EndSnapshot();
+  [[nodiscard]] bool InSnapshot() const { return snapshot_depth_ > 0; }
+
+ private:
+  SqliteDatabase(std::string path, std::shared_ptr<Connection> connection);
+  void LoadCatalog();
+  [[nodiscard]] std::shared_ptr<const sql::Translation> Translate(std::string_view jet_sql);
+  [[nodiscard]] static std::vector<ResultField> FieldsOf(const sql::Translation& translation);
+
+  std::string path_;
+  std::shared_ptr<Connection> connection_;
+  sql::Catalog catalog_;
+  std::unique_ptr<sql::Translator> translator_;
+  int snapshot_depth_ = 0;
+};
+
+// Holds a snapshot for its lifetime: the run of one report.
+class Snapshot {
+ public:
+  explicit Snapshot(SqliteDatabase& database) : database_(database) { database_.BeginSnapshot(); }
+  Snapshot(const Snapshot&) = delete;
+  Snapshot& operator=(const Snapshot&) = delete;
+  ~Snapshot() {
+    try {
+      database_.EndSnapshot();
+    } catch (...) {
+      // Ending a read can only fail when the connection is already broken; nothing to undo.
+    }
+  }
+
+ private:
+  SqliteDatabase& database_;
+};
+
+}  // namespace trellin::data
