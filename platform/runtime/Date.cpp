@@ -163,7 +163,7 @@ Date Date::LastOfMonth() const {
 
 std::string Date::ToIso() const {
   Ymd ymd = YmdOf(day_);
-  char buf[32];
+  char buf[64];
   if (HasTime()) {
     std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", ymd.year, ymd.month, ymd.day,
                   Hour(), Minute(), Second());

@@ -46,7 +46,7 @@ std::string DoubleText(double value) {
 }
 
 std::string DateText(const Date& d) {
-  char buf[48];
+  char buf[96];
   int len = std::snprintf(buf, sizeof buf, "%02d/%02d/%04d", d.Day(), d.Month(), d.Year());
   if (d.HasTime()) {
     int hour12 = d.Hour() % 12 == 0 ? 12 : d.Hour() % 12;
