@@ -1,0 +1,48 @@
+#include "core/host/ActiveReport.h"
+
+#include <exception>
+
+namespace trellin {
+namespace {
+
+std::shared_ptr<LayoutProvider>& ProviderSlot() {
+  static std::shared_ptr<LayoutProvider> provider;
+  return provider;
+}
+
+}  // namespace
+
+void ActiveReport::SetLayoutProvider(std::shared_ptr<LayoutProvider> provider) {
+  ProviderSlot() = std::move(provider);
+}
+
+std::shared_ptr<LayoutProvider> ActiveReport::GetLayoutProvider() { return ProviderSlot(); }
+
+void ActiveReport::Initialize() {
+  if (initialized_) return;
+  initialized_ = true;
+  // A designer built in code (tests, reports that make all their sections) has sections already.
+  if (auto provider = ProviderSlot(); provider && sections_.Count() == 0) {
+    provider->Load(designer_name_, *this);
+  }
+  try {
+    ActiveReport_Initialize();
+  } catch (const std::exception& e) {
+    if (!error_hook_) throw;
+    error_hook_("ActiveReport_Initialize", e.what());
+  }
+}
+
+Control& ActiveReport::Field(std::string_view control_name) const {
+  if (Control* c = FindControl(control_name)) return *c;
+  throw NoSuchItem(designer_name_ + " has no control named '" + std::string(control_name) + "'");
+}
+
+Control* ActiveReport::FindControl(std::string_view control_name) const {
+  for (Section& s : sections_) {
+    if (Control* c = s.Controls().Find(control_name)) return c;
+  }
+  return nullptr;
+}
+
+}  // namespace trellin

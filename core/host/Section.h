@@ -1,0 +1,113 @@
+#pragma once
+// A band of a report: its height and flags, and its controls. Plain data; the engine keeps all
+// run state (group keys, totals, page positions) elsewhere.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/host/Controls.h"
+
+namespace trellin {
+
+enum class SectionType { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, PageFooter, ReportFooter };
+
+// Whether a section starts a new page before it prints, ends its page after it, or both.
+enum class NewPageMode { None = 0, Before = 1, After = 2, BeforeAfter = 3 };
+
+[[nodiscard]] std::string_view SectionTypeName(SectionType type);
+
+class Section {
+ public:
+  Section(SectionType type, std::string name) : type_(type), name_(name), controls_(std::move(name)) {}
+  Section(const Section&) = delete;
+  Section& operator=(const Section&) = delete;
+
+  [[nodiscard]] SectionType Type() const { return type_; }
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+  // Design height in twips; the printed height may grow or shrink with the content.
+  [[nodiscard]] float Height() const { return height_; }
+  void SetHeight(float v) { height_ = v; }
+  // A hidden section still receives its events, but prints nothing and takes no room.
+  [[nodiscard]] bool Visible() const { return visible_; }
+  void SetVisible(bool v) { visible_ = v; }
+  // 0 transparent, 1 shaded with BackColor over the section's full printed height.
+  [[nodiscard]] int BackStyle() const { return back_style_; }
+  void SetBackStyle(int v) { back_style_ = v; }
+  // The shade, as 0xRRGGBB.
+  [[nodiscard]] std::uint32_t BackColor() const { return back_color_; }
+  void SetBackColor(std::uint32_t v) { back_color_ = v; }
+  [[nodiscard]] NewPageMode NewPage() const { return new_page_; }
+  void SetNewPage(NewPageMode v) { new_page_ = v; }
+  // A section always grows to hold its growing controls; CanGrow lets it also run on across a
+  // page end instead of moving whole to the next page.
+  [[nodiscard]] bool CanGrow() const { return can_grow_; }
+  void SetCanGrow(bool v) { can_grow_ = v; }
+  [[nodiscard]] bool CanShrink() const { return can_shrink_; }
+  void SetCanShrink(bool v) { can_shrink_ = v; }
+  // The field a group header breaks on: a new group starts when its value changes.
+  [[nodiscard]] const std::string& DataField() const { return data_field_; }
+  void SetDataField(std::string v) { data_field_ = std::move(v); }
+
+  [[nodiscard]] trellin::Controls& Controls() { return controls_; }
+  [[nodiscard]] const trellin::Controls& Controls() const { return controls_; }
+  // The named control of this section; throws NoSuchItem.
+  [[nodiscard]] Control& Field(std::string_view control_name) const { return controls_.Item(control_name); }
+
+ private:
+  SectionType type_;
+  std::string name_;
+  float height_ = 0;
+  bool visible_ = true;
+  int back_style_ = 0;
+  std::uint32_t back_color_ = 0xEEEEEE;
+  NewPageMode new_page_ = NewPageMode::None;
+  bool can_grow_ = false;
+  bool can_shrink_ = false;
+  std::string data_field_;
+  trellin::Controls controls_;
+};
+
+// The sections of a report in layout order: report header, page header, group headers outer to
+// inner, detail, group footers inner to outer, page footer, report footer.
+class Sections {
+ public:
+  Sections() = default;
+  Sections(const Sections&) = delete;
+  Sections& operator=(const Sections&) = delete;
+
+  [[nodiscard]] std::size_t Count() const { return items_.size(); }
+  // Throws NoSuchItem. Names match without regard to case.
+  [[nodiscard]] Section& Item(std::size_t index) const;
+  [[nodiscard]] Section& Item(std::string_view name) const;
+  [[nodiscard]] Section& operator[](std::string_view name) const { return Item(name); }
+  [[nodiscard]] Section& operator[](std::size_t index) const { return Item(index); }
+  [[nodiscard]] Section* Find(std::string_view name) const;
+  // The first section of a type, nullptr when the report has none.
+  [[nodiscard]] Section* FindType(SectionType type) const;
+
+  // Appends a section; throws std::invalid_argument for a name already used.
+  Section& Add(SectionType type, std::string name);
+
+  class Iterator {
+   public:
+    using Base = std::vector<std::unique_ptr<Section>>::const_iterator;
+    explicit Iterator(Base it) : it_(it) {}
+    Section& operator*() const { return **it_; }
+    Section* operator->() const { return it_->get(); }
+    Iterator& operator++() { ++it_; return *this; }
+    bool operator==(const Iterator& o) const { return it_ == o.it_; }
+   private:
+    Base it_;
+  };
+  [[nodiscard]] Iterator begin() const { return Iterator(items_.begin()); }
+  [[nodiscard]] Iterator end() const { return Iterator(items_.end()); }
+
+ private:
+  std::vector<std::unique_ptr<Section>> items_;
+};
+
+}  // namespace trellin

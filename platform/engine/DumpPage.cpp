@@ -1,0 +1,96 @@
+#include "platform/engine/DumpPage.h"
+
+#include <cmath>
+#include <cstdio>
+#include <sstream>
+
+namespace trellin::engine {
+namespace {
+
+std::string N(float v) { return std::to_string(static_cast<long long>(std::lround(v))); }
+
+std::string Hex(const Color& c) {
+  char buf[8];
+  std::snprintf(buf, sizeof buf, "#%02X%02X%02X", c.r, c.g, c.b);
+  return buf;
+}
+
+const char* AlignName(Align a) {
+  switch (a) {
+    case Align::Right:
+      return "right";
+    case Align::Center:
+      return "center";
+    case Align::Justify:
+      return "justify";
+    case Align::Left:
+      break;
+  }
+  return "left";
+}
+
+const char* KindName(RowKind k) {
+  static const char* kNames[] = {"ReportHeader", "PageHeader", "GroupHeader", "Detail",
+                                 "GroupFooter", "PageFooter", "ReportFooter"};
+  return kNames[static_cast<int>(k)];
+}
+
+std::string Quote(const std::string& s) { return '"' + s + '"'; }
+
+std::string ValueText(const Variant& v) {
+  switch (v.Kind()) {
+    case VariantKind::Null:
+      return "Null";
+    case VariantKind::Empty:
+      return "Empty";
+    case VariantKind::String:
+      return Quote(v.ToString());
+    case VariantKind::Currency:
+      return v.Get<Currency>()->ToString() + "@";
+    case VariantKind::Date:
+      return "#" + v.Get<Date>()->ToIso() + "#";
+    case VariantKind::Object:
+      return "Object";
+    default:
+      return v.ToString();
+  }
+}
+
+}  // namespace
+
+std::string DumpPage(const Page& page) {
+  std::ostringstream out;
+  out << "page " << page.number << ' ' << N(page.width) << 'x' << N(page.height) << '\n';
+  for (const auto& item : page.items) {
+    if (const auto* t = std::get_if<TextRun>(&item)) {
+      out << "text " << N(t->left) << ',' << N(t->top) << ' ' << N(t->width) << 'x' << N(t->height) << ' '
+          << Quote(t->text) << ' ' << t->font.name << ' ' << t->font.size << (t->font.bold ? " B" : "")
+          << (t->font.italic ? " I" : "") << ' ' << AlignName(t->align) << '\n';
+    } else if (const auto* l = std::get_if<LineItem>(&item)) {
+      out << "line " << N(l->x1) << ',' << N(l->y1) << '-' << N(l->x2) << ',' << N(l->y2) << '\n';
+    } else if (const auto* r = std::get_if<RectItem>(&item)) {
+      out << "rect " << N(r->left) << ',' << N(r->top) << ' ' << N(r->width) << 'x' << N(r->height);
+      if (r->filled) out << " fill " << Hex(r->fill);
+      if (r->stroked) out << " stroke " << Hex(r->stroke);
+      out << '\n';
+    }
+  }
+  for (const auto& b : page.bookmarks) {
+    std::string path;
+    for (std::size_t i = 0; i < b.path.size(); ++i) path += (i ? "\\" : "") + b.path[i];
+    out << "bookmark " << Quote(path) << " @" << N(b.top) << '\n';
+  }
+  for (const auto& row : page.rows) {
+    out << "row " << KindName(row.kind);
+    if (row.level) out << ' ' << row.level;
+    out << ' ' << row.section;
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+      const DataCell& c = row.cells[i];
+      out << (i ? " | " : " ") << c.name << '=' << ValueText(c.value) << ' ' << Quote(c.text);
+    }
+    out << '\n';
+  }
+  return out.str();
+}
+
+}  // namespace trellin::engine

@@ -1,0 +1,103 @@
+#include "platform/engine/PageWriter.h"
+
+#include <type_traits>
+
+#include "platform/engine/PageBreaker.h"
+#include "platform/runtime/Strings.h"
+
+namespace trellin::engine {
+
+int PageWriter::CurrentPage() const {
+  // Between pages, bands land on the page still to come.
+  return page_open_ ? page_number_ : page_number_ + 1;
+}
+
+void PageWriter::Place(Band band) {
+  if ((band.break_before || pending_break_) && page_open_ && has_body_) FinishPage();
+  pending_break_ = false;
+  bool after = band.break_after;
+  while (true) {
+    EnsurePage();
+    float space = body_bottom_ - y_;
+    Placement placement = Decide(band, space, has_body_);
+    if (placement == Placement::Here || (!has_body_ && space <= 0)) {
+      Put(band, y_);
+      break;
+    }
+    if (placement == Placement::NextPage) {
+      FinishPage();
+      continue;
+    }
+    float cut = FindCut(band, space);
+    if (cut <= 0) {
+      if (has_body_) {
+        FinishPage();
+        continue;
+      }
+      // Nothing on this page and no clean cut: cut through, or the band would never print.
+      cut = space;
+    }
+    auto [first, rest] = SplitBand(std::move(band), cut);
+    Put(first, y_);
+    FinishPage();
+    band = std::move(rest);
+  }
+  pending_break_ = after;
+}
+
+void PageWriter::Finish() {
+  if (!page_open_ && page_number_ == 0) EnsurePage();
+  if (page_open_) FinishPage();
+}
+
+void PageWriter::EnsurePage() {
+  if (page_open_) return;
+  ++page_number_;
+  page_ = Page{};
+  page_.number = page_number_;
+  page_.width = geometry_.width;
+  page_.height = geometry_.height;
+  page_open_ = true;
+  has_body_ = false;
+  Band header = furniture_.PageHeader(page_number_);
+  Put(header, geometry_.top);
+  y_ = geometry_.top + header.height;
+  body_bottom_ = geometry_.height - geometry_.bottom - furniture_.FooterReserve();
+  has_body_ = false;
+}
+
+void PageWriter::FinishPage() {
+  Band footer = furniture_.PageFooter(page_number_);
+  // The footer sits on the bottom margin, however tall it turned out.
+  Put(footer, geometry_.height - geometry_.bottom - footer.height);
+  sink_.AddPage(page_);
+  ++pages_written_;
+  page_ = Page{};
+  page_open_ = false;
+}
+
+void PageWriter::Put(Band& band, float y) {
+  for (auto& late : band.late) {
+    if (auto* run = std::get_if<TextRun>(&band.items[late.item])) run->text = late.text(page_number_);
+  }
+  for (auto& item : band.items) {
+    std::visit(
+        [y](auto& it) {
+          using T = std::decay_t<decltype(it)>;
+          if constexpr (std::is_same_v<T, LineItem>) {
+            it.y1 += y;
+            it.y2 += y;
+          } else {
+            it.top += y;
+          }
+        },
+        item);
+    page_.items.push_back(std::move(item));
+  }
+  for (auto& path : band.toc) page_.bookmarks.push_back(Bookmark{Split(path, "\\"), y});
+  for (auto& row : band.rows) page_.rows.push_back(std::move(row));
+  if (band.height > 0 || !band.items.empty()) has_body_ = true;
+  y_ = y + band.height;
+}
+
+}  // namespace trellin::engine

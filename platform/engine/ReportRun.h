@@ -1,0 +1,120 @@
+#pragma once
+// The run state of one report (top level or sub-report): its data cursor, group keys, summaries
+// and the event plumbing. The layout objects stay plain data; all of this lives here.
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "core/host/ActiveReport.h"
+#include "platform/engine/Band.h"
+#include "platform/engine/Expression.h"
+#include "platform/engine/PageWriter.h"
+#include "platform/engine/SectionLayout.h"
+#include "platform/engine/Summaries.h"
+#include "platform/engine/TextMeasure.h"
+
+namespace trellin::engine {
+
+// Thrown through the run when the report (or its host) asks to stop.
+struct RunCancelled {};
+
+// What all the reports of one run share: the measuring context, compiled expressions, and the
+// sub-reports that ran, which are told ActiveReport_Terminate once at the end.
+struct RunEnvironment {
+  TextMeasure measure;
+  std::unordered_map<std::string, std::shared_ptr<const Expression>> expressions;
+  ActiveReport* top = nullptr;
+  std::vector<std::shared_ptr<ActiveReport>> children;
+  int depth = 0;
+};
+
+class ReportRun : public PageFurniture {
+ public:
+  // `x0` is the left edge of the report's sections on the page (the left margin at the top
+  // level, 0 in a sub-report, whose bands the parent moves into place).
+  ReportRun(ActiveReport& report, RunEnvironment& env, ReportRun* parent, float x0);
+
+  // From ReportStart to ReportEnd, bands going to `out`. With `writer` (the top level) the last
+  // page is finished before ReportEnd.
+  void Run(BandSink& out, PageWriter* writer);
+
+  Band PageHeader(int page) override;
+  Band PageFooter(int page) override;
+  float FooterReserve() override;
+
+  // Raises one event under the error rules: an exception goes to the nearest error hook and the
+  // event ends quietly; a cancel request stops the run. Returns false when the event failed.
+  template <typename Event>
+  bool Raise(const Section* section, const char* event, Event&& body);
+
+ private:
+  struct GroupLevel {
+    Section* header = nullptr;
+    Section* footer = nullptr;
+    Variant key;
+  };
+  struct BoundControl {
+    std::string data_field;
+    int field = -1;
+  };
+
+  // Data.
+  void BindData();
+  bool FetchRow(bool first);
+  void LoadRow();
+  void RunRows();
+
+  // Groups.
+  void BuildGroups();
+  [[nodiscard]] int GroupLevelOf(const Section& section) const;
+  [[nodiscard]] Variant GroupKey(const GroupLevel& group) const;
+  [[nodiscard]] int BreakLevel() const;
+  void StartGroups(int through_level);
+  void EndGroups(int through_level);
+  void SnapshotFields(std::vector<Variant>& into) const;
+  void SwapFields(std::vector<Variant>& with);
+
+  // Sections.
+  void PrintSection(Section& section, RowKind kind, int level);
+  void FormatOnly(Section& section);
+  void FillBoundControls(Section& section);
+  void EvaluateExpressions(Section& section, std::unordered_map<const Control*, std::function<std::string(int)>>& late);
+  void LayOutAndPlace(Section& section, RowKind kind, int level, std::vector<std::string> toc);
+  void PlaceWithPageBreaks(Band band, const Arrangement& arrangement);
+  float RunChild(const ArrangedControl& subreport);
+  Band FurnitureBand(Section* section, RowKind kind, int page);
+  void ReportEventError(const std::string& source, const std::string& message);
+  void CheckCancel() const;
+
+  ActiveReport& report_;
+  RunEnvironment& env_;
+  ReportRun* parent_;
+  float x0_;
+  BandSink* out_ = nullptr;
+  std::shared_ptr<Recordset> rs_;
+  std::vector<int> column_field_;  // recordset column -> position in Fields
+  std::vector<GroupLevel> groups_;  // [0] is level 1, the innermost
+  Section* detail_ = nullptr;
+  Summaries summaries_;
+  std::unordered_map<const Control*, BoundControl> bound_;
+};
+
+template <typename Event>
+bool ReportRun::Raise(const Section* section, const char* event, Event&& body) {
+  bool ok = true;
+  report_.SetPageNumber(out_ ? out_->CurrentPage() : 0);
+  try {
+    body();
+  } catch (const RunCancelled&) {
+    throw;
+  } catch (const std::exception& e) {
+    ok = false;
+    ReportEventError(section ? section->Name() + "_" + event : std::string(event), e.what());
+  }
+  CheckCancel();
+  return ok;
+}
+
+}  // namespace trellin::engine

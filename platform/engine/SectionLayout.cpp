@@ -1,0 +1,236 @@
+#include "platform/engine/SectionLayout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace trellin::engine {
+namespace {
+
+// Gap between the two rules of a double border.
+constexpr float kDoubleRuleGap = 30.0f;
+constexpr float kCheckBoxSize = 180.0f;
+
+LineItem Rule(float x1, float y1, float x2, float y2, Color color = {}) {
+  LineItem line;
+  line.x1 = x1;
+  line.y1 = y1;
+  line.x2 = x2;
+  line.y2 = y2;
+  line.color = color;
+  return line;
+}
+
+Color ToColor(std::uint32_t rgb) {
+  return Color{static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
+               static_cast<std::uint8_t>(rgb)};
+}
+
+Align ToAlign(TextAlignment a) {
+  switch (a) {
+    case TextAlignment::Right:
+      return Align::Right;
+    case TextAlignment::Center:
+      return Align::Center;
+    case TextAlignment::Left:
+      break;
+  }
+  return Align::Left;
+}
+
+const std::string* PrintedText(const Control& c) {
+  switch (c.Class()) {
+    case ControlClass::Label:
+    case ControlClass::CheckBox:
+      return &c.Caption();
+    case ControlClass::Field:
+      return &c.Text();
+    default:
+      return nullptr;
+  }
+}
+
+void AddRule(Band& band, float x1, float x2, float y, int style) {
+  if (style == 0) return;
+  band.items.emplace_back(Rule(x1, y, x2, y));
+  if (style == 6) band.items.emplace_back(Rule(x1, y + kDoubleRuleGap, x2, y + kDoubleRuleGap));
+}
+
+}  // namespace
+
+FontSpec ToFontSpec(const ControlFont& font) {
+  FontSpec spec;
+  spec.name = font.Name;
+  spec.size = font.Size;
+  spec.bold = font.Bold;
+  spec.italic = font.Italic;
+  spec.underline = font.Underline;
+  return spec;
+}
+
+Arrangement Arrange(const Section& section, TextMeasure& measure) {
+  Arrangement out;
+  for (Control& c : section.Controls()) {
+    if (!c.Visible()) continue;
+    ArrangedControl a;
+    a.control = &c;
+    a.top = c.Top();
+    a.height = c.Height();
+    if (const std::string* text = PrintedText(c)) {
+      FontSpec font = ToFontSpec(c.Font());
+      a.line_height = measure.LineHeight(font);
+      float text_width = c.Class() == ControlClass::CheckBox ? c.Width() - kCheckBoxSize - 60 : c.Width();
+      a.lines = measure.Wrap(*text, font, text_width);
+      bool grows = c.Class() == ControlClass::Field && c.CanGrow();
+      if (grows) {
+        a.height = std::max(a.height, a.line_height * static_cast<float>(a.lines.size()));
+      } else if (a.lines.size() > 1) {
+        // A fixed box keeps the lines it has room for, and always its first.
+        auto room = static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
+        if (a.lines.size() > room) a.lines.resize(room);
+      }
+      if (c.CanShrink()) {
+        a.height = a.lines.empty() ? 0 : std::min(a.height, a.line_height * static_cast<float>(a.lines.size()));
+      }
+    }
+    out.controls.push_back(std::move(a));
+  }
+
+  // Push every control down by the growth of the controls that end above it, in top order, so a
+  // growing memo moves the fields beneath it and leaves the ones beside it alone.
+  std::vector<std::size_t> order(out.controls.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t x, std::size_t y) {
+    return out.controls[x].control->Top() < out.controls[y].control->Top();
+  });
+  std::vector<float> push(out.controls.size(), 0.0f);
+  float extra = 0;
+  for (std::size_t oi = 0; oi < order.size(); ++oi) {
+    std::size_t i = order[oi];
+    const Control& ci = *out.controls[i].control;
+    float offset = 0;
+    for (std::size_t oj = 0; oj < oi; ++oj) {
+      std::size_t j = order[oj];
+      const Control& cj = *out.controls[j].control;
+      if (cj.Top() + cj.Height() <= ci.Top() + 0.5f) {
+        offset = std::max(offset, push[j] + std::max(0.0f, out.controls[j].height - cj.Height()));
+      }
+    }
+    push[i] = offset;
+    out.controls[i].top += offset;
+    extra = std::max(extra, offset + out.controls[i].height - ci.Height());
+  }
+  out.height = section.Height() + std::max(0.0f, extra);
+  if (section.CanShrink()) {
+    float bottom = 0;
+    for (const auto& a : out.controls) bottom = std::max(bottom, a.top + a.height);
+    out.height = std::min(out.height, bottom);
+  }
+  return out;
+}
+
+void EmitItems(const Section& section, const Arrangement& arrangement, float from, float to, float x0,
+               bool shade, float shade_width, const LateTextFor& late, Band& band) {
+  if (shade && section.BackStyle() == 1 && band.height > 0) {
+    RectItem r;
+    r.left = x0;
+    r.top = 0;
+    r.width = shade_width;
+    r.height = band.height;
+    r.filled = true;
+    r.fill = ToColor(section.BackColor());
+    band.items.emplace_back(r);
+  }
+  for (const ArrangedControl& a : arrangement.controls) {
+    if (a.top < from - 0.5f || a.top >= to - 0.5f) continue;
+    const Control& c = *a.control;
+    float left = x0 + c.Left();
+    float top = a.top - from;
+    switch (c.Class()) {
+      case ControlClass::Line:
+        band.items.emplace_back(Rule(left, top, left + c.Width(), top + c.Height(), ToColor(c.ForeColor())));
+        continue;
+      case ControlClass::Shape: {
+        RectItem r;
+        r.left = left;
+        r.top = top;
+        r.width = c.Width();
+        r.height = a.height;
+        r.stroked = true;
+        r.stroke = ToColor(c.ForeColor());
+        band.items.emplace_back(r);
+        continue;
+      }
+      case ControlClass::Subreport:
+      case ControlClass::PageBreak:
+        continue;
+      default:
+        break;
+    }
+    float text_left = left;
+    float text_width = c.Width();
+    if (c.Class() == ControlClass::CheckBox) {
+      RectItem box;
+      box.left = left;
+      box.top = top + std::max(0.0f, (a.line_height - kCheckBoxSize) / 2);
+      box.width = kCheckBoxSize;
+      box.height = kCheckBoxSize;
+      box.stroked = true;
+      band.items.emplace_back(box);
+      bool checked = false;
+      try {
+        checked = !c.DataValue().IsNull() && c.DataValue().ToBool();
+      } catch (const std::exception&) {
+        checked = false;
+      }
+      if (checked) {
+        band.items.emplace_back(Rule(box.left, box.top, box.left + kCheckBoxSize, box.top + kCheckBoxSize));
+        band.items.emplace_back(Rule(box.left, box.top + kCheckBoxSize, box.left + kCheckBoxSize, box.top));
+      }
+      text_left += kCheckBoxSize + 60;
+      text_width -= kCheckBoxSize + 60;
+    }
+    FontSpec font = ToFontSpec(c.Font());
+    auto late_text = late ? late(c) : std::function<std::string(int)>();
+    if (late_text && a.lines.empty()) {
+      band.items.emplace_back(TextRun{text_left, top, text_width, a.line_height, {}, font, ToAlign(c.Alignment()),
+                                      ToColor(c.ForeColor())});
+      band.late.push_back(LateText{band.items.size() - 1, late_text});
+    }
+    for (std::size_t i = 0; i < a.lines.size(); ++i) {
+      band.items.emplace_back(TextRun{text_left, top + a.line_height * static_cast<float>(i), text_width,
+                                      a.line_height, a.lines[i], font, ToAlign(c.Alignment()),
+                                      ToColor(c.ForeColor())});
+      if (late_text && i == 0) band.late.push_back(LateText{band.items.size() - 1, late_text});
+    }
+    AddRule(band, left, left + c.Width(), top, c.Border().TopStyle);
+    AddRule(band, left, left + c.Width(), top + a.height, c.Border().BottomStyle);
+    if (c.Border().LeftStyle != 0) band.items.emplace_back(Rule(left, top, left, top + a.height));
+    if (c.Border().RightStyle != 0) {
+      band.items.emplace_back(Rule(left + c.Width(), top, left + c.Width(), top + a.height));
+    }
+  }
+}
+
+DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowKind kind, int level, float x0) {
+  DataRow row;
+  row.kind = kind;
+  row.level = level;
+  row.section = section.Name();
+  std::vector<std::pair<float, std::string>> labels;
+  for (const ArrangedControl& a : arrangement.controls) {
+    const Control& c = *a.control;
+    if (c.Class() == ControlClass::Label) {
+      labels.emplace_back(c.Left(), c.Caption());
+    } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) && c.Width() > 0) {
+      row.cells.push_back(DataCell{c.Name(), x0 + c.Left(), c.Width(), c.DataValue(), c.Text(), c.OutputFormat()});
+    }
+  }
+  std::stable_sort(row.cells.begin(), row.cells.end(),
+                   [](const DataCell& a, const DataCell& b) { return a.left < b.left; });
+  std::stable_sort(labels.begin(), labels.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (auto& l : labels) row.labels.push_back(std::move(l.second));
+  return row;
+}
+
+}  // namespace trellin::engine

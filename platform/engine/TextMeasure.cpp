@@ -1,0 +1,143 @@
+#include "platform/engine/TextMeasure.h"
+
+#include <pango/pangocairo.h>
+
+#include <cmath>
+
+namespace trellin::engine {
+namespace {
+
+constexpr float kTwipsPerPoint = 20.0f;
+
+float PangoToTwips(int pango_units) {
+  return static_cast<float>(pango_units) / PANGO_SCALE * kTwipsPerPoint;
+}
+
+std::string FontKey(const FontSpec& f) {
+  return f.name + '|' + std::to_string(f.size) + (f.bold ? "|b" : "|") + (f.italic ? "i" : "");
+}
+
+}  // namespace
+
+struct TextMeasure::FontData {
+  PangoFontDescription* description = nullptr;
+  float line_height = 0;
+  // Advances of the printable ASCII characters, for the quick test of whether a text fits on
+  // one line: most field texts are short and never need pango's line breaking.
+  std::array<float, 128> advance{};
+};
+
+struct TextMeasure::Impl {
+  PangoContext* context = nullptr;
+  PangoLayout* layout = nullptr;
+  std::unordered_map<std::string, std::unique_ptr<FontData>> fonts;
+
+  Impl() {
+    PangoFontMap* map = pango_cairo_font_map_get_default();
+    context = pango_font_map_create_context(map);
+    // 72 dots to the inch makes one pango unit of size one point, and unhinted metrics make
+    // widths scale linearly, as they do in the PDF the renderer writes.
+    pango_cairo_context_set_resolution(context, 72.0);
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    pango_cairo_context_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+    layout = pango_layout_new(context);
+  }
+  ~Impl() {
+    for (auto& [key, font] : fonts) pango_font_description_free(font->description);
+    g_object_unref(layout);
+    g_object_unref(context);
+  }
+};
+
+TextMeasure::TextMeasure() : impl_(std::make_unique<Impl>()) {}
+TextMeasure::~TextMeasure() = default;
+
+TextMeasure::FontData& TextMeasure::Font(const FontSpec& spec) {
+  std::string key = FontKey(spec);
+  auto it = impl_->fonts.find(key);
+  if (it != impl_->fonts.end()) return *it->second;
+
+  auto data = std::make_unique<FontData>();
+  data->description = pango_font_description_new();
+  pango_font_description_set_family(data->description, spec.name.c_str());
+  pango_font_description_set_weight(data->description, spec.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+  pango_font_description_set_style(data->description, spec.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+  pango_font_description_set_size(data->description,
+                                  static_cast<int>(std::lround(spec.size * PANGO_SCALE)));
+
+  PangoFontMetrics* metrics = pango_context_get_metrics(impl_->context, data->description, nullptr);
+  data->line_height = PangoToTwips(pango_font_metrics_get_ascent(metrics) +
+                                    pango_font_metrics_get_descent(metrics));
+  pango_font_metrics_unref(metrics);
+
+  PangoLayout* layout = impl_->layout;
+  pango_layout_set_font_description(layout, data->description);
+  pango_layout_set_width(layout, -1);
+  for (int c = 32; c < 127; ++c) {
+    char ch = static_cast<char>(c);
+    pango_layout_set_text(layout, &ch, 1);
+    int w = 0;
+    pango_layout_get_size(layout, &w, nullptr);
+    data->advance[c] = PangoToTwips(w);
+  }
+  auto& slot = impl_->fonts[key];
+  slot = std::move(data);
+  return *slot;
+}
+
+float TextMeasure::LineHeight(const FontSpec& font) { return Font(font).line_height; }
+
+float TextMeasure::Width(std::string_view text, const FontSpec& spec) {
+  FontData& font = Font(spec);
+  PangoLayout* layout = impl_->layout;
+  pango_layout_set_font_description(layout, font.description);
+  pango_layout_set_width(layout, -1);
+  pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+  int w = 0;
+  pango_layout_get_size(layout, &w, nullptr);
+  return PangoToTwips(w);
+}
+
+std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& spec, float width) {
+  std::vector<std::string> lines;
+  if (text.empty()) return lines;
+  FontData& font = Font(spec);
+
+  // Quick path: plain ASCII on one line whose summed advances leave a margin for kerning.
+  bool simple = true;
+  float sum = 0;
+  for (char ch : text) {
+    auto c = static_cast<unsigned char>(ch);
+    if (c < 32 || c >= 127) {
+      simple = false;
+      break;
+    }
+    sum += font.advance[c];
+  }
+  if (simple && sum * 1.02f + 10.0f <= width) {
+    lines.emplace_back(text);
+    return lines;
+  }
+
+  PangoLayout* layout = impl_->layout;
+  pango_layout_set_font_description(layout, font.description);
+  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  pango_layout_set_width(layout, width > 0 ? static_cast<int>(width / kTwipsPerPoint * PANGO_SCALE) : -1);
+  pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+  for (GSList* it = pango_layout_get_lines_readonly(layout); it != nullptr; it = it->next) {
+    auto* line = static_cast<PangoLayoutLine*>(it->data);
+    std::string piece(text.substr(line->start_index, line->length));
+    // A line ends where the text broke it; the break characters and trailing blanks do not print.
+    while (!piece.empty() && (piece.back() == '\n' || piece.back() == '\r' || piece.back() == ' ')) {
+      piece.pop_back();
+    }
+    lines.push_back(std::move(piece));
+  }
+  pango_layout_set_width(layout, -1);
+  return lines;
+}
+
+}  // namespace trellin::engine
