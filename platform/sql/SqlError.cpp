@@ -1,0 +1,10 @@
+#include "platform/sql/SqlError.h"
+
+namespace trellin::sql {
+
+SqlError::SqlError(std::string_view problem, int position, std::string token)
+    : std::runtime_error(std::string(problem) + " at position " + std::to_string(position)),
+      position_(position),
+      token_(std::move(token)) {}
+
+}  // namespace trellin::sql
