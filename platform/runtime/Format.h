@@ -12,12 +12,35 @@ namespace trellin {
 // The money mask when the business layer names none; also what the named format "Currency" means.
 inline constexpr std::string_view kDefaultCurrencyFormat = "$#,##0.00;($#,##0.00)";
 
-// A compiled mask. Numeric masks have up to four ';' sections (positive; negative; zero; null)
-// with 0 # . , % placeholders, literals, \x and "quoted" text; date masks use d dd ddd dddd m mm
-// mmm mmmm yy yyyy h hh n nn s ss AM/PM am/pm A/P ("m" right after "h" is minutes); the named
-// formats are "Currency", "Percent", "Fixed", "Standard", "General Number", "Short Date",
-// "Long Date". "Round", "(auto)" and the empty mask are no masks: a value passes through them in
-// its general form (Variant::Text), for the code that owns them to deal with.
+// A compiled mask.
+//
+// Number masks have up to four ';' sections (positive; negative; zero; null) of 0 # ? digit
+// placeholders, '.', ',' (thousands separators between placeholders; after the last one each
+// comma divides by a thousand), '%' (times a hundred), E+00 / E-00 exponents, literals, \x and
+// "quoted" text. A negative value takes the negative section without a sign of its own, or the
+// positive section with a leading '-' when there is none (or it is empty). Numbers round half
+// away from zero at the section's decimals, and a value that rounds to zero there prints with
+// the zero section when there is one, else with the positive section and no sign: -0.4 in
+// "#,###,##0;(#,###,##0)" is "0", never "(0)" or "-0". Null prints the null section, or "".
+//
+// Date masks use d dd ddd dddd m mm mmm mmmm yy yyyy h hh n nn s ss q, AM/PM am/pm A/P a/p
+// (a 12-hour clock, written as the mask spells it), letters in any case; "m" right after an hour
+// or right before seconds is minutes. Month and day names are English ("Mar", "Tuesday").
+//
+// Named formats, in any case: "Currency" (kDefaultCurrencyFormat), "Percent" ("0.00%"), "Fixed"
+// ("0.00"), "Standard" ("#,##0.00"), "Scientific" ("0.00E+00"), "General Number" (the number's
+// general form, as Variant::ToString), "General Date", "Short Date" ("dd/mm/yyyy"), "Medium Date"
+// ("dd-mmm-yy"), "Long Date" ("d mmmm yyyy"), "Short Time", "Medium Time", "Long Time", "Yes/No",
+// "True/False".
+//
+// What a value meets: a date goes through the date reading of the mask (through the number
+// reading, as its serial, when the mask has no date part); a number, Boolean (True is -1) or
+// numeric text through the number reading, unless the mask is only a date mask, when it is taken
+// as a date serial; other text passes through unchanged unless it reads as a date under a date
+// mask. Empty and Missing print "". An object throws TypeMismatch.
+//
+// "Round", "(auto)" and the empty mask are no masks: a value passes through them in its general
+// form (Variant::Text), for the code that owns them to deal with.
 class FormatMask {
  public:
   // The compiled mask for `mask`, from a process-wide cache. Never fails: text that is not a

@@ -163,35 +163,28 @@ std::string NumberFormat::ApplyNull() const {
 void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& n, bool minus,
                           int exponent, std::string& out) {
   // Split the rounded magnitude into integer and fraction digits.
-  char integer[decimal::DecimalNumber::kMaxDigits + 64];
-  int integer_len = 0;
-  char fraction[64];
-  int fraction_len = section.decimals;
-  for (int i = 0; i < fraction_len; ++i) fraction[i] = '0';
+  std::string integer;
+  std::string fraction(static_cast<std::size_t>(section.decimals), '0');
   if (n.count > 0) {
-    int point = n.count + n.exponent;  // digits before the decimal point
-    for (int i = 0; i < point && integer_len < static_cast<int>(sizeof integer) - 1; ++i) {
-      integer[integer_len++] = i < n.count ? n.digits[i] : '0';
-    }
+    const int point = n.count + n.exponent;  // digits before the decimal point
+    for (int i = 0; i < point; ++i) integer += i < n.count ? n.digits[i] : '0';
     for (int i = std::max(point, 0); i < n.count; ++i) {
-      int at = i - point;
-      if (at < fraction_len) fraction[at] = n.digits[i];
+      const int at = i - point;
+      if (at < section.decimals) fraction[static_cast<std::size_t>(at)] = n.digits[i];
     }
   }
   // Leading zeros up to the mask's minimum number of integer digits.
-  if (integer_len < section.min_integer_digits) {
-    int pad = section.min_integer_digits - integer_len;
-    for (int i = integer_len - 1; i >= 0; --i) integer[i + pad] = integer[i];
-    for (int i = 0; i < pad; ++i) integer[i] = '0';
-    integer_len = section.min_integer_digits;
+  if (static_cast<int>(integer.size()) < section.min_integer_digits) {
+    integer.insert(0, static_cast<std::size_t>(section.min_integer_digits) - integer.size(), '0');
   }
+  const int integer_len = static_cast<int>(integer.size());
   // Optional fraction places ('#', '?') drop trailing zeros.
-  int shown_fraction = fraction_len;
+  int shown_fraction = section.decimals;
   {
     int k = section.decimals;
     for (auto it = section.tokens.rbegin(); it != section.tokens.rend() && k > 0; ++it) {
       if (it->kind != TokenKind::kDigit) continue;
-      if (it->placeholder == '0' || fraction[k - 1] != '0') break;
+      if (it->placeholder == '0' || fraction[static_cast<std::size_t>(k - 1)] != '0') break;
       --shown_fraction;
       --k;
     }
@@ -199,7 +192,7 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
 
   if (minus) out += '-';
   const auto emit_integer_digit = [&](int index) {
-    out += integer[index];
+    out += integer[static_cast<std::size_t>(index)];
     int remaining = integer_len - index - 1;
     if (section.grouping && remaining > 0 && remaining % 3 == 0) out += ',';
   };
@@ -238,7 +231,7 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
       case TokenKind::kDigit:
         if (after_point) {
           if (fraction_index < shown_fraction) {
-            out += fraction[fraction_index];
+            out += fraction[static_cast<std::size_t>(fraction_index)];
           } else if (token.placeholder == '?') {
             out += ' ';
           }

@@ -11,8 +11,8 @@ Variant Money(const char* text) { return Variant(*Currency::Parse(text)); }
 
 struct Case {
   Variant value;
-  const char* mask;
-  const char* expected;
+  std::string mask;
+  std::string expected;
 };
 
 void ExpectAll(const std::vector<Case>& cases) {
@@ -114,6 +114,9 @@ TEST(FormatTest, PlaceholdersLiteralsAndText) {
       {Variant(0.5), "#.##", ".5"},
       {Variant(5.25), ".00", "5.25"},
       {Variant(1234), "000-000", "001-234"},
+      {Variant(1e20), "#,##0", "100,000,000,000,000,000,000"},
+      {Variant(1.5), "0." + std::string(80, '0'), "1.5" + std::string(79, '0')},
+      {Variant(0.000001), "#,##0.00", "0.00"},
       {Variant("abc"), "#,##0.00", "abc"},
       {Variant("1234.5"), "#,##0.00", "1,234.50"},
       {Variant("(12)"), "0;(0)", "(12)"},
