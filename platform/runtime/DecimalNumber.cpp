@@ -131,6 +131,8 @@ std::optional<DecimalNumber> Parse(std::string_view text) {
   if (i != s.size()) return std::nullopt;
   n.negative = (negative || parenthesised) && n.count > 0;
   Normalize(n);
+  // Beyond the largest Double is no number the report language could hold.
+  if (n.count > 0 && n.count + n.exponent > 309) return std::nullopt;
   return n;
 }
 

@@ -32,7 +32,7 @@ struct DecimalNumber {
 [[nodiscard]] DecimalNumber FromDouble(double value);
 // Number text: optional blanks, a sign or enclosing parentheses for a negative, an optional '$',
 // digits with grouping commas, a decimal point, an exponent ("1,234.5", "(12.00)", "-$5", "1E3").
-// nullopt for anything else, including "" and a lone sign or point.
+// nullopt for anything else, including "", a lone sign or point, and values past 1E+309.
 [[nodiscard]] std::optional<DecimalNumber> Parse(std::string_view text);
 
 // Rounds to `places` decimals (negative places round to tens, hundreds...), half away from zero.

@@ -196,7 +196,8 @@ Date Variant::ToDate() const {
       // A number is days and a fraction of a day. As in the report language, the fraction is the
       // time of day whatever the sign: -1.5 is noon on day -1.
       double value = ToDouble();
-      if (!(std::fabs(value) < 3000000.0)) {
+      // Serials of 1 January of the year 1 and 31 December 9999: the dates there are.
+      if (!(value > -693594.0 && value < 2958466.0)) {
         throw TypeMismatch("Overflow: " + ToString() + " is no date");
       }
       double whole = std::trunc(value);

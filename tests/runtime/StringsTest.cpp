@@ -116,7 +116,8 @@ TEST(StringsTest, IsNumericFollowsTheReportLanguage) {
       {".", false, 0},          {"1,", false, 0},
       {"1e", false, 0},         {"12abc", false, 0},
       {"1 2", false, 0},        {"EOM", false, 0},
-      {"31/12/2030", false, 0},
+      {"31/12/2030", false, 0}, {"1e309", false, 0},
+      {"1e308", true, 1e308},   {"1e-400", true, 0},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(IsNumeric(c.text), c.numeric) << '"' << c.text << '"';

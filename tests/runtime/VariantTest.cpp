@@ -70,6 +70,8 @@ TEST(VariantTest, ConversionsOfTextAndNumbers) {
     EXPECT_THROW((void)bad.ToLong(), TypeMismatch) << bad.Text();
   }
   EXPECT_THROW((void)Variant("31/12/2030+1D").ToDate(), TypeMismatch);
+  EXPECT_THROW((void)Variant(2958466).ToDate(), TypeMismatch);
+  EXPECT_EQ(Variant(2958465).ToDate(), Date::FromYmd(9999, 12, 31));
   EXPECT_THROW((void)Variant(1e300).ToCurrency(), TypeMismatch);
   EXPECT_THROW((void)Variant("maybe").ToBool(), TypeMismatch);
   EXPECT_THROW((void)Variant(std::make_shared<Object>()).ToString(), TypeMismatch);
