@@ -62,6 +62,22 @@ class Options {
   [[nodiscard]] virtual UserDefinedField UserDefinedFields(UserDefinedKind kind, int position) const = 0;
   [[nodiscard]] virtual std::string TemplateFolder() const = 0;
   [[nodiscard]] virtual bool JobActualCharges() const = 0;
+
+  // Further options some reports read. Each has a neutral answer here for applications that do
+  // not keep it.
+  // The branch whose details head documents by default; "" when none.
+  [[nodiscard]] virtual std::string DefaultBranch() const { return {}; }
+  // Accounts by role ("" when the company has not set one).
+  [[nodiscard]] virtual std::string RetainedEarningsAccount() const { return {}; }
+  [[nodiscard]] virtual std::string ReceivablesControlAccount() const { return {}; }
+  [[nodiscard]] virtual std::string PayablesControlAccount() const { return {}; }
+  // Decimals shown for quantities, unit prices and values.
+  [[nodiscard]] virtual int QuantityDecimals() const { return 2; }
+  [[nodiscard]] virtual int PriceDecimals() const { return 2; }
+  [[nodiscard]] virtual int ValueDecimals() const { return 2; }
+  [[nodiscard]] virtual bool PromptPaymentDiscount() const { return false; }
+  // True when an item's available quantity keeps allocated stock in.
+  [[nodiscard]] virtual bool AvailableIncludesAllocated() const { return false; }
 };
 
 class Tax {
@@ -69,6 +85,14 @@ class Tax {
   virtual ~Tax() = default;
   [[nodiscard]] virtual std::string TaxName() const = 0;  // "GST"
   [[nodiscard]] virtual double Rate() const = 0;          // percent, 15 for 15%
+  // The company's tax registration number; "" when none is kept.
+  [[nodiscard]] virtual std::string TaxNumber() const { return {}; }
+  // The tax period now open: its first day (nullopt when not kept) and its length in months.
+  [[nodiscard]] virtual std::optional<Date> PeriodStart() const { return std::nullopt; }
+  [[nodiscard]] virtual int PeriodMonths() const { return 2; }
+  // The basis of sales and of purchases: "Invoice", "Payments" or "Exempt".
+  [[nodiscard]] virtual std::string BasisOutput() const { return "Invoice"; }
+  [[nodiscard]] virtual std::string BasisInput() const { return "Invoice"; }
 };
 
 class Application : public Object {

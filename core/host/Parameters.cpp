@@ -94,8 +94,9 @@ std::optional<std::string> CheckNumber(const Parameter& parameter) {
       return message + "it must be from " + parameter.Minimum->ToString() + " to " +
              parameter.Maximum->ToString() + ".";
     }
-    return message + (below ? "it must be at least " + parameter.Minimum->ToString()
-                            : "it must be at most " + parameter.Maximum->ToString()) +
+    return message +
+           (below ? "it must be at least " + parameter.Minimum->ToString()
+                  : "it must be at most " + parameter.Maximum->ToString()) +
            ".";
   }
   return std::nullopt;
@@ -169,8 +170,8 @@ ParameterPtr Parameters::AddBoolean(const std::string& name, bool value, bool pr
 }
 
 ParameterPtr Parameters::AddDate(const std::string& name, const Variant& value, bool primary,
-                                 const std::string& prompt, const Variant& default_value,
-                                 bool flag, const std::string& caption) {
+                                 const std::string& prompt, const Variant& default_value, bool flag,
+                                 const std::string& caption) {
   return Put(MakeParameter(ParameterType::Date, name, value, primary, prompt, default_value, flag,
                            caption));
 }
@@ -189,8 +190,8 @@ ParameterPtr Parameters::AddList(const std::string& name, const Variant& value, 
                                  const std::string& prompt, const Variant& default_value,
                                  const std::string& choices, bool flag,
                                  const std::string& caption) {
-  auto parameter =
-      MakeParameter(ParameterType::List, name, value, primary, prompt, default_value, flag, caption);
+  auto parameter = MakeParameter(ParameterType::List, name, value, primary, prompt, default_value,
+                                 flag, caption);
   parameter->Choices = choices;
   return Put(std::move(parameter));
 }
@@ -198,8 +199,8 @@ ParameterPtr Parameters::AddList(const std::string& name, const Variant& value, 
 ParameterPtr Parameters::AddNumber(const std::string& name, const Variant& value, bool primary,
                                    const std::string& prompt, const Variant& default_value,
                                    std::int64_t initial, bool flag, const std::string& caption) {
-  auto parameter = MakeParameter(ParameterType::Number, name, value, primary, prompt,
-                                 default_value, flag, caption);
+  auto parameter = MakeParameter(ParameterType::Number, name, value, primary, prompt, default_value,
+                                 flag, caption);
   parameter->Initial = initial;
   parameter->Minimum = kLowestNumber;
   parameter->Maximum = kHighestNumber;
