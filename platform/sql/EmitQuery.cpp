@@ -1,5 +1,6 @@
 // Queries: SELECT lists, FROM clauses with their joins, UNION, ORDER BY, TOP.
 
+#include <cstdlib>
 #include <string>
 
 #include "platform/sql/Emitter.h"
@@ -261,7 +262,11 @@ std::string Emitter::WriteCompoundOrderBy(const Query& query, const SelectText& 
   for (std::size_t i = 0; i < query.order_by.size(); ++i) {
     const OrderItem& term = query.order_by[i];
     std::optional<std::size_t> column;
-    if (term.expr->kind == ExprKind::kColumn) {
+    if (term.expr->kind == ExprKind::kNumber) {
+      // ORDER BY 2: the second column.
+      std::size_t ordinal = std::strtoul(term.expr->text.c_str(), nullptr, 10);
+      if (ordinal >= 1 && ordinal <= first.items.size()) column = ordinal - 1;
+    } else if (term.expr->kind == ExprKind::kColumn) {
       for (std::size_t c = 0; c < first.items.size() && !column; ++c) {
         if (SameName(first.items[c].name, term.expr->text)) column = c;
       }
