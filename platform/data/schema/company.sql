@@ -992,13 +992,15 @@ CREATE INDEX glBudget_AccountMonth ON glBudget (AccountId, Month);
 CREATE INDEX glBankTransaction_OtherParty ON glBankTransaction (OtherPartyId);
 
 -- The per-party sub-selects of the ledger, aged overdue, statement and log reports:
--- OtherPartyId = ? AND Type Between ? AND DateProcess range, and the same by Date.
-CREATE INDEX Transactions_PartyTypeProcess ON Transactions (OtherPartyId, Type, DateProcess);
+-- OtherPartyId = ? AND Type Between ? AND a DateProcess range, summing Value or ValueRemaining.
+-- The index covers those sums, so a ledger of many parties never reads the table for them.
+CREATE INDEX Transactions_PartyTypeProcess ON Transactions (OtherPartyId, Type, DateProcess, Value, ValueRemaining);
+-- The same by the document date: statements, the outstanding ledger, ageing by document date.
 CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Date);
 -- Overdue lists, ledger overdue range and statements' ageing: open items by due date.
 CREATE INDEX Transactions_PartyDue ON Transactions (OtherPartyId, DatePayment);
 -- Control report: this month's and future transactions of a side, whatever the party.
-CREATE INDEX Transactions_TypeProcess ON Transactions (Type, DateProcess);
+CREATE INDEX Transactions_Process ON Transactions (DateProcess);
 -- The cheque stub finds the payment behind a bank entry.
 CREATE INDEX Transactions_Bank ON Transactions (glBankTransactionId);
 -- Analysis by job.
