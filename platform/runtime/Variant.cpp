@@ -193,19 +193,19 @@ Date Variant::ToDate() const {
     case VariantKind::Long:
     case VariantKind::Double:
     case VariantKind::Currency: {
-      // A number is days and a fraction of a day. As in the report language, the fraction is the
-      // time of day whatever the sign: -1.5 is noon on day -1.
+      // A number is days and a fraction of a day, counted on from day 0 whatever the sign, so
+      // that Date::ToDouble gives the number back: -1.5 is noon on day -2.
       double value = ToDouble();
       // Serials of 1 January of the year 1 and 31 December 9999: the dates there are.
       if (!(value > -693594.0 && value < 2958466.0)) {
         throw TypeMismatch("Overflow: " + ToString() + " is no date");
       }
-      double whole = std::trunc(value);
-      auto seconds = static_cast<std::int32_t>(std::llround(std::fabs(value - whole) * 86400));
+      double whole = std::floor(value);
       auto day = static_cast<std::int32_t>(whole);
-      if (seconds >= 86400) {
+      auto seconds = static_cast<std::int32_t>(std::llround((value - whole) * 86400));
+      if (seconds >= 86400) {  // within half a second of the next midnight
         seconds -= 86400;
-        day += value < 0 ? -1 : 1;
+        day += 1;
       }
       return Date::FromSerial(day, seconds);
     }

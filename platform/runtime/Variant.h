@@ -79,7 +79,8 @@ class Variant {
   // Each throws TypeMismatch for Null, Missing, an object, or text that does not convert.
   // Empty converts to False, 0, "" and day 0. Text converts when it reads as a number ("1,234.5")
   // or, for ToDate, as a date (ParseDateText). ToLong rounds a fraction half to even, as CLng.
-  // True counts as -1. A number becomes a date as days with the fraction as the time of day.
+  // True counts as -1. A number becomes a date as days on from day 0 with the fraction as the
+  // time of day to the nearest second (-1.5 is noon on day -2), as Date::ToDouble reads it back.
   [[nodiscard]] bool ToBool() const;
   [[nodiscard]] std::int64_t ToLong() const;
   [[nodiscard]] double ToDouble() const;

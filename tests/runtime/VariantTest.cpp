@@ -42,7 +42,9 @@ TEST(VariantTest, ConversionsOfTextAndNumbers) {
   EXPECT_EQ(Variant(2.675).ToCurrency().Raw(), 26750);
   EXPECT_EQ(Variant("5/03/2024").ToDate(), Date::FromYmd(2024, 3, 5));
   EXPECT_EQ(Variant(45356.5).ToDate(), Date::FromYmdHms(2024, 3, 5, 12, 0, 0));
-  EXPECT_EQ(Variant(-1.5).ToDate(), Date::FromSerial(-1, 43200));
+  EXPECT_EQ(Variant(-1.5).ToDate(), Date::FromSerial(-2, 43200));
+  EXPECT_EQ(Variant(Date::FromSerial(-2, 43200).ToDouble()).ToDate(), Date::FromSerial(-2, 43200));
+  EXPECT_EQ(Variant(0.99999999).ToDate(), Date::FromSerial(1));
   EXPECT_TRUE(Variant("true").ToBool());
   EXPECT_FALSE(Variant("False").ToBool());
   EXPECT_TRUE(Variant("-1").ToBool());
