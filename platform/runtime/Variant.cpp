@@ -10,13 +10,8 @@
 namespace trellin {
 namespace {
 
-constexpr const char* kKindNames[] = {"Empty",  "Null",     "Missing", "Boolean", "Long",
-                                      "Double", "Currency", "Date",    "String",  "Object"};
-
-const char* KindName(VariantKind kind) { return kKindNames[static_cast<int>(kind)]; }
-
 [[noreturn]] void Mismatch(const Variant& v, const char* target) {
-  throw TypeMismatch(std::string("Type mismatch: ") + KindName(v.Kind()) + " cannot become " +
+  throw TypeMismatch("Type mismatch: " + std::string(KindName(v.Kind())) + " cannot become " +
                      target);
 }
 
@@ -57,6 +52,13 @@ std::string DateText(const Date& d) {
 }
 
 }  // namespace
+
+std::string_view KindName(VariantKind kind) {
+  static constexpr std::string_view kNames[] = {"Empty",  "Null",   "Missing",  "Boolean",
+                                                "Long",   "Double", "Currency", "Date",
+                                                "String", "Object"};
+  return kNames[static_cast<int>(kind)];
+}
 
 VariantKind Variant::Kind() const { return static_cast<VariantKind>(value_.index()); }
 

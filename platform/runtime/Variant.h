@@ -33,6 +33,9 @@ enum class VariantKind {
   Object
 };
 
+// The kind's name as messages spell it: "Empty", "Long", "Currency", ...
+[[nodiscard]] std::string_view KindName(VariantKind kind);
+
 // Raised when a value cannot become what the code asks for: Null where a value is needed,
 // text that is not a number, a number out of range. The message says what and why.
 class TypeMismatch : public std::runtime_error {

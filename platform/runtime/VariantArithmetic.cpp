@@ -49,11 +49,8 @@ Number DoubleNumber(double d) { return {NumberKind::Double, 0, d, {}}; }
 Number CurrencyNumber(Currency c) { return {NumberKind::Currency, 0, 0, c}; }
 
 [[noreturn]] void Unsupported(const char* operation, const Variant& a, const Variant& b) {
-  static constexpr const char* kNames[] = {"Empty",  "Null",     "Missing", "Boolean", "Long",
-                                           "Double", "Currency", "Date",    "String",  "Object"};
   throw TypeMismatch(std::string("Type mismatch: cannot ") + operation + " " +
-                     kNames[static_cast<int>(a.Kind())] + " and " +
-                     kNames[static_cast<int>(b.Kind())]);
+                     std::string(KindName(a.Kind())) + " and " + std::string(KindName(b.Kind())));
 }
 
 // Empty, Boolean (True is -1), the numbers and numeric text; nullopt for the rest.

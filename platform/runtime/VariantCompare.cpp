@@ -27,11 +27,8 @@ int CompareNumbers(const Variant& a, const Variant& b) {
 }
 
 [[noreturn]] void NotComparable(const Variant& a, const Variant& b) {
-  static constexpr const char* kNames[] = {"Empty",  "Null",     "Missing", "Boolean", "Long",
-                                           "Double", "Currency", "Date",    "String",  "Object"};
   throw TypeMismatch(std::string("Type mismatch: cannot compare ") +
-                     kNames[static_cast<int>(a.Kind())] + " with " +
-                     kNames[static_cast<int>(b.Kind())]);
+                     std::string(KindName(a.Kind())) + " with " + std::string(KindName(b.Kind())));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 
 namespace trellin {
@@ -177,6 +178,37 @@ TEST(VariantTest, CompareAcrossKindsAndWithNull) {
   EXPECT_THROW((void)Compare(Variant(1), Variant("abc")), TypeMismatch);
   EXPECT_THROW((void)Compare(Variant(Date()), Variant("EOM")), TypeMismatch);
   EXPECT_THROW((void)Compare(Variant::Missing(), Variant(1)), TypeMismatch);
+}
+
+}  // namespace
+}  // namespace trellin
+
+namespace trellin {
+namespace {
+
+std::string MessageOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const std::exception& e) {
+    return e.what();
+  }
+  return "(no error)";
+}
+
+TEST(VariantTest, MismatchMessagesSayWhatAndWhy) {
+  struct Case {
+    std::function<void()> action;
+    const char* message;
+  } cases[] = {
+      {[] { (void)Variant::Null().ToLong(); }, "Type mismatch: Null cannot become a Long"},
+      {[] { (void)Variant("abc").ToDouble(); }, "Type mismatch: \"abc\" is not a number"},
+      {[] { (void)Variant("EOM").ToDate(); }, "Type mismatch: \"EOM\" is not a date"},
+      {[] { (void)Add(Variant("abc"), Variant(1)); }, "Type mismatch: cannot add String and Long"},
+      {[] { (void)Compare(Variant(1), Variant("x")); },
+       "Type mismatch: cannot compare Long with String"},
+      {[] { (void)Variant(1e30).ToLong(); }, "Overflow: 1E+30 is too large for a Long"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(MessageOf(c.action), c.message);
 }
 
 }  // namespace
