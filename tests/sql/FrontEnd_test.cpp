@@ -1,0 +1,201 @@
+// The pieces of the front end that the .test files reach only indirectly: date literals,
+// money scaling, declared types, the lexer's positions, the catalogue and the cache.
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "platform/sql/DateLiteral.h"
+#include "platform/sql/Lexer.h"
+#include "platform/sql/Translate.h"
+#include "platform/sql/Typed.h"
+
+namespace trellin::sql {
+namespace {
+
+TEST(DateLiteral, AcceptsIsoAndMonthFirstForms) {
+  struct Case {
+    const char* text;
+    std::optional<std::string> iso;
+  } cases[] = {
+      {"2024-03-31", "2024-03-31"},
+      {"2024-03-31 00:00:00", "2024-03-31"},  // midnight compares equal to a plain date
+      {"2024-03-31 23:59:59", "2024-03-31 23:59:59"},
+      {"2024-3-1 7:05", "2024-03-01 07:05:00"},
+      {"3/31/2024", "2024-03-31"},
+      {"12/1/2024 5:30:00 PM", "2024-12-01 17:30:00"},
+      {"12/1/2024 12:00 AM", "2024-12-01"},
+      {"12/1/2024 12:00 pm", "2024-12-01 12:00:00"},
+      {" 2/29/2024 ", "2024-02-29"},
+      {"2/29/2023", std::nullopt},
+      {"2024-02-30", std::nullopt},
+      {"2024-13-01", std::nullopt},
+      {"13/1/2024", std::nullopt},
+      {"2024-03-31 24:00:00", std::nullopt},
+      {"2024-03-31 10:60", std::nullopt},
+      {"1/1/24", std::nullopt},
+      {"13:00 PM", std::nullopt},
+      {"2024-03-31 10:00 PMX", std::nullopt},
+      {"", std::nullopt},
+      {"today", std::nullopt},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(JetDateToIso(c.text), c.iso) << "#" << c.text << "#";
+  }
+}
+
+TEST(ScaleDecimal, ShiftsFourPlacesExactly) {
+  struct Case {
+    const char* decimal;
+    const char* scaled;
+    bool exact_money;
+  } cases[] = {
+      {"100", "1000000", true}, {"12.34", "123400", true}, {"-0.5", "-5000", true},
+      {"0.0001", "1", true},    {"0.00005", "0.5", false}, {"007.10", "71000", true},
+      {".25", "2500", true},    {"1E3", "10000000", true}, {"2.5e-5", "0.25", false},
+      {"-0", "0", true},        {"0.00010", "1", true},    {"9999999999", "99999999990000", true},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ScaleDecimal(c.decimal), c.scaled) << c.decimal;
+    EXPECT_EQ(IsExactMoney(NumberLiteral(c.decimal)), c.exact_money) << c.decimal;
+  }
+}
+
+TEST(SemTypeFromDeclared, ReadsTheSixDeclarations) {
+  struct Case {
+    const char* declared;
+    std::optional<SemType> type;
+  } cases[] = {
+      {"TEXT COLLATE NOCASE", SemType::Text},
+      {"integer", SemType::Long},
+      {"DOUBLE", SemType::Double},
+      {"Money NOT NULL", SemType::Currency},
+      {" DATE", SemType::Date},
+      {"BOOLEAN", SemType::Boolean},
+      {"VARCHAR(20)", std::nullopt},
+      {"REAL", std::nullopt},
+      {"", std::nullopt},
+  };
+  for (const Case& c : cases) EXPECT_EQ(SemTypeFromDeclared(c.declared), c.type) << c.declared;
+}
+
+TEST(Lexer, PositionsAndKinds) {
+  std::vector<Token> tokens = Tokenize("SELECT [Order Date],'a''b'--1 <>#1/2/2024# .5 x.y");
+  struct Expected {
+    TokenKind kind;
+    const char* text;
+    int position;
+  } expected[] = {
+      {TokenKind::kName, "SELECT", 1},    {TokenKind::kName, "Order Date", 8},
+      {TokenKind::kSymbol, ",", 20},      {TokenKind::kText, "a'b", 21},
+      {TokenKind::kSymbol, "-", 27},      {TokenKind::kSymbol, "-", 28},
+      {TokenKind::kNumber, "1", 29},      {TokenKind::kSymbol, "<>", 31},
+      {TokenKind::kDate, "1/2/2024", 33}, {TokenKind::kNumber, ".5", 44},
+      {TokenKind::kName, "x", 47},        {TokenKind::kSymbol, ".", 48},
+      {TokenKind::kName, "y", 49},        {TokenKind::kEnd, "", 50},
+  };
+  ASSERT_EQ(tokens.size(), std::size(expected));
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    EXPECT_EQ(tokens[i].kind, expected[i].kind) << i;
+    EXPECT_EQ(tokens[i].text, expected[i].text) << i;
+    EXPECT_EQ(tokens[i].position, expected[i].position) << i;
+  }
+  EXPECT_TRUE(tokens[1].bracketed);
+}
+
+TEST(Lexer, ErrorsNamePositionAndToken) {
+  struct Case {
+    const char* text;
+    const char* message;
+    int position;
+    const char* token;
+  } cases[] = {
+      {"SELECT 'abc", "unterminated text literal at position 8", 8, "'abc"},
+      {"SELECT [abc", "unterminated name at position 8", 8, "[abc"},
+      {"SELECT #2024", "unterminated date literal at position 8", 8, "#2024"},
+      {"SELECT a ! b", "unexpected character '!' at position 10", 10, "!"},
+      {"SELECT 12ab", "invalid number '12ab' at position 8", 8, "12ab"},
+  };
+  for (const Case& c : cases) {
+    try {
+      (void)Tokenize(c.text);
+      ADD_FAILURE() << "no error for " << c.text;
+    } catch (const SqlError& error) {
+      EXPECT_STREQ(error.what(), c.message) << c.text;
+      EXPECT_EQ(error.position(), c.position) << c.text;
+      EXPECT_EQ(error.token(), c.token) << c.text;
+    }
+  }
+}
+
+Catalog SmallCatalog() {
+  Catalog catalog;
+  catalog.AddColumn("Account", "AccountId", SemType::Text);
+  catalog.AddColumn("Account", "Balance", SemType::Currency);
+  catalog.AddColumn("ACCOUNT", "accountid", SemType::Text);  // same column, any case
+  catalog.AddColumn("Ledger", "AccountId", SemType::Text);
+  catalog.AddColumn("Ledger", "Posted", SemType::Date);
+  return catalog;
+}
+
+TEST(Catalog, MatchesNamesWithoutRegardToCase) {
+  Catalog catalog = SmallCatalog();
+  EXPECT_EQ(catalog.TableNames(), (std::vector<std::string>{"Account", "Ledger"}));
+  ASSERT_NE(catalog.FindTable("account"), nullptr);
+  EXPECT_EQ(catalog.FindTable("account")->columns.size(), 2u);
+  EXPECT_EQ(catalog.ColumnType("LEDGER", "posted"), SemType::Date);
+  EXPECT_EQ(catalog.ColumnType("Ledger", "Balance"), std::nullopt);
+  EXPECT_EQ(catalog.ColumnType("Nowhere", "AccountId"), std::nullopt);
+}
+
+TEST(Translate, ReportsColumnsAndTypes) {
+  Catalog catalog = SmallCatalog();
+  Translation t = Translate(
+      "SELECT a.AccountId, Sum(Balance) AS Total, Max(Posted), Count(*) FROM Account a INNER "
+      "JOIN Ledger ON a.AccountId = Ledger.AccountId GROUP BY a.AccountId",
+      catalog);
+  std::vector<ResultColumn> expected{{"AccountId", SemType::Text},
+                                     {"Total", SemType::Currency},
+                                     {"Expr1000", SemType::Date},
+                                     {"Expr1001", SemType::Long}};
+  EXPECT_EQ(t.columns, expected);
+}
+
+TEST(Translate, ErrorCarriesPositionAndToken) {
+  Catalog catalog = SmallCatalog();
+  try {
+    (void)Translate("SELECT AccountId FROM Account, Ledger", catalog);
+    FAIL() << "no error";
+  } catch (const SqlError& error) {
+    EXPECT_STREQ(error.what(), "ambiguous column 'AccountId' at position 8");
+    EXPECT_EQ(error.position(), 8);
+    EXPECT_EQ(error.token(), "AccountId");
+  }
+}
+
+TEST(Translate, DeepNestingFailsCleanly) {
+  Catalog catalog = SmallCatalog();
+  std::string deep =
+      "SELECT " + std::string(5000, '(') + "1" + std::string(5000, ')') + " FROM Account";
+  EXPECT_THROW((void)Translate(deep, catalog), SqlError);
+  std::string minus = "SELECT " + std::string(5000, '-') + "1 FROM Account";
+  EXPECT_THROW((void)Translate(minus, catalog), SqlError);
+}
+
+TEST(Translator, CachesByExactText) {
+  Catalog catalog = SmallCatalog();
+  Translator translator(catalog);
+  auto first = translator.Translate("SELECT AccountId FROM Account");
+  auto again = translator.Translate("SELECT AccountId FROM Account");
+  auto other = translator.Translate("SELECT accountid FROM Account");
+  EXPECT_EQ(first.get(), again.get());
+  EXPECT_NE(first.get(), other.get());
+  EXPECT_EQ(first->sqlite, other->sqlite);
+  EXPECT_EQ(translator.CachedCount(), 2u);
+  EXPECT_THROW((void)translator.Translate("SELECT Nothing FROM Account"), SqlError);
+  EXPECT_EQ(translator.CachedCount(), 2u);
+}
+
+}  // namespace
+}  // namespace trellin::sql
