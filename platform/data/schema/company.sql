@@ -35,6 +35,8 @@
 -- Keys the reports and the business layer read:
 --   Defaults   Branch                the branch whose details head documents by default
 --   Company    Name                  printed in every page header (txtCompany, txtCompanyName)
+--   Company    ProductName           which product the business layer is ("Kestrane", ...):
+--                                    a layout script asks for its product's object by it
 --   Company    Country               country code, "NZ", "AU", ...: picks the GST 101 or the
 --                                    BAS form, "ABN: " lines, the Suburb/City/State rows
 --   Company    TaxNumber             the company's tax registration number (GST form,
@@ -492,7 +494,9 @@ CREATE TABLE OtherPartyContactMethod (
 -- Checked names: no IsCustomer, IsSupplier, XRefId, Status, CustomerCategoryId and the other
 -- party classifications, CustomerCreditLimit, CustomerActive, SupplierActive (bare in the aged
 -- overdue and analysis joins with OtherParty); no TransactionId1/TransactionId2 (bare beside
--- TransactionAllocation); no Description, DeptId, ItemId (line joins).
+-- TransactionAllocation); no Description, DeptId, ItemId (line joins). Name, the payer's name on
+-- a receipt, is read bare only from Transactions alone; every join with OtherParty qualifies
+-- OtherParty.Name.
 CREATE TABLE Transactions (
   TransactionId INTEGER PRIMARY KEY,
   OtherPartyId TEXT COLLATE NOCASE REFERENCES OtherParty (OtherPartyId),
