@@ -1,31 +1,77 @@
 // trellin: the command-line face of the report service.
 #include <cstdio>
-#include <cstring>
+#include <exception>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "apps/trellin/CommandLine.h"
+#include "apps/trellin/Commands.h"
 
 namespace {
 
-constexpr const char* kUsage =
-    "usage: trellin <command> [options]\n"
-    "\n"
-    "commands:\n"
-    "  run KEY    run a report (not built yet)\n"
-    "\n"
-    "options:\n"
-    "  -h, --help  show this help\n";
+using trellin::cli::Args;
+using trellin::cli::Context;
+
+struct Command {
+  std::string_view name;
+  std::string_view summary;
+  int (*run)(const Args&, const Context&);
+};
+
+const Command kCommands[] = {
+    {"list", "list the report keys, with caption and area", trellin::cli::ListCommand},
+    {"sql", "run Jet-dialect SQL on the company file (read only), or show its SQLite text",
+     trellin::cli::SqlCommand},
+};
+
+void PrintUsage(std::FILE* out) {
+  std::fprintf(out,
+               "usage: trellin [--verbose] <command> [options]\n\n"
+               "Reports from a small-business accounts company file.\n\ncommands:\n");
+  for (const Command& command : kCommands) {
+    std::fprintf(out, "  %-8s %s\n", std::string(command.name).c_str(), std::string(command.summary).c_str());
+  }
+  std::fprintf(out,
+               "\n'trellin <command> --help' tells a command's options.\n"
+               "The company file is --db FILE, else $TRELLIN_DB, else the demo company.\n"
+               "Exit codes: 0 success, 1 report errors, 2 bad usage or input, 3 database problems.\n");
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || std::string_view(argv[1]) == "-h" || std::string_view(argv[1]) == "--help") {
-    std::fputs(kUsage, argc < 2 ? stderr : stdout);
-    return argc < 2 ? 2 : 0;
+  std::vector<std::string> args(argv + 1, argv + argc);
+  Context context;
+  while (!args.empty() && (args.front() == "--verbose" || args.front() == "-v")) {
+    context.verbose = true;
+    args.erase(args.begin());
   }
-  std::string_view command = argv[1];
-  if (command == "run") {
-    std::fputs("trellin: reports are not built yet\n", stderr);
-    return 2;
+  if (args.empty()) {
+    PrintUsage(stderr);
+    return trellin::cli::kExitUsage;
   }
-  std::fprintf(stderr, "trellin: unknown command '%s' (see trellin --help)\n", argv[1]);
-  return 2;
+  if (args.front() == "-h" || args.front() == "--help" || args.front() == "help") {
+    PrintUsage(stdout);
+    return trellin::cli::kExitOk;
+  }
+  for (const Command& command : kCommands) {
+    if (command.name != args.front()) continue;
+    Args rest(args.begin() + 1, args.end());
+    try {
+      return command.run(rest, context);
+    } catch (const trellin::cli::UsageError& e) {
+      std::fprintf(stderr, "trellin %s: %s (see 'trellin %s --help')\n", args.front().c_str(), e.what(),
+                   args.front().c_str());
+      return trellin::cli::kExitUsage;
+    } catch (const trellin::cli::CommandError& e) {
+      std::fprintf(stderr, "trellin %s: %s\n", args.front().c_str(), e.what());
+      return e.Code();
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "trellin %s: unexpected failure: %s\n", args.front().c_str(), e.what());
+      return trellin::cli::kExitReportErrors;
+    }
+  }
+  std::fprintf(stderr, "trellin: unknown command '%s' (see 'trellin --help')\n", args.front().c_str());
+  return trellin::cli::kExitUsage;
 }

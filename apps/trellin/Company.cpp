@@ -1,0 +1,37 @@
+#include "apps/trellin/Company.h"
+
+#include <cstdlib>
+
+#include "apps/trellin/Commands.h"
+
+namespace trellin::cli {
+
+namespace {
+
+std::filesystem::path DefaultDemoPath() {
+  if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg != nullptr && *xdg != '\0') {
+    return std::filesystem::path(xdg) / "trellin" / "demo.db";
+  }
+  const char* home = std::getenv("HOME");
+  std::filesystem::path base = home != nullptr && *home != '\0' ? home : ".";
+  return base / ".local" / "share" / "trellin" / "demo.db";
+}
+
+}  // namespace
+
+std::filesystem::path CompanyPath(const std::optional<std::string>& db_option) {
+  if (db_option) return *db_option;
+  if (const char* env = std::getenv("TRELLIN_DB"); env != nullptr && *env != '\0') return env;
+  return DefaultDemoPath();
+}
+
+std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option) {
+  std::filesystem::path path = CompanyPath(db_option);
+  try {
+    return data::SqliteDatabase::Open(path.string());
+  } catch (const DatabaseError& e) {
+    throw CommandError(kExitDatabase, e.what());
+  }
+}
+
+}  // namespace trellin::cli

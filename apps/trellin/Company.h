@@ -1,0 +1,22 @@
+#pragma once
+// Which company file a command reads.
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/data/SqliteDatabase.h"
+
+namespace trellin::cli {
+
+// The company file: `db_option` when given, else $TRELLIN_DB, else the demo company in the
+// user's data folder ($XDG_DATA_HOME/trellin/demo.db, or ~/.local/share/trellin/demo.db).
+[[nodiscard]] std::filesystem::path CompanyPath(const std::optional<std::string>& db_option);
+
+// Opens the company file read-only. The demo company is built first when it is the default and
+// does not exist yet, with a one-line notice on stderr. Throws CommandError with exit code 3
+// for a file that is missing or not a company file.
+[[nodiscard]] std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option);
+
+}  // namespace trellin::cli

@@ -1,0 +1,44 @@
+// trellin list: the report keys with caption and area, and which of them run today.
+#include <cstdio>
+#include <set>
+
+#include "apps/trellin/CommandLine.h"
+#include "apps/trellin/Commands.h"
+#include "core/Catalogue.h"
+
+namespace trellin::cli {
+
+namespace {
+
+const std::vector<OptionSpec> kListOptions = {
+    {"all", 'a', false, false, "", "also list the keys whose report is not built yet"},
+    {"help", 'h', false, false, "", "show this help"},
+};
+
+}  // namespace
+
+int ListCommand(const Args& args, const Context&) {
+  ParsedArgs parsed = Parse(args, kListOptions);
+  if (parsed.Has("help")) {
+    std::printf("usage: trellin list [--all]\n\nLists the report keys that run, with caption and area.\n\n%s",
+                OptionsHelp(kListOptions).c_str());
+    return kExitOk;
+  }
+  if (!parsed.Positional().empty()) throw UsageError("list takes no arguments");
+  bool all = parsed.Has("all");
+  std::size_t shown = 0, runnable = 0;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    bool runs = entry.factory != nullptr;
+    runnable += runs ? 1 : 0;
+    if (!runs && !all) continue;
+    CatalogueCaptions captions = CaptionsFor(entry, entry.key);
+    std::string caption = captions.caption.empty() ? std::string("(") + entry.designer + ")" : captions.caption;
+    std::printf("%-32s %-12s %s%s\n", entry.key, entry.area, caption.c_str(), runs ? "" : "  [not built yet]");
+    ++shown;
+  }
+  std::fprintf(stderr, "%zu of %zu report keys run%s\n", runnable, Catalogue().size(),
+               all ? "" : " (--all lists every key)");
+  return kExitOk;
+}
+
+}  // namespace trellin::cli
