@@ -260,8 +260,8 @@ CREATE TABLE PostCodes (
 -- FiveYearSummary, PeriodSummary, MovementReport, VarianceReport, LastYearComparison,
 -- BudgetCashFlow, BudgetSummary, BudgetVarianceReport, AccountReportsNew, ManagementReport,
 -- BankReconciliation, DocumentGL; the Accounts parameter and "Account" grouping.
--- Checked names: no Value, Date, Comment (statement and management queries join glTransaction
--- and name these bare: Sum(Value), Year([Date]), Sum([Value]*[Ratio]/100)), and no BranchId or
+-- Checked names: no Value or Date (statement and management queries join glTransaction and
+-- name these bare: Sum(Value), Year([Date]), Sum([Value]*[Ratio]/100)), and no BranchId or
 -- DeptId: the trial balance's retained earnings query joins glTransaction under a bare
 -- "BranchId='..'" group filter.
 CREATE TABLE Account (
@@ -321,8 +321,8 @@ CREATE TABLE Bank (
 -- Keys: GeneralLedger (the ledger lines' bank side), BudgetCashFlow (opening bank balance),
 -- GST101Return and BASReturn (cash basis: the bank date decides), BankReconciliation,
 -- ChequeStandard.
--- Checked names: no Value, TaxValue, BranchId, DeptId, TaxPeriodId, AccountId, Type: these
--- stand bare beside glTransaction in the GST cash queries and the group filters.
+-- Checked names: no BranchId, DeptId or TaxPeriodId: the group filters and the GST cash
+-- queries name these bare beside glTransaction.
 CREATE TABLE glBankTransaction (
   glBankTransactionId INTEGER PRIMARY KEY,
   BankId TEXT COLLATE NOCASE REFERENCES Bank (BankId),
@@ -342,7 +342,7 @@ CREATE TABLE glBankTransaction (
 -- Keys: all twelve statement keys, AccountReportsNew, ManagementReport, GST101Return,
 -- BASReturn, TaxDetailReport, BankReconciliation, ChequeStandard, ControlReportAR/AP (control
 -- account balance), the "Reference" grouping on glTransaction.
--- Checked names: no Ratio, Description, Post (management and statement joins with Account).
+-- Checked names: no Ratio, which the management report names bare beside Account.
 CREATE TABLE glTransaction (
   glTransactionId INTEGER PRIMARY KEY,
   AccountId TEXT COLLATE NOCASE NOT NULL REFERENCES Account (AccountId),
@@ -404,9 +404,8 @@ CREATE TABLE TaxPeriod (
 -- PurchaseTrendAP, ItemSalesTrend, ItemPurchaseTrend, StockReorder, StockOnOrder,
 -- StockOnSalesOrders, GeneralLedger, ChequeStandard, JobStatusReport, OtherPartyLog, LogAR,
 -- LogAP, DocumentAR/AP/OP; Customers, Suppliers, OtherParties parameters.
--- Checked names: no Value, ValueRemaining, Date, DateProcess, DatePayment, Held, Reference
--- (the control report and overdue list join Transactions and name these bare), no Address,
--- and no Description (item and job joins).
+-- Checked names: no Value, ValueRemaining, Date, DateProcess, DatePayment or Held: the control
+-- report and the overdue list join Transactions and name these bare.
 CREATE TABLE OtherParty (
   OtherPartyId TEXT COLLATE NOCASE PRIMARY KEY,
   Name TEXT COLLATE NOCASE,
@@ -553,8 +552,9 @@ CREATE TABLE Transactions (
 -- Keys: InvoiceAR/AP, PackingSlip, all analysis, summary and trend keys, ControlReportAR/AP,
 -- TransactionListAR/AP, StockStatus, StockLevel, StockOnOrder (on hand), StockMovement,
 -- StocktakeVarianceReport, DocumentSC; SerialNumber parameter.
--- Checked names: no Status, Name, Date, Reference, OtherPartyId (joins with OtherParty,
--- Transactions, Job).
+-- Checked names: no party or document columns (OtherPartyId, Date, Reference, Status): those
+-- come from Transactions, and the line queries that name Value, Discount, Quantity or TaxValue
+-- bare read TransactionLine alone.
 CREATE TABLE TransactionLine (
   TransactionLineId INTEGER PRIMARY KEY,
   TransactionId INTEGER REFERENCES Transactions (TransactionId),
@@ -649,7 +649,8 @@ CREATE TABLE acBatchTransaction (
 -- purchase lines, 21 and 31 credits print with the sign turned). OrderQuantity is what a sales
 -- order asked for; Hold keeps a line from the document.
 -- Keys: as acBatchTransaction.
--- Checked names: no Date, Reference, OtherPartyId (joins with acBatchTransaction).
+-- Checked names: the open lines' query names Value, Discount, Quantity, TaxValue and
+-- acBatchTransactionId bare beside Item, which has none of them.
 CREATE TABLE acBatchTransactionLine (
   acBatchTransactionId INTEGER NOT NULL REFERENCES acBatchTransaction (acBatchTransactionId),
   Type INTEGER,
@@ -745,8 +746,9 @@ CREATE TABLE PurchaseOrderLine (
 -- SalesAnalysisAR, ItemSalesSummary, ItemPurchaseAnalysis, ItemPurchaseSummary,
 -- ItemSalesTrend, ItemPurchaseTrend, SalesTrendAR, PurchaseTrendAP, PurchaseOrder, ItemLog,
 -- DocumentSC, TransactionListAR/AP (open lines); Items parameters and "Item" grouping.
--- Checked names: no Value, Quantity, Discount, TaxValue, SerialNumber, DateProcess, Type,
--- JobCategoryId, Status, EmployeeId (bare in stock, open-batch and analysis joins).
+-- Checked names: no Value, Quantity, Discount or TaxValue (bare in the open-batch lines'
+-- join), no SerialNumber or DateProcess (bare in the stock status query and the serial number
+-- pick-list), no JobCategoryId (bare in the analysis filters).
 CREATE TABLE Item (
   ItemId TEXT COLLATE NOCASE PRIMARY KEY,
   Description TEXT COLLATE NOCASE,
