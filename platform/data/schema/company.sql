@@ -98,11 +98,18 @@ CREATE TABLE Configuration (
 -- BranchList; the Branches parameter and the "Branch" grouping of every report that offers
 -- them; statement keys (branch groups and splits), GST101Return, BASReturn, TaxDetailReport,
 -- ManagementReport, RemittanceAP. TaxFileNumber is the "Tax No" column, TaxNumber the tax
--- registration shown on documents.
+-- registration shown on documents. Address (lines parted by line breaks), Phone, Fax, Email and
+-- Website are the branch block that the business layer hands to StatementAR, InvoiceAR/AP and
+-- the other documents, RemittanceAP and BranchList.
 CREATE TABLE Branch (
   BranchId TEXT COLLATE NOCASE PRIMARY KEY,
   Name TEXT COLLATE NOCASE,
   Description TEXT COLLATE NOCASE,
+  Address TEXT COLLATE NOCASE,
+  Phone TEXT COLLATE NOCASE,
+  Fax TEXT COLLATE NOCASE,
+  Email TEXT COLLATE NOCASE,
+  Website TEXT COLLATE NOCASE,
   TaxFileNumber TEXT COLLATE NOCASE,
   TaxNumber TEXT COLLATE NOCASE
 );
@@ -237,6 +244,17 @@ CREATE TABLE TransactionType (
   Description TEXT COLLATE NOCASE,
   Type INTEGER NOT NULL,
   Message TEXT COLLATE NOCASE
+);
+
+-- The sales tax categories, read by the business layer: GST101Return and BASReturn count a
+-- category whose Rate (per cent) is not 0, TaxDetailReport heads each category with its
+-- Description, and the documents (InvoiceAR/AP, PackingSlip, PurchaseOrder) print a tax-inclusive
+-- total when every line's category has Inclusive set. The code "*" marks lines no return reports.
+CREATE TABLE TaxCategory (
+  TaxCategoryId TEXT COLLATE NOCASE PRIMARY KEY,
+  Description TEXT COLLATE NOCASE,
+  Rate DOUBLE NOT NULL DEFAULT 0,
+  Inclusive BOOLEAN NOT NULL DEFAULT 0
 );
 
 -- PostCodeList.
@@ -466,11 +484,14 @@ CREATE TABLE OtherPartyAddress (
   PRIMARY KEY (OtherPartyId, AddressId)
 );
 
--- A party's contact methods in order; the first holds the main contact detail.
--- Keys: OverdueListAR/AP.
+-- A party's contact methods in order; the first holds the main contact detail. Kind names the
+-- method ("Phone", "Email", "EmailAR", ...): the business layer gives AgedOverdueAR its e-mail
+-- address by kind, and PurchaseOrder prints each method as kind and detail.
+-- Keys: OverdueListAR/AP, AgedOverdueAR, PurchaseOrder.
 CREATE TABLE OtherPartyContactMethod (
   OtherPartyId TEXT COLLATE NOCASE NOT NULL REFERENCES OtherParty (OtherPartyId),
   Sequence INTEGER NOT NULL,
+  Kind TEXT COLLATE NOCASE,
   Detail TEXT COLLATE NOCASE,
   PRIMARY KEY (OtherPartyId, Sequence)
 );
@@ -812,7 +833,9 @@ CREATE TABLE ItemStocktake (
 -- ---------------------------------------------------------------------------------------------
 
 -- One asset; ParentAssetId makes it a component of another. Status 1 On Order, 2 In Use,
--- 3 Available, 4 Disposed, 5 Scrapped. Purchased is the purchase amount.
+-- 3 Available, 4 Disposed, 5 Scrapped. Purchased is the purchase amount. DepreciationBasis and
+-- DepreciationRate (per cent), and their tax twins, are the asset's methods as the business
+-- layer's Asset object gives them to the schedule's "Basis" columns.
 -- Keys: AssetDepreciationSchedule, AssetDeferredTaxSchedule, AssetFutureValueSchedule,
 -- AssetPurchaseSummary, AssetDisposalSummary, AssetLog, DocumentFA; Assets and ParentAssets
 -- parameters, "Asset" and "Parent Asset" groupings.
@@ -831,6 +854,10 @@ CREATE TABLE Asset (
   ParentAssetId TEXT COLLATE NOCASE REFERENCES Asset (AssetId),
   PurchaseDate DATE,
   Purchased MONEY NOT NULL DEFAULT 0,
+  DepreciationBasis INTEGER,
+  DepreciationRate DOUBLE,
+  DepreciationBasisTax INTEGER,
+  DepreciationRateTax DOUBLE,
   WarrantyDate DATE,
   ReviewDate DATE,
   DisposalDate DATE,
