@@ -130,11 +130,14 @@ CREATE TABLE Location (
 );
 
 -- EmployeeList; Employees, CustomerEmployees, SupplierEmployees parameters and the "Employee"
--- groupings; log sub-reports (employee's name).
+-- groupings; log sub-reports (employee's name). ContactMethod and ContactDetail are the
+-- "Contact" column of EmployeeList, handed over by the business layer.
 CREATE TABLE Employee (
   EmployeeId TEXT COLLATE NOCASE PRIMARY KEY,
   Name TEXT COLLATE NOCASE,
   Title TEXT COLLATE NOCASE,
+  ContactMethod TEXT COLLATE NOCASE,
+  ContactDetail TEXT COLLATE NOCASE,
   Active BOOLEAN NOT NULL DEFAULT 1,
   ReportsTo TEXT COLLATE NOCASE REFERENCES Employee (EmployeeId)
 );
@@ -206,10 +209,15 @@ CREATE TABLE JobCategory (
 );
 
 -- AssetCategoryList; AssetCategories parameter, "Asset Category" grouping and the "Category"
--- group of AssetDepreciationCalculation and the asset schedules.
+-- group of AssetDepreciationCalculation and the asset schedules. CalculationPeriod,
+-- Revaluation and DisposalType are the category's rules as AssetCategoryList prints them
+-- through the business layer.
 CREATE TABLE AssetCategory (
   AssetCategoryId TEXT COLLATE NOCASE PRIMARY KEY,
-  Description TEXT COLLATE NOCASE
+  Description TEXT COLLATE NOCASE,
+  CalculationPeriod TEXT COLLATE NOCASE,
+  Revaluation TEXT COLLATE NOCASE,
+  DisposalType TEXT COLLATE NOCASE
 );
 
 -- AssetSiteList; AssetSites parameter and "Asset Site" grouping.
@@ -320,7 +328,8 @@ CREATE TABLE AccountLink (
 );
 
 -- One bank account. BankReconciliation (Active, InUse filters), BankList, the Banks parameter
--- and "Bank" grouping.
+-- and "Bank" grouping. AssetAccountId and FeesAccountId are the ledger accounts of the bank's
+-- balance and of its fees, which BankList prints as code and description.
 CREATE TABLE Bank (
   BankId TEXT COLLATE NOCASE PRIMARY KEY,
   AccountName TEXT COLLATE NOCASE,
@@ -329,6 +338,8 @@ CREATE TABLE Bank (
   BankNumber TEXT COLLATE NOCASE,
   Branch TEXT COLLATE NOCASE,
   OverdraftLimit MONEY NOT NULL DEFAULT 0,
+  AssetAccountId TEXT COLLATE NOCASE REFERENCES Account (AccountId),
+  FeesAccountId TEXT COLLATE NOCASE REFERENCES Account (AccountId),
   Active BOOLEAN NOT NULL DEFAULT 1,
   InUse BOOLEAN NOT NULL DEFAULT 1
 );
@@ -356,7 +367,8 @@ CREATE TABLE glBankTransaction (
 -- Type is Null for ordinary movement; year-end lines carry a type (1 the closing entries).
 -- TaxIO "O" output (sales) or "I" input (purchases); TaxCategory "*" is never reported;
 -- the Cash... columns hold the line's cash-basis view. TaxPeriodId is set once a return that
--- holds the line is filed.
+-- holds the line is filed. TransactionId is the receivables or payables document a line was
+-- posted from, which the general ledger's drill-down prints.
 -- Keys: all twelve statement keys, AccountReportsNew, ManagementReport, GST101Return,
 -- BASReturn, TaxDetailReport, BankReconciliation, ChequeStandard, ControlReportAR/AP (control
 -- account balance), the "Reference" grouping on glTransaction.
@@ -379,7 +391,8 @@ CREATE TABLE glTransaction (
   CashTaxCategory TEXT COLLATE NOCASE,
   CashTaxValue MONEY NOT NULL DEFAULT 0,
   glBankTransactionId INTEGER REFERENCES glBankTransaction (glBankTransactionId),
-  glBankTransactionSequence INTEGER
+  glBankTransactionSequence INTEGER,
+  TransactionId INTEGER REFERENCES Transactions (TransactionId)
 );
 
 -- One month's budget of an account; Month is the month's first day. Budget, Revised and
