@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "EngineTestSupport.h"
+#include "layouts/EmbeddedLayouts.h"
+#include "platform/engine/LayoutLibrary.h"
+
+namespace trellin::engine {
+namespace {
+
+constexpr const char* kGood = R"(
+Report:
+  Caption: Customer Type List
+  DocumentName: Customer Types
+  PrintWidth: 9000
+  Page: {Paper: Letter, Orientation: Landscape, LeftMargin: 720}
+Sections:
+  - Name: PageHeader
+    Height: 400
+    Controls:
+      - {Class: Label, Name: lblCode, Rect: [0, 0, 1000, 240], Caption: Code, Font: {Bold: true, Size: 9}}
+  - Name: ghBank
+    Type: GroupHeader
+    DataField: BankId
+    Height: 300
+    NewPage: Before
+  - Name: Detail
+    Height: 250
+    BackStyle: 1
+    BackColor: "#DDEEFF"
+    CanGrow: true
+    Controls:
+      - {Class: Field, Name: txtId, DataField: CustomerTypeId, Rect: [0, 0, 1000, 240], Alignment: Right}
+      - {Class: Subreport, Name: srptSpecialPricing, Rect: [0, 250, 9000, 200], Visible: false}
+      - {Class: Line, Name: lblDivider, Rect: [0, 240, 9000, 0], Border: {TopStyle: 6}}
+  - Name: gfBank
+    Type: GroupFooter
+    Height: 300
+    Controls:
+      - {Class: Field, Name: gfTotal, DataField: Value, SummaryType: SubTotal, SummaryFunc: Sum, SummaryGroup: ghBank, OutputFormat: "#,##0.00"}
+)";
+
+TEST(LayoutLoader, ReadsReportSectionsAndControls) {
+  ActiveReport report("arCustomerTypeList");
+  LoadLayout(kGood, "admin/arCustomerTypeList.yaml", report);
+  EXPECT_EQ(report.Caption(), "Customer Type List");
+  EXPECT_EQ(report.documentName(), "Customer Types");
+  EXPECT_EQ(report.PageSettings().PaperWidth, 12240);
+  EXPECT_EQ(report.PageSettings().Orientation, PageOrientation::Landscape);
+  EXPECT_EQ(report.PageSettings().LeftMargin, 720);
+  ASSERT_EQ(report.Sections().Count(), 4u);
+  EXPECT_EQ(report.Sections()[1].Type(), SectionType::GroupHeader);
+  EXPECT_EQ(report.Sections()["ghBank"].DataField(), "BankId");
+  EXPECT_EQ(report.Sections()["ghBank"].NewPage(), NewPageMode::Before);
+  Section& detail = report.Sections()["Detail"];
+  EXPECT_EQ(detail.BackStyle(), 1);
+  EXPECT_EQ(detail.BackColor(), 0xDDEEFFu);
+  EXPECT_TRUE(detail.CanGrow());
+  EXPECT_EQ(detail.Controls()["txtId"].Alignment(), TextAlignment::Right);
+  EXPECT_FALSE(detail.Controls()["srptSpecialPricing"].Visible());
+  EXPECT_EQ(detail.Controls()["lblDivider"].Border().TopStyle, 6);
+  Control& total = report.Field("gfTotal");
+  EXPECT_EQ(total.SummaryType(), SummaryType::SubTotal);
+  EXPECT_EQ(total.SummaryGroup(), "ghBank");
+  EXPECT_EQ(report.Sections()["PageHeader"].Controls()["lblCode"].Font().Size, 9);
+  EXPECT_TRUE(report.Sections()["PageHeader"].Controls()["lblCode"].Font().Bold);
+}
+
+struct BadLayout {
+  const char* text;
+  const char* message;
+};
+
+TEST(LayoutLoader, BadLayoutsNameFileLineAndProblem) {
+  const BadLayout cases[] = {
+      {"Sections:\n  - Name: Detail\n    Heigth: 10\n", "x.yaml:3: unknown key 'Heigth' in section 'Detail'"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Button, Name: b}\n",
+       "x.yaml:4: unknown control class 'Button' (Label, Field, CheckBox, Subreport, PageBreak, Line, Shape)"},
+      {"Sections:\n  - Name: Detail\n    Height: tall\n", "x.yaml:3: 'Height' must be a number, not 'tall'"},
+      {"Sections:\n  - Name: ghX\n    Height: 10\n  - Name: Detail\n",
+       "x.yaml:2: section 'ghX' needs a 'Type': its name is not a standard one"},
+      {"Sections:\n  - Name: Detail\n  - Name: PageHeader\n", "x.yaml:3: section 'PageHeader' is out of layout order"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field, Name: a}\n      - {Class: Label, Name: A}\n",
+       "x.yaml:5: a second control named 'A'"},
+      {"Sections:\n  - Name: PageHeader\n", "x.yaml:1: the layout has no Detail section"},
+      {"Sections:\n  - Name: Detail\n    NewPage: Sometimes\n",
+       "x.yaml:3: 'NewPage' must be one of None, Before, After, BeforeAfter, not 'Sometimes'"},
+      {"Sections:\n  - Name: Detail\n    DataField: X\n", "x.yaml:3: only a group header has a 'DataField'"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Label, Name: l, Border: {TopStyle: 2}}\n",
+       "x.yaml:4: 'TopStyle' must be 0, 1 or 6"},
+      {"Sections: [\n", "x.yaml:2: "},
+      {"Report: {Page: {Paper: A5}}\nSections:\n  - Name: Detail\n", "x.yaml:1: 'Paper' must be one of A4, Letter, Legal"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field}\n",
+       "x.yaml:4: a control of section 'Detail' has no 'Name'"},
+  };
+  for (const auto& c : cases) {
+    ActiveReport report("arX");
+    try {
+      LoadLayout(c.text, "x.yaml", report);
+      ADD_FAILURE() << "no error for:\n" << c.text;
+    } catch (const LayoutError& e) {
+      EXPECT_EQ(std::string(e.what()).rfind(c.message, 0), 0u) << "got: " << e.what() << "\nfor:\n" << c.text;
+    }
+  }
+}
+
+TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
+  auto dir = std::filesystem::temp_directory_path() / "trellin_layout_override";
+  std::filesystem::create_directories(dir);
+  {
+    std::ofstream out(dir / "arOverridden.yaml");
+    out << "Report: {Caption: From the template folder}\nSections:\n  - Name: Detail\n";
+  }
+  auto compiled = [](std::string_view designer) -> std::optional<StoredLayout> {
+    std::string text = "Report: {Caption: Compiled}\nSections:\n  - {Name: Detail, Bad: 1}\n";
+    if (designer == "arOverridden" || designer == "arCompiled") return StoredLayout{"admin/x.yaml", text};
+    return std::nullopt;
+  };
+  LayoutLibrary library(compiled, dir);
+  ActiveReport overridden("arOverridden");
+  ASSERT_TRUE(library.Load("arOverridden", overridden));
+  EXPECT_EQ(overridden.Caption(), "From the template folder");
+
+  ActiveReport compiled_report("arCompiled");
+  try {
+    (void)library.Load("arCompiled", compiled_report);
+    ADD_FAILURE() << "the bad compiled layout loaded";
+  } catch (const LayoutError& e) {
+    EXPECT_STREQ(e.what(), "layouts/admin/x.yaml:3: unknown key 'Bad' in section 'Detail'");
+  }
+  ActiveReport missing("arMissing");
+  EXPECT_FALSE(library.Load("arMissing", missing));
+  std::filesystem::remove_all(dir);
+}
+
+TEST(LayoutLibrary, EveryStoredLayoutLoads) {
+  for (const auto& layout : layouts::AllEmbeddedLayouts()) {
+    ActiveReport report(std::string(layout.designer));
+    EXPECT_NO_THROW(LoadLayout(layout.text, "layouts/" + std::string(layout.path), report)) << layout.path;
+    EXPECT_EQ(layouts::FindEmbeddedLayout(layout.designer)->path, layout.path);
+  }
+  EXPECT_FALSE(layouts::FindEmbeddedLayout("arNoSuchDesigner"));
+}
+
+}  // namespace
+}  // namespace trellin::engine
