@@ -75,9 +75,12 @@
 CREATE TABLE CompanySetting (Section TEXT COLLATE NOCASE NOT NULL, Key TEXT COLLATE NOCASE NOT NULL, Value TEXT, PRIMARY KEY (Section, Key));
 
 -- The financial calendar: one row per financial year. YearIdFromDate finds the row whose
--- DateStart..DateEnd holds a date; BOY and EOY, FiscalYear, FiveYearSummary, the period
--- summaries, the depreciation year start and the control report's year to date all read it.
--- The year-end closing entries are posted with a time on DateEnd, after midnight.
+-- DateStart..DateEnd holds a date. Keys: every report with a date parameter whose expression
+-- uses BOY or EOY; EndOfYearTrialBalance and FiveYearSummary (FiscalYear), TrialBalance and
+-- the other statements with DateAsAt, PeriodSummary, BudgetSummary and BudgetCashFlow ("Year
+-- to Date"), AssetDepreciationSchedule (year start), AssetFutureValueSchedule (years extended
+-- in memory), ControlReportAR/AP (year to date). The year-end closing entries are posted with a
+-- time on DateEnd, after midnight, which EndOfYearTrialBalance relies on.
 CREATE TABLE FinancialYear (
   FinancialYearId INTEGER PRIMARY KEY,
   Name TEXT COLLATE NOCASE NOT NULL,
@@ -86,7 +89,8 @@ CREATE TABLE FinancialYear (
 );
 
 -- One row, always. The constant unions of the standard parameters Status and PaymentTypes
--- select from it (customer and supplier lists, ledgers, aged overdue groupings).
+-- select from it. Keys: LedgerAR/AP, AgedOverdueAR/AP, OverdueListAR/AP (Status parameter and
+-- "Status" grouping).
 CREATE TABLE Configuration (
   ConfigurationId INTEGER PRIMARY KEY CHECK (ConfigurationId = 1)
 );
