@@ -1034,6 +1034,9 @@ CREATE INDEX glTransaction_Date ON glTransaction (Date);
 -- Bank entry to its lines: cheque amounts and stubs, the reconciliation's split lines, the
 -- GST cash basis join, the cash flow's opening bank balance.
 CREATE INDEX glTransaction_Bank ON glTransaction (glBankTransactionId, glBankTransactionSequence);
+-- Branch and department groups of the statements, returns and management report: the distinct
+-- values come from this index alone, without reading the ledger's lines.
+CREATE INDEX glTransaction_BranchDept ON glTransaction (BranchId, DeptId);
 -- GST and tax detail returns: lines of one filed period, or the unfiled ones by side.
 CREATE INDEX glTransaction_TaxPeriod ON glTransaction (TaxPeriodId, TaxIO);
 -- Budgets summed by account over a month range.
