@@ -1,7 +1,8 @@
 -- The accounting database of one company, as the reports read it.
 --
--- Every table and column below is here because a report reads it; a column that no report
--- reads does not exist. That matters for the reports' own SQL: several joins name a column
+-- Every table and column below is here because a report reads it, in its own SQL or through
+-- the business layer's objects (branch details, tax categories, asset methods); a column that
+-- no report reads does not exist. That matters for the reports' own SQL: several joins name a column
 -- without its table, and they are unambiguous only because the other tables of the join lack
 -- that name (Account has no Value or Date, Item has no Value, Quantity or SerialNumber,
 -- OtherParty has no Value, Date, DateProcess or Held, and so on). The notes above each table
