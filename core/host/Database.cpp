@@ -95,12 +95,14 @@ std::string Database::SQLNumber(Currency value) {
   bool negative = raw < 0;
   std::uint64_t magnitude =
       negative ? 0 - static_cast<std::uint64_t>(raw) : static_cast<std::uint64_t>(raw);
-  std::string out = (negative ? "-" : "") + std::to_string(magnitude / Currency::kScale);
+  std::string out = negative ? "-" : "";
+  out += std::to_string(magnitude / Currency::kScale);
   std::uint64_t fraction = magnitude % Currency::kScale;
   if (fraction != 0) {
     std::string digits = std::to_string(fraction + Currency::kScale).substr(1);
     while (digits.back() == '0') digits.pop_back();
-    out += "." + digits;
+    out += '.';
+    out += digits;
   }
   return out;
 }
