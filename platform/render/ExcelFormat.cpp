@@ -57,7 +57,7 @@ std::string Default(CellKind kind) {
   }
 }
 
-constexpr std::string_view kNumberPlaceholders = "0#?.,%Ee";
+constexpr std::string_view kNumberPlaceholders = "0#?.,%";
 constexpr std::string_view kDatePlaceholders = "dmyhsDMYHS";
 // Characters a spreadsheet shows literally without quoting.
 constexpr std::string_view kPlainLiterals = "$-+/():!^&'~{}<>= ";
@@ -89,6 +89,10 @@ std::string Translate(std::string_view mask, bool date) {
     } else if (date && (c == 'n' || c == 'N')) {
       out += 'm';
       any_placeholder = true;
+    } else if (!date && (c == 'E' || c == 'e') && i + 1 < mask.size() &&
+               (mask[i + 1] == '+' || mask[i + 1] == '-')) {
+      out += mask.substr(i, 2);  // scientific notation, E+ or E-
+      ++i;
     } else if ((date ? kDatePlaceholders : kNumberPlaceholders).find(c) != std::string_view::npos) {
       out += c;
       any_placeholder = any_placeholder || (c != '.' && c != ',');

@@ -32,6 +32,16 @@ float Overlap(const ExportColumn& column, const engine::DataCell& cell) {
          std::max(column.left, cell.left);
 }
 
+// Letters and digits only, lower case: "Due Date" and "due-date" fold alike.
+std::string Folded(std::string_view text) {
+  std::string out;
+  for (char c : text) {
+    if (std::isalnum(static_cast<unsigned char>(c)))
+      out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return out;
+}
+
 bool IsUpper(char c) { return std::isupper(static_cast<unsigned char>(c)) != 0; }
 bool IsLower(char c) { return std::islower(static_cast<unsigned char>(c)) != 0; }
 
@@ -83,21 +93,31 @@ ExportColumns ExportColumns::FromRows(const std::vector<engine::DataRow>& rows) 
   std::stable_sort(result.columns_.begin(), result.columns_.end(),
                    [](const ExportColumn& a, const ExportColumn& b) { return a.left < b.left; });
 
-  const std::vector<std::string>* labels = nullptr;
+  // Label captions of the headers, in the order they are tried: page headers first.
+  std::vector<std::string> labels;
   for (engine::RowKind kind :
        {engine::RowKind::PageHeader, engine::RowKind::GroupHeader, engine::RowKind::ReportHeader}) {
-    const auto row = std::find_if(rows.begin(), rows.end(), [&](const engine::DataRow& r) {
-      return r.kind == kind && !r.labels.empty() && r.labels.size() == result.columns_.size();
-    });
-    if (row != rows.end()) {
-      labels = &row->labels;
-      break;
+    for (const engine::DataRow& row : rows) {
+      if (row.kind == kind) labels.insert(labels.end(), row.labels.begin(), row.labels.end());
     }
   }
-  for (std::size_t i = 0; i < result.columns_.size(); ++i) {
-    ExportColumn& column = result.columns_[i];
-    column.caption =
-        labels != nullptr && !(*labels)[i].empty() ? (*labels)[i] : CaptionFromName(column.name);
+  std::vector<bool> used(labels.size(), false);
+  for (ExportColumn& column : result.columns_) {
+    column.caption = CaptionFromName(column.name);
+    const std::string key = Folded(column.caption);
+    // The label that reads as the name wins; else the first that begins with it ("Ref" names
+    // the column under "Reference").
+    std::size_t pick = labels.size();
+    for (std::size_t i = 0; i < labels.size() && pick == labels.size(); ++i) {
+      if (!used[i] && Folded(labels[i]) == key) pick = i;
+    }
+    for (std::size_t i = 0; i < labels.size() && pick == labels.size() && key.size() >= 3; ++i) {
+      if (!used[i] && Folded(labels[i]).starts_with(key)) pick = i;
+    }
+    if (pick < labels.size()) {
+      used[pick] = true;
+      column.caption = labels[pick];
+    }
   }
   return result;
 }

@@ -34,9 +34,11 @@ struct ExportColumn {
 
 class ExportColumns {
  public:
-  // The columns for `rows` (the start of the report, including its page headers). Headings are
-  // the first page header's label captions when it has one per column, else those of the first
-  // group or report header that has, else made from the control names.
+  // The columns for `rows` (the start of the report, including its page headers). A column's
+  // heading is the header label that reads as its control name ("Date" for txtDate), else the
+  // first that begins with it ("Reference" for txtRef), else the name made readable
+  // (CaptionFromName). Label captions carry no position, so they are matched by name, never by
+  // count or order.
   [[nodiscard]] static ExportColumns FromRows(const std::vector<engine::DataRow>& rows);
 
   [[nodiscard]] const std::vector<ExportColumn>& Columns() const { return columns_; }
