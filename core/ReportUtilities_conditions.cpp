@@ -75,7 +75,8 @@ void AppendDateRangeCondition(std::string& SQLWhere, const std::string& Field,
   }
   if (!IsAbsent(DateTo)) {
     // The upper bound is the next day, exclusive, so a time stamp on the last day still counts.
-    const Date next_day = DateTo.ToDate().AddDays(1);
+    // A time on DateTo itself is dropped, or the bound would reach into the next day.
+    const Date next_day = DateTo.ToDate().DateOnly().AddDays(1);
     AppendSQLCondition(SQLWhere,
                        Field + "<" + TrellinReportGlobals::RequireDatabase()->SQLDate(next_day));
   }

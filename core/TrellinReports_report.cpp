@@ -1,0 +1,51 @@
+// Report: from a catalogue key to a designer tied to its host, parameters declared.
+
+#include "core/TrellinReportGlobals.h"
+#include "core/TrellinReports.h"
+
+namespace trellin {
+
+DesignerPtr TrellinReports::Report(const std::string& ReportName,
+                                   std::shared_ptr<Object> reserved) {
+  // The second argument only has to outlive the call.
+  const std::shared_ptr<Object> kept = std::move(reserved);
+  return ReportFrom(Catalogue(), ReportName);
+}
+
+DesignerPtr TrellinReports::ReportFrom(std::span<const CatalogueEntry> catalogue,
+                                       const std::string& ReportName) {
+  std::string key = ReportName;
+  // An unknown key, or one whose designer is not built, gives nothing and says nothing.
+  const CatalogueEntry* entry = FindCatalogueEntry(catalogue, key);
+  if (entry == nullptr || entry->factory == nullptr) return nullptr;
+
+  DesignerPtr designer = entry->factory();
+  if (!designer) return nullptr;
+  if (entry->caption_rule != CaptionRule::kLayout) {
+    CatalogueCaptions captions = CaptionsFor(*entry, key);
+    designer->SetCaption(std::move(captions.caption));
+    designer->SetDocumentName(std::move(captions.document_name));
+  }
+
+  std::shared_ptr<trellin::TLReport> host =
+      TrellinReportGlobals::RequireBusinessLayer().ReportFactory().CreateReport();
+  if (!host) throw ObjectNotSet("Object variable not set: the ReportFactory made no TLReport");
+  designer->SetTLReport(host);
+  host->SetArReport(designer);
+  // Designers that serve several keys branch on this name, not on their class.
+  host->SetReportName(key);
+
+  // Declaring parameters and initialising the columns run under a resume-next rule: a designer
+  // whose declarations fail part way is still handed out, with what it had added by then.
+  try {
+    designer->RefreshParameters(key);
+  } catch (...) {
+  }
+  try {
+    host->DataColumns().Initialise(*host);
+  } catch (...) {
+  }
+  return designer;
+}
+
+}  // namespace trellin

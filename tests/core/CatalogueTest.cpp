@@ -1,0 +1,142 @@
+// The catalogue of report keys, read against its written-out form in catalogue.tsv.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "Fakes.h"
+#include "core/Catalogue.h"
+
+namespace trellin::testing {
+namespace {
+
+struct Row {
+  std::string key, designer, caption, document_name;
+};
+
+// catalogue.tsv: key, designer, caption, document name; "-" for rows that keep their layout's
+// titles, "*" for the rows titled from the key.
+std::vector<Row> ReadExpectedCatalogue() {
+  std::ifstream file(std::string(TRELLIN_TEST_DIR) + "/catalogue.tsv");
+  std::vector<Row> rows;
+  std::string line;
+  while (std::getline(file, line)) {
+    std::istringstream fields(line);
+    Row row;
+    std::getline(fields, row.key, '\t');
+    std::getline(fields, row.designer, '\t');
+    std::getline(fields, row.caption, '\t');
+    std::getline(fields, row.document_name, '\t');
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+TEST(Catalogue, KeysDesignersAndTitlesInComparisonOrder) {
+  const std::vector<Row> expected = ReadExpectedCatalogue();
+  ASSERT_EQ(expected.size(), 164u);
+  const auto catalogue = Catalogue();
+  ASSERT_EQ(catalogue.size(), 164u);
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const CatalogueEntry& entry = catalogue[i];
+    const Row& row = expected[i];
+    SCOPED_TRACE("row " + std::to_string(i) + " " + row.key);
+    EXPECT_EQ(entry.key, row.key);
+    EXPECT_EQ(entry.designer, row.designer);
+    if (row.caption == "-") {
+      EXPECT_EQ(entry.caption_rule, CaptionRule::kLayout);
+    } else if (row.caption == "*") {
+      EXPECT_EQ(entry.caption_rule, CaptionRule::kDocumentKey);
+    } else {
+      ASSERT_EQ(entry.caption_rule, CaptionRule::kGiven);
+      EXPECT_EQ(entry.caption, row.caption);
+      EXPECT_EQ(entry.document_name, row.document_name);
+    }
+  }
+}
+
+TEST(Catalogue, TellingRows) {
+  struct Case {
+    std::string key, designer, caption, document_name;
+  } cases[] = {
+      {"Sales Order", "ardsInvoice", "Sales Order", "Sales Order"},
+      {"Delivery Docket", "ardsInvoice", "Delivery Docket", "Delivery Docket"},
+      {"SalesAnalysisAR", "ardsSalesAnalysisReport", "AR Sales Analysis", "Sales Analysis Report"},
+      {"LedgerAP", "ardscrLedger", "AP Ledger", "Accounts Payable Ledger"},
+      {"Cheques", "arChequeList", "Cheque List", "Cheque List"},
+      {"ChequeList", "arglChequeList", "Cheque List", "Cheque List"},
+      {"PenaltyInterestTypeList", "arPenaltyInterestList", "Penalty Interest", "Penalty Interest"},
+      {"DocumentAP", "arDocumentTemplate", "AP Document", "AP Document"},
+      {"DocumentJO", "arDocumentTemplate", "JO Document", "JO Document"},
+      {"AssetList", "arfaAssetList", "", ""},
+  };
+  for (const Case& c : cases) {
+    const CatalogueEntry* entry = FindCatalogueEntry(Catalogue(), c.key);
+    ASSERT_NE(entry, nullptr) << c.key;
+    EXPECT_EQ(entry->designer, c.designer) << c.key;
+    const CatalogueCaptions captions = CaptionsFor(*entry, c.key);
+    EXPECT_EQ(captions.caption, c.caption) << c.key;
+    EXPECT_EQ(captions.document_name, c.document_name) << c.key;
+  }
+  for (const std::string key : {"assetlist", "SalesOrder", "Sales  Order", "", "LedgerAR "}) {
+    EXPECT_EQ(FindCatalogueEntry(Catalogue(), key), nullptr) << "'" << key << "'";
+  }
+}
+
+TEST(Catalogue, DesignersServingSeveralKeys) {
+  std::map<std::string, int> keys_by_designer;
+  std::set<std::string> keys;
+  int document_keys = 0;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    ++keys_by_designer[entry.designer];
+    EXPECT_TRUE(keys.insert(entry.key).second) << "key twice: " << entry.key;
+    if (entry.caption_rule == CaptionRule::kDocumentKey) ++document_keys;
+  }
+  EXPECT_EQ(document_keys, 7);
+  EXPECT_EQ(keys_by_designer["arDocumentTemplate"], 7);
+  EXPECT_EQ(keys_by_designer["ardsInvoice"], 6);
+  EXPECT_EQ(keys_by_designer["ardscrTransactionList"], 6);
+  EXPECT_EQ(keys_by_designer["arAdminBase"], 8);
+  EXPECT_EQ(keys_by_designer["arglAccountReports"], 12);
+  EXPECT_EQ(keys_by_designer["arLog"], 6);
+  EXPECT_EQ(keys_by_designer["arLabels"], 4);
+  // The seven document keys share one body.
+  EXPECT_EQ(Catalogue().size() - document_keys + 1, 158u);
+}
+
+TEST(Catalogue, AreasAreTheReportFolders) {
+  const std::set<std::string> areas = {"ledger", "receivables", "stock", "assets", "jobs", "admin"};
+  std::map<std::string, std::string> area_of_designer;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    EXPECT_TRUE(areas.count(entry.area)) << entry.key << " in " << entry.area;
+    // One designer lives in one folder, whichever key asks for it.
+    auto [it, added] = area_of_designer.emplace(entry.designer, entry.area);
+    EXPECT_EQ(it->second, entry.area) << entry.designer;
+  }
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "LedgerAR")->area, "receivables");
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "TrialBalance")->area, "ledger");
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "StockReorder")->area, "stock");
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "AssetDepreciationSchedule")->area, "assets");
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "JobSummary")->area, "jobs");
+  EXPECT_STREQ(FindCatalogueEntry(Catalogue(), "CustomerTypeList")->area, "admin");
+}
+
+TEST(Catalogue, UnbuiltKeysGiveNothing) {
+  ServiceFixture fixture;
+  const std::vector<std::string> unbuilt = UnbuiltReportKeys();
+  std::size_t next = 0;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    if (entry.factory != nullptr) continue;
+    ASSERT_LT(next, unbuilt.size());
+    EXPECT_EQ(unbuilt[next++], entry.key);
+    EXPECT_EQ(fixture.service.Report(entry.key), nullptr) << entry.key;
+  }
+  EXPECT_EQ(next, unbuilt.size());
+  EXPECT_EQ(fixture.business_layer->report_factory.created, 0);
+}
+
+}  // namespace
+}  // namespace trellin::testing
