@@ -107,7 +107,7 @@ BENCHMARK(ReadDirect)->Unit(benchmark::kMillisecond);
 void ReadForward(benchmark::State& state) {
   auto db = SqliteDatabase::Open(LedgerFile());
   for (auto _ : state) {
-    auto rs = db->QueryForward("SELECT Id, AccountId, Date, Value FROM Ledger");
+    auto rs = db->OpenForward("SELECT Id, AccountId, Date, Value FROM Ledger");
     Currency sum;
     std::int64_t rows = 0;
     for (; !rs->Eof(); rs->MoveNext()) {

@@ -8,6 +8,7 @@
 
 #include "core/host/Database.h"
 #include "platform/data/ColumnReader.h"
+#include "platform/data/ForwardRecordset.h"
 #include "platform/data/Sqlite.h"
 #include "platform/sql/Catalog.h"
 #include "platform/sql/Translate.h"
@@ -34,8 +35,12 @@ class SqliteDatabase : public Database {
   // Translates (once per distinct text; the translator keeps them) and runs `jet_sql`; the rows
   // are held in memory.
   std::shared_ptr<Recordset> Query(std::string_view jet_sql) override;
-  // As Query, but the rows stream from SQLite as the cursor moves forward.
-  std::shared_ptr<Recordset> QueryForward(std::string_view jet_sql) override;
+  // As Query, but the rows stream from SQLite as the cursor moves forward, one held at a time.
+  [[nodiscard]] std::shared_ptr<ForwardRecordset> OpenForward(std::string_view jet_sql);
+  // OpenForward, for the report engine through the Database interface.
+  std::shared_ptr<Recordset> QueryForward(std::string_view jet_sql) override {
+    return OpenForward(jet_sql);
+  }
   std::shared_ptr<Recordset> NewRecordset() override;
   // From CompanySetting(Section, Key, Value), names matched without regard to case; a Null
   // value counts as none stored.

@@ -84,7 +84,7 @@ std::shared_ptr<Recordset> SqliteDatabase::Query(std::string_view jet_sql) {
   return std::make_shared<MemoryRecordset>(std::move(infos), std::move(rows), /*updatable=*/false);
 }
 
-std::shared_ptr<Recordset> SqliteDatabase::QueryForward(std::string_view jet_sql) {
+std::shared_ptr<ForwardRecordset> SqliteDatabase::OpenForward(std::string_view jet_sql) {
   std::shared_ptr<const sql::Translation> translation = Translate(jet_sql);
   try {
     return std::make_shared<ForwardRecordset>(connection_, translation->sqlite,

@@ -241,3 +241,47 @@ TEST(SqliteDatabase, QueryResultsSearchAndCopy) {
 
 }  // namespace
 }  // namespace trellin::data
+
+namespace trellin::data {
+namespace {
+
+// The statement report's way with the real schema: one grouped query over the ledger, then each
+// account looked up by Find from the first row, a missing account reading as zero.
+TEST(SqliteDatabase, LedgerFiguresOnTheRealSchema) {
+  TempDir dir;
+  std::string path = dir.File("company.db");
+  {
+    auto writer = CreateCompanyFile(path);
+    ASSERT_EQ(sqlite3_exec(writer->Handle(),
+                           "INSERT INTO CompanySetting VALUES ('Company','Name','Demo Ltd');"
+                           "INSERT INTO Account(AccountId,Description,Type) VALUES "
+                           "('1-1000','Bank',1),('4-1000','Sales',4),('6-1000','Rent',6);"
+                           "INSERT INTO glTransaction(AccountId,Date,Value) VALUES "
+                           "('1-1000','2024-03-31',1150000),('4-1000','2024-03-31',-1000000),"
+                           "('4-1000','2024-06-30 00:00:01',-5000),"
+                           "('1-1000','2024-04-02',-300000);",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    writer->Commit();
+  }
+  auto db = SqliteDatabase::Open(path);
+  EXPECT_EQ(db->GetSetting("Company", "Name", ""), "Demo Ltd");
+  auto sums = db->Query("SELECT AccountId,Sum(Value) AS SumOfValue FROM glTransaction WHERE Date<" +
+                        Database::SQLDate(Date::FromYmd(2024, 6, 30).AddDays(1)) +
+                        " GROUP BY AccountId ORDER BY AccountId");
+  struct Case {
+    const char* account;
+    std::int64_t raw;
+  } cases[] = {{"1-1000", 850000}, {"4-1000", -1005000}, {"6-1000", 0}};
+  for (const auto& c : cases) {
+    sums->MoveFirst();
+    sums->Find("AccountId='" + std::string(c.account) + "'");
+    Currency value = sums->Eof() ? Currency() : sums->Value("SumOfValue").ToCurrency();
+    EXPECT_EQ(value, Currency::FromRaw(c.raw)) << c.account;
+  }
+  EXPECT_EQ(db->RecordCount("glTransaction", "Date>#2024-06-30# AND Date<#2024-07-01#"), 1)
+      << "a line stamped after midnight of the last day";
+}
+
+}  // namespace
+}  // namespace trellin::data
