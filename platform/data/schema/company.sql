@@ -168,6 +168,21 @@ CREATE TABLE CustomerType (
   Description TEXT COLLATE NOCASE
 );
 
+-- CustomerTypeList (its special pricing sub-report). A special price applies to one kind of
+-- buyer, told by SType (1 a customer, 2 a customer category, 3 a customer type), named by
+-- FieldValue, for one item: a fixed Price, or a DiscountRate (percent) off the item's price,
+-- optionally only between DateFrom and DateTo.
+CREATE TABLE SpecialPrice (
+  SType INTEGER NOT NULL,
+  FieldValue TEXT COLLATE NOCASE NOT NULL,
+  ItemId TEXT COLLATE NOCASE NOT NULL,
+  Price MONEY,
+  DiscountRate DOUBLE,
+  DateFrom DATE,
+  DateTo DATE,
+  PRIMARY KEY (SType, FieldValue, ItemId)
+);
+
 -- SupplierCategoryList; SupplierCategories parameter and "Supplier Category" grouping.
 CREATE TABLE SupplierCategory (
   SupplierCategoryId TEXT COLLATE NOCASE PRIMARY KEY,
