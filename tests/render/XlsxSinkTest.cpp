@@ -1,0 +1,117 @@
+// The spreadsheet read back from its XML parts: typed cells, their number formats, the heading,
+// the filter and the sheet name.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "RenderTestSupport.h"
+#include "platform/render/Render.h"
+#include "platform/render/XlsxSink.h"
+
+namespace trellin::render {
+namespace {
+
+using engine::DataCell;
+using engine::RowKind;
+
+// Prints one line per cell: reference, type, value, number format code. Inline strings are shown
+// as their text; the format code comes through the cell's style from styles.xml.
+constexpr const char* kDumpCells = R"py(
+import re, sys, zipfile
+z = zipfile.ZipFile(sys.argv[1])
+sheet = z.read('xl/worksheets/sheet1.xml').decode()
+styles = z.read('xl/styles.xml').decode()
+codes = {int(i): c.replace('&quot;', '"') for i, c in re.findall(r'<numFmt numFmtId="(\d+)" formatCode="([^"]*)"', styles)}
+codes.update({0: 'General', 14: 'm/d/yyyy'})
+xfs = re.findall(r'<xf [^>]*?numFmtId="(\d+)"[^>]*?(?:/>|>)', styles.split('<cellXfs')[1])
+for ref, attrs, body in re.findall(r'<c r="([A-Z]+\d+)"([^>]*)>(.*?)</c>', sheet):
+    t = re.search(r't="(\w+)"', attrs)
+    s = re.search(r's="(\d+)"', attrs)
+    v = re.search(r'<v>(.*?)</v>', body) or re.search(r'<t[^>]*>(.*?)</t>', body, re.S)
+    fmt = codes.get(int(xfs[int(s.group(1))]), '?') if s else 'General'
+    print(ref, t.group(1) if t else 'n', v.group(1) if v else '', fmt)
+for tag in re.findall(r'<(?:autoFilter|pane|sheetView) [^>]*>', sheet):
+    print(tag)
+print(re.search(r'<sheet name="([^"]*)"', z.read('xl/workbook.xml').decode()).group(1))
+)py";
+
+DataCell At(const char* name, float left, Variant value, const char* format = "") {
+  return DataCell{name, left, 1000, std::move(value), "as printed", format};
+}
+
+TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
+  testing::ScratchDir dir;
+  auto sink = MakeSink(Format::Xlsx, dir / "out.xlsx");
+  sink->Begin(testing::LetterDocument("Aged [Debtors]: Summary"));
+  engine::Page page = testing::LetterPage(1);
+  page.rows = {
+      {RowKind::PageHeader, 0, "", {}, {"Date", "Amount", "Paid"}},
+      {RowKind::GroupHeader, 1, "", {At("ghName", 0, "Acme & Sons <Ltd>")}, {}},
+      {RowKind::Detail,
+       0,
+       "",
+       {At("txtDate", 0, Date::FromSerial(45474), "d mmm yyyy"),
+        At("txtAmount", 1000, Currency::FromRaw(-12345600), "#,##0.00;(#,##0.00)"),
+        At("txtPaid", 2000, true)},
+       {}},
+      {RowKind::Detail,
+       0,
+       "",
+       {At("txtDate", 0, Date::FromSerial(45475, 43200)),
+        At("txtAmount", 1000, Currency::FromRaw(1)), At("txtPaid", 2000, Variant::Null())},
+       {}},
+      {RowKind::GroupFooter,
+       1,
+       "",
+       {At("gfAmount", 1000, Currency::FromRaw(-12345599), "Currency"),
+        At("gfCount", 2000, std::int64_t{2}, "0 \"items\"")},
+       {}},
+  };
+  sink->AddPage(page);
+  sink->End();
+
+  testing::WriteFile(dir / "dump.py", kDumpCells);
+  const std::string dump = testing::RunCommand("python3 '" + (dir / "dump.py").string() + "' '" +
+                                               (dir / "out.xlsx").string() + "'");
+  EXPECT_EQ(dump,
+            "A1 inlineStr Row General\n"
+            "B1 inlineStr Level General\n"
+            "C1 inlineStr Date General\n"
+            "D1 inlineStr Amount General\n"
+            "E1 inlineStr Paid General\n"
+            "A2 inlineStr Group Header General\n"
+            "B2 n 1 General\n"
+            "C2 inlineStr Acme &amp; Sons &lt;Ltd&gt; General\n"
+            "A3 inlineStr Detail General\n"
+            "C3 n 45474 d mmm yyyy\n"
+            "D3 n -1234.56 #,##0.00;(#,##0.00)\n"
+            "E3 b 1 General\n"
+            "A4 inlineStr Detail General\n"
+            "C4 n 45475.5 d/mm/yyyy h:mm:ss AM/PM\n"
+            "D4 n 0.0001 #,##0.00;-#,##0.00\n"
+            "A5 inlineStr Group Footer General\n"
+            "B5 n 1 General\n"
+            "D5 n -1234.5599 $#,##0.00;-$#,##0.00\n"
+            "E5 n 2 0 \"items\"\n"
+            "<sheetView tabSelected=\"1\" workbookViewId=\"0\">\n"
+            "<pane ySplit=\"1\" topLeftCell=\"A2\" activePane=\"bottomLeft\" state=\"frozen\"/>\n"
+            "<autoFilter ref=\"A1:E5\"/>\n"
+            "Aged Debtors Summary\n");
+  EXPECT_THAT(
+      testing::RunCommand("unzip -p '" + (dir / "out.xlsx").string() + "' docProps/core.xml"),
+      ::testing::HasSubstr("<dc:title>Aged [Debtors]: Summary</dc:title>"));
+}
+
+TEST(XlsxSink, SheetNamesAreValid) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Trial Balance", "Trial Balance"},
+      {"", "Report"},
+      {"[]:*?/\\", "Report"},
+      {"'Quoted'", "Quoted"},
+      {"A very long report title that goes on and on", "A very long report title that g"},
+  };
+  for (const auto& [title, expected] : cases) EXPECT_EQ(SheetName(title), expected) << title;
+}
+
+}  // namespace
+}  // namespace trellin::render
