@@ -32,6 +32,7 @@ class Currency {
   [[nodiscard]] static std::optional<Currency> Parse(std::string_view text);
 
   [[nodiscard]] constexpr std::int64_t Raw() const { return raw_; }
+  // The nearest double.
   [[nodiscard]] double ToDouble() const { return static_cast<double>(raw_) / kScale; }
   // Plain text with as few decimals as needed: "1234.5", "-0.0001", "0".
   [[nodiscard]] std::string ToString() const;
@@ -40,7 +41,7 @@ class Currency {
   // (-3 rounds to whole thousands: 499 -> 0, 500 -> 1000).
   [[nodiscard]] Currency Round(int digits) const;
 
-  // Exact; throw std::range_error past the +-922,337,203,685,477.5807 a Currency holds.
+  // Exact; each throws std::range_error past the +-922,337,203,685,477.5807 a Currency holds.
   constexpr Currency operator-() const { return *this * -1; }
   constexpr Currency operator+(Currency o) const {
     std::int64_t r = 0;
@@ -60,10 +61,13 @@ class Currency {
     if (__builtin_mul_overflow(raw_, n, &r)) throw std::range_error("Currency overflow");
     return FromRaw(r);
   }
-  // Product rounded to the nearest ten-thousandth, half away from zero.
+  // Product rounded to the nearest ten-thousandth, half away from zero. The factor counts as the
+  // decimal it is written as (its shortest text), so 100 x 0.15 is exactly 15. Throws
+  // std::range_error for a factor that is not finite or a product out of range.
   [[nodiscard]] Currency Times(double factor) const;
-  // Quotient rounded to the nearest ten-thousandth, half away from zero.
-  // Throws std::domain_error on a zero divisor.
+  // Quotient rounded to the nearest ten-thousandth, half away from zero, the divisor read as
+  // Times reads its factor: 100 / 3 is 33.3333. Throws std::domain_error on a zero divisor and
+  // std::range_error for one that is not finite or a quotient out of range.
   [[nodiscard]] Currency DividedBy(double divisor) const;
 
   constexpr auto operator<=>(const Currency&) const = default;
