@@ -12,7 +12,10 @@
 #include <string>
 #include <vector>
 
+#include "core/host/ActiveReport.h"
+#include "core/host/DataControl.h"
 #include "core/host/Parameters.h"
+#include "core/host/Section.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
 
@@ -100,5 +103,26 @@ void MoveInCommaList(std::string& List, const std::string& Item, bool First, boo
 // with both lists empty, for Null or empty text. More than 101 items throw std::out_of_range.
 [[nodiscard]] bool SplitGroupings(const Variant& Value, std::vector<std::string>& Names,
                                   std::vector<bool>& PageBreaks);
+
+// Points a designer's data control at the business layer's database through a read-only,
+// client-side, forward cursor (location 3, type 0, lock 1), so every report shares the open
+// connection.
+void PrepareDataControl(DataControl& datData);
+
+// Rounding modes of the Rounding parameter.
+inline constexpr int kRoundingNormal = 2;
+inline constexpr int kRoundingWhole = 0;
+inline constexpr int kRoundingThousands = -3;
+
+// For modes 0 and -3 only: every Field control whose OutputFormat is the business layer's
+// CurrencyFormat(0) or "Currency" gets the OutputFormat "Round", for ApplySectionRounding to
+// fill. Called once, as the run starts.
+void ApplyReportRounding(ActiveReport& Designer, int Mode);
+
+// Sets the Text of every Field control of Section whose OutputFormat is "Round" (any case) from
+// its DataValue: in thousands (-3) or whole units (0) in "#,###,##0;(#,###,##0)", rounded half
+// away from zero by the business layer's Rounder, else in the business layer's currency format.
+// Called from each Format event that shows numbers.
+void ApplySectionRounding(Section& Section, int Mode);
 
 }  // namespace trellin

@@ -63,7 +63,8 @@ class TrellinReports {
   // host from the business layer's ReportFactory, with its parameters declared. Null for a key
   // the catalogue does not hold or whose designer is not built. Errors of RefreshParameters and
   // of DataColumns.Initialise are ignored; the host factory's errors, and ObjectNotSet before
-  // Initialise, reach the caller. The caller owns the designer. `reserved` is kept for the
+  // Initialise, reach the caller, as do the errors of loading the designer's stored layout.
+  // The caller owns the designer. `reserved` is kept for the
   // call's duration and used nowhere.
   [[nodiscard]] DesignerPtr Report(const std::string& ReportName,
                                    std::shared_ptr<Object> reserved = nullptr);

@@ -21,6 +21,9 @@ DesignerPtr TrellinReports::ReportFrom(std::span<const CatalogueEntry> catalogue
 
   DesignerPtr designer = entry->factory();
   if (!designer) return nullptr;
+  // Making a designer loads its stored layout and raises ActiveReport_Initialize; the captions
+  // set below then override the layout's. A layout that cannot be read reaches the caller.
+  designer->Initialize();
   if (entry->caption_rule != CaptionRule::kLayout) {
     CatalogueCaptions captions = CaptionsFor(*entry, key);
     designer->SetCaption(std::move(captions.caption));

@@ -24,7 +24,9 @@ class FakeDataColumns : public DataColumns {
   DataColumn& Add(const std::string& name, const std::string&, int, const std::string&,
                   const std::string&, float, float, int, int, const std::string&, int, int,
                   const std::string&, bool, const std::string&, bool, bool) override {
-    columns_.push_back(DataColumn{.Name = name});
+    DataColumn column;
+    column.Name = name;
+    columns_.push_back(column);
     return columns_.back();
   }
   [[nodiscard]] std::size_t Count() const override { return columns_.size(); }

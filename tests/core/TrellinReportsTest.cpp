@@ -13,7 +13,9 @@ namespace {
 // part way.
 class TestDesigner : public Designer {
  public:
-  TestDesigner(std::string name, bool fail) : Designer(std::move(name)), fail_(fail) {
+  TestDesigner(std::string name, bool fail) : Designer(std::move(name)), fail_(fail) {}
+  // Stands in for the stored layout's titles.
+  void ActiveReport_Initialize() override {
     SetCaption("Caption of the layout");
     SetDocumentName("Document of the layout");
   }
