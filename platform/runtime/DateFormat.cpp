@@ -40,10 +40,10 @@ std::optional<DateFormat> DateFormat::Compile(std::string_view mask) {
   DateFormat format;
   std::vector<Token>& tokens = format.tokens_;
   const auto literal = [&tokens](std::string_view t) {
-    if (!tokens.empty() && tokens.back().part == Part::kLiteral) {
+    if (!tokens.empty() && tokens.back().part == Part::Literal) {
       tokens.back().text.append(t);
     } else {
-      tokens.push_back({Part::kLiteral, std::string(t), {}});
+      tokens.push_back({Part::Literal, std::string(t), {}});
     }
   };
   bool any_part = false;
@@ -59,15 +59,14 @@ std::optional<DateFormat> DateFormat::Compile(std::string_view mask) {
       std::size_t count;
     } kRuns[] = {
         {'d',
-         {Part::kDay, Part::kDay2, Part::kDayName3, Part::kDayName, Part::kShortDate,
-          Part::kLongDate},
+         {Part::Day, Part::Day2, Part::DayName3, Part::DayName, Part::ShortDate, Part::LongDate},
          6},
-        {'m', {Part::kMonth, Part::kMonth2, Part::kMonthName3, Part::kMonthName}, 4},
-        {'y', {Part::kDayOfYear, Part::kYear2, Part::kYear2, Part::kYear4}, 4},
-        {'h', {Part::kHour, Part::kHour2}, 2},
-        {'n', {Part::kMinute, Part::kMinute2}, 2},
-        {'s', {Part::kSecond, Part::kSecond2}, 2},
-        {'q', {Part::kQuarter}, 1},
+        {'m', {Part::Month, Part::Month2, Part::MonthName3, Part::MonthName}, 4},
+        {'y', {Part::DayOfYear, Part::Year2, Part::Year2, Part::Year4}, 4},
+        {'h', {Part::Hour, Part::Hour2}, 2},
+        {'n', {Part::Minute, Part::Minute2}, 2},
+        {'s', {Part::Second, Part::Second2}, 2},
+        {'q', {Part::Quarter}, 1},
     };
     bool matched = false;
     for (const auto& r : kRuns) {
@@ -82,16 +81,16 @@ std::optional<DateFormat> DateFormat::Compile(std::string_view mask) {
     }
     if (StartsWithIgnoreCase(mask, i, "am/pm")) {
       tokens.push_back(
-          {Part::kAmPm, std::string(mask.substr(i, 2)), std::string(mask.substr(i + 3, 2))});
+          {Part::AmPm, std::string(mask.substr(i, 2)), std::string(mask.substr(i + 3, 2))});
       any_part = true;
       i += 5;
     } else if (StartsWithIgnoreCase(mask, i, "a/p")) {
       tokens.push_back(
-          {Part::kAmPm, std::string(mask.substr(i, 1)), std::string(mask.substr(i + 2, 1))});
+          {Part::AmPm, std::string(mask.substr(i, 1)), std::string(mask.substr(i + 2, 1))});
       any_part = true;
       i += 3;
     } else if (StartsWithIgnoreCase(mask, i, "ampm")) {
-      tokens.push_back({Part::kAmPm, "AM", "PM"});
+      tokens.push_back({Part::AmPm, "AM", "PM"});
       any_part = true;
       i += 4;
     } else if (mask[i] == '\\' && i + 1 < mask.size()) {
@@ -113,7 +112,7 @@ std::optional<DateFormat> DateFormat::Compile(std::string_view mask) {
   const auto neighbour = [&tokens](std::size_t i, std::ptrdiff_t step) -> const Token* {
     const auto size = static_cast<std::ptrdiff_t>(tokens.size());
     for (std::ptrdiff_t k = static_cast<std::ptrdiff_t>(i) + step; k >= 0 && k < size; k += step) {
-      if (tokens[static_cast<std::size_t>(k)].part != Part::kLiteral) {
+      if (tokens[static_cast<std::size_t>(k)].part != Part::Literal) {
         return &tokens[static_cast<std::size_t>(k)];
       }
     }
@@ -121,15 +120,15 @@ std::optional<DateFormat> DateFormat::Compile(std::string_view mask) {
   };
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     Token& t = tokens[i];
-    if (t.part != Part::kMonth && t.part != Part::kMonth2) continue;
+    if (t.part != Part::Month && t.part != Part::Month2) continue;
     const Token* before = neighbour(i, -1);
     const Token* after = neighbour(i, 1);
-    if ((before && (before->part == Part::kHour || before->part == Part::kHour2)) ||
-        (after && (after->part == Part::kSecond || after->part == Part::kSecond2))) {
-      t.part = t.part == Part::kMonth ? Part::kMinute : Part::kMinute2;
+    if ((before && (before->part == Part::Hour || before->part == Part::Hour2)) ||
+        (after && (after->part == Part::Second || after->part == Part::Second2))) {
+      t.part = t.part == Part::Month ? Part::Minute : Part::Minute2;
     }
   }
-  for (const Token& t : tokens) format.twelve_hour_ = format.twelve_hour_ || t.part == Part::kAmPm;
+  for (const Token& t : tokens) format.twelve_hour_ = format.twelve_hour_ || t.part == Part::AmPm;
   return format;
 }
 
@@ -141,78 +140,78 @@ std::string DateFormat::Apply(const Date& date) const {
   out.reserve(24);
   for (const Token& t : tokens_) {
     switch (t.part) {
-      case Part::kLiteral:
+      case Part::Literal:
         out += t.text;
         break;
-      case Part::kDay:
+      case Part::Day:
         AppendNumber(out, day, 1);
         break;
-      case Part::kDay2:
+      case Part::Day2:
         AppendNumber(out, day, 2);
         break;
-      case Part::kDayName3:
+      case Part::DayName3:
         out += kDayNames[static_cast<int>(date.DayOfWeek()) - 1].substr(0, 3);
         break;
-      case Part::kDayName:
+      case Part::DayName:
         out += kDayNames[static_cast<int>(date.DayOfWeek()) - 1];
         break;
-      case Part::kShortDate:
+      case Part::ShortDate:
         AppendNumber(out, day, 2);
         out += '/';
         AppendNumber(out, month, 2);
         out += '/';
         AppendNumber(out, year, 4);
         break;
-      case Part::kLongDate:
+      case Part::LongDate:
         AppendNumber(out, day, 1);
         out += ' ';
         out += kMonthNames[month - 1];
         out += ' ';
         AppendNumber(out, year, 4);
         break;
-      case Part::kMonth:
+      case Part::Month:
         AppendNumber(out, month, 1);
         break;
-      case Part::kMonth2:
+      case Part::Month2:
         AppendNumber(out, month, 2);
         break;
-      case Part::kMonthName3:
+      case Part::MonthName3:
         out += kMonthNames[month - 1].substr(0, 3);
         break;
-      case Part::kMonthName:
+      case Part::MonthName:
         out += kMonthNames[month - 1];
         break;
-      case Part::kYear2:
+      case Part::Year2:
         AppendNumber(out, year % 100, 2);
         break;
-      case Part::kYear4:
+      case Part::Year4:
         AppendNumber(out, year, 4);
         break;
-      case Part::kDayOfYear:
+      case Part::DayOfYear:
         AppendNumber(out, date.Serial() - Date::FromYmd(year, 1, 1).Serial() + 1, 1);
         break;
-      case Part::kQuarter:
+      case Part::Quarter:
         AppendNumber(out, (month - 1) / 3 + 1, 1);
         break;
-      case Part::kHour:
+      case Part::Hour:
         AppendNumber(out, hour, 1);
         break;
-      case Part::kHour2:
+      case Part::Hour2:
         AppendNumber(out, hour, 2);
         break;
-      case Part::kMinute:
+      case Part::Minute:
         AppendNumber(out, date.Minute(), 1);
         break;
-      case Part::kMinute2:
+      case Part::Minute2:
         AppendNumber(out, date.Minute(), 2);
         break;
-      case Part::kSecond:
+      case Part::Second:
         AppendNumber(out, date.Second(), 1);
         break;
-      case Part::kSecond2:
+      case Part::Second2:
         AppendNumber(out, date.Second(), 2);
         break;
-      case Part::kAmPm:
+      case Part::AmPm:
         out += date.Hour() < 12 ? t.text : t.pm_text;
         break;
     }

@@ -15,7 +15,7 @@ namespace trellin {
 namespace {
 
 // Masks that print a value in its general form rather than through placeholders.
-enum class General { kNumber, kDate };
+enum class General { NumberForm, DateForm };
 
 // The named formats and what each means. A named format is matched in any case.
 struct NamedFormat {
@@ -24,21 +24,21 @@ struct NamedFormat {
   General general;
 };
 constexpr std::array<NamedFormat, 15> kNamedFormats = {{
-    {"Currency", kDefaultCurrencyFormat, General::kNumber},
-    {"Percent", "0.00%", General::kNumber},
-    {"Fixed", "0.00", General::kNumber},
-    {"Standard", "#,##0.00", General::kNumber},
-    {"Scientific", "0.00E+00", General::kNumber},
-    {"General Number", "", General::kNumber},
-    {"General Date", "", General::kDate},
-    {"Short Date", "dd/mm/yyyy", General::kNumber},
-    {"Medium Date", "dd-mmm-yy", General::kNumber},
-    {"Long Date", "d mmmm yyyy", General::kNumber},
-    {"Short Time", "hh:nn", General::kNumber},
-    {"Medium Time", "hh:nn AM/PM", General::kNumber},
-    {"Long Time", "h:nn:ss AM/PM", General::kNumber},
-    {"Yes/No", "\"Yes\";\"Yes\";\"No\"", General::kNumber},
-    {"True/False", "\"True\";\"True\";\"False\"", General::kNumber},
+    {"Currency", kDefaultCurrencyFormat, General::NumberForm},
+    {"Percent", "0.00%", General::NumberForm},
+    {"Fixed", "0.00", General::NumberForm},
+    {"Standard", "#,##0.00", General::NumberForm},
+    {"Scientific", "0.00E+00", General::NumberForm},
+    {"General Number", "", General::NumberForm},
+    {"General Date", "", General::DateForm},
+    {"Short Date", "dd/mm/yyyy", General::NumberForm},
+    {"Medium Date", "dd-mmm-yy", General::NumberForm},
+    {"Long Date", "d mmmm yyyy", General::NumberForm},
+    {"Short Time", "hh:nn", General::NumberForm},
+    {"Medium Time", "hh:nn AM/PM", General::NumberForm},
+    {"Long Time", "h:nn:ss AM/PM", General::NumberForm},
+    {"Yes/No", "\"Yes\";\"Yes\";\"No\"", General::NumberForm},
+    {"True/False", "\"True\";\"True\";\"False\"", General::NumberForm},
 }};
 
 // A value as exact decimal digits, when it is a number or reads as one.
@@ -79,7 +79,7 @@ class GeneralMask final : public FormatMask {
 
  private:
   std::string DoApply(const Variant& value) const override {
-    if (general_ == General::kDate) {
+    if (general_ == General::DateForm) {
       // Numbers and date text show as the date they stand for; other text stays as it is.
       if (value.IsNumber()) return Variant(value.ToDate()).ToString();
       if (const std::string* s = value.Get<std::string>()) {

@@ -51,16 +51,16 @@ NumberFormat::Section NumberFormat::CompileSection(std::string_view text) {
   bool after_point = false;
   bool seen_zero = false;
   const auto literal = [&s](std::string_view t) {
-    if (!s.tokens.empty() && s.tokens.back().kind == TokenKind::kLiteral) {
+    if (!s.tokens.empty() && s.tokens.back().kind == TokenKind::Literal) {
       s.tokens.back().text.append(t);
     } else {
-      s.tokens.push_back({TokenKind::kLiteral, 0, std::string(t)});
+      s.tokens.push_back({TokenKind::Literal, 0, std::string(t)});
     }
   };
   for (std::size_t i = 0; i < text.size(); ++i) {
     char c = text[i];
     if (IsPlaceholder(c)) {
-      s.tokens.push_back({TokenKind::kDigit, c, {}});
+      s.tokens.push_back({TokenKind::Digit, c, {}});
       if (after_point) {
         ++s.decimals;
       } else {
@@ -71,7 +71,7 @@ NumberFormat::Section NumberFormat::CompileSection(std::string_view text) {
       }
     } else if (c == '.' && !after_point) {
       after_point = true;
-      s.tokens.push_back({TokenKind::kPoint, 0, {}});
+      s.tokens.push_back({TokenKind::Point, 0, {}});
     } else if (c == ',' && !after_point && s.integer_placeholders > 0) {
       // Between placeholders a comma asks for thousands separators; after the last integer
       // placeholder each comma divides by a thousand ("#,##0," shows thousands).
@@ -88,7 +88,7 @@ NumberFormat::Section NumberFormat::CompileSection(std::string_view text) {
       // "0.00E+00": the placeholders after the sign are the exponent's digits. "E+" always
       // shows its sign, "E-" only a minus.
       s.scientific = true;
-      s.tokens.push_back({TokenKind::kExponent, 0, std::string(text.substr(i, 2))});
+      s.tokens.push_back({TokenKind::Exponent, 0, std::string(text.substr(i, 2))});
       i += 2;
       while (i < text.size() && IsPlaceholder(text[i])) {
         if (text[i] == '0') ++s.exponent_digits;
@@ -183,7 +183,7 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
   {
     int k = section.decimals;
     for (auto it = section.tokens.rbegin(); it != section.tokens.rend() && k > 0; ++it) {
-      if (it->kind != TokenKind::kDigit) continue;
+      if (it->kind != TokenKind::Digit) continue;
       if (it->placeholder == '0' || fraction[static_cast<std::size_t>(k - 1)] != '0') break;
       --shown_fraction;
       --k;
@@ -203,10 +203,10 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
   bool after_point = false;
   for (const Token& token : section.tokens) {
     switch (token.kind) {
-      case TokenKind::kLiteral:
+      case TokenKind::Literal:
         out += token.text;
         break;
-      case TokenKind::kPoint:
+      case TokenKind::Point:
         // A mask with no integer placeholder still shows the whole part: ".00" of 5.25 is 5.25.
         if (section.integer_placeholders == 0) {
           for (int i = 0; i < integer_len; ++i) emit_integer_digit(i);
@@ -214,7 +214,7 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
         out += '.';
         after_point = true;
         break;
-      case TokenKind::kExponent: {
+      case TokenKind::Exponent: {
         out += token.text[0];
         if (exponent < 0) {
           out += '-';
@@ -228,7 +228,7 @@ void NumberFormat::Render(const Section& section, const decimal::DecimalNumber& 
         out += digits;
         break;
       }
-      case TokenKind::kDigit:
+      case TokenKind::Digit:
         if (after_point) {
           if (fraction_index < shown_fraction) {
             out += fraction[static_cast<std::size_t>(fraction_index)];

@@ -24,7 +24,7 @@ class NumberFormat {
   [[nodiscard]] std::string ApplyNull() const;
 
  private:
-  enum class TokenKind { kLiteral, kDigit, kPoint, kExponent };
+  enum class TokenKind { Literal, Digit, Point, Exponent };
   struct Token {
     TokenKind kind;
     char placeholder;  // '0', '#' or '?' for a digit
