@@ -115,7 +115,7 @@ std::optional<std::string> JetDateToIso(std::string_view text) {
   }
   auto time = ReadTime(reader);
   if (!time) return std::nullopt;
-  char buffer[32];
+  char buffer[64];
   if (time->hour == 0 && time->minute == 0 && time->second == 0) {
     std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", year, month, day);
   } else {

@@ -27,9 +27,7 @@ Typed Negate(const Typed& t) {
     return NumberLiteral(t.number[0] == '-' ? t.number.substr(1) : "-" + t.number);
   }
   if (t.form == Form::kNull) return t;
-  // "--" would open an SQLite comment, so a negative operand keeps its brackets.
-  std::string operand = t.sql[0] == '-' ? "(" + t.sql + ")" : Wrap(t, kPrecUnary);
-  return Expression("-" + operand, t.type, kPrecUnary);
+  return Expression(MinusPrefixed(t), t.type, kPrecUnary);
 }
 
 // The Jet wildcards * and ? as SQLite's % and _; ADO's % and _ pass through.
@@ -55,7 +53,8 @@ SemType ArithmeticOperandType(SemType type) {
 
 // Date plus a number of days: the result keeps its time only when it has one.
 Typed ShiftDate(const Typed& date, const Typed& days, bool subtract) {
-  std::string offset = (subtract ? "-" : "") + Wrap(Coerce(days, SemType::Double), kPrecUnary);
+  Typed amount = Coerce(days, SemType::Double);
+  std::string offset = subtract ? MinusPrefixed(amount) : Wrap(amount, kPrecUnary);
   std::string serial = "JULIANDAY(" + date.sql + ") + " + offset;
   return Expression("CASE WHEN " + serial + " = CAST(" + serial + " - 0.5 AS INTEGER) + 0.5 " +
                         "THEN DATE(" + serial + ") ELSE DATETIME(" + serial + ") END",
@@ -88,7 +87,7 @@ Typed Emitter::WriteExpr(const Expr& expr, const Scope& scope) {
       Typed t;
       t.form = Form::kBoolean;
       t.type = SemType::Boolean;
-      t.sql = expr.text == "True" ? "1" : "0";
+      t.sql.assign(1, expr.text == "True" ? '1' : '0');
       return t;
     }
     case ExprKind::kNull:
@@ -117,9 +116,10 @@ Typed Emitter::WriteExpr(const Expr& expr, const Scope& scope) {
       if (sub.columns.size() != 1) {
         throw SqlError("subquery must return one column", expr.query->position, "SELECT");
       }
-      return Expression(
-          Wrap(operand, kPrecEquality + 1) + (expr.negated ? " NOT IN (" : " IN (") + sub.sql + ")",
-          SemType::Boolean, kPrecEquality);
+      bool nocase = operand.type == SemType::Text && operand.form != Form::kColumn;
+      std::string subject = nocase ? NoCase(operand) : Wrap(operand, kPrecEquality + 1);
+      return Expression(subject + (expr.negated ? " NOT IN (" : " IN (") + sub.sql + ")",
+                        SemType::Boolean, kPrecEquality);
     }
     case ExprKind::kLike:
       return WriteLike(expr, scope);

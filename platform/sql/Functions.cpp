@@ -90,7 +90,8 @@ Typed Round(Args& a) {
       long digits = std::strtol(a[1].number.c_str(), nullptr, 10);
       if (digits >= 4) return a[0];
       if (digits >= -10) {
-        std::string step = "1" + std::string(static_cast<std::size_t>(4 - digits), '0');
+        std::string step(static_cast<std::size_t>(5 - digits), '0');
+        step[0] = '1';
         return Expression(
             "CAST(ROUND(" + Wrap(a[0], kPrecMul) + " / " + step + ".0) AS INTEGER) * " + step,
             SemType::Currency, kPrecMul);

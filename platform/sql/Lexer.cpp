@@ -22,6 +22,11 @@ class Lexer {
   explicit Lexer(std::string_view text) : text_(text) {}
 
   std::vector<Token> Run() {
+    // SQLite reads statement text up to a NUL, so one inside a literal would cut it short.
+    std::size_t nul = text_.find('\0');
+    if (nul != std::string_view::npos) {
+      throw SqlError("unexpected NUL character", Position(nul), std::string(1, '\0'));
+    }
     std::vector<Token> tokens;
     while (true) {
       SkipBlanks();

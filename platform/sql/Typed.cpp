@@ -22,7 +22,7 @@ Typed Relabel(Typed t, SemType type) {
 // A Boolean as Jet counts it in arithmetic: True is -1.
 Typed BooleanAsLong(const Typed& t) {
   if (t.form == Form::kBoolean) return NumberLiteral(t.sql == "1" ? "-1" : "0");
-  return Expression("-" + Wrap(t, kPrecUnary), SemType::Long, kPrecUnary);
+  return Expression(MinusPrefixed(t), SemType::Long, kPrecUnary);
 }
 
 Typed MoneyToText(const Typed& t) {
@@ -60,7 +60,8 @@ Typed TextLiteral(std::string_view text) {
   Typed t;
   t.form = Form::kText;
   t.type = SemType::Text;
-  t.sql = "'";
+  t.sql.reserve(text.size() + 2);
+  t.sql.push_back('\'');
   for (char c : text) {
     t.sql += c;
     if (c == '\'') t.sql += '\'';
@@ -79,6 +80,12 @@ Typed NullLiteral() {
 std::string Wrap(const Typed& t, int min_prec) {
   if (t.prec >= min_prec) return t.sql;
   return "(" + t.sql + ")";
+}
+
+std::string MinusPrefixed(const Typed& t) {
+  std::string operand = StartsWithMinus(t.sql) ? "(" + t.sql + ")" : Wrap(t, kPrecUnary);
+  operand.insert(0, 1, '-');
+  return operand;
 }
 
 Typed Binary(const Typed& left, std::string_view op, const Typed& right, int prec, SemType type) {

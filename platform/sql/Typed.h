@@ -46,6 +46,8 @@ struct Typed {
 
 // `t` as SQLite text that binds at least as tightly as `min_prec`, in parentheses if needed.
 [[nodiscard]] std::string Wrap(const Typed& t, int min_prec);
+// "-" and `t`, bracketed where needed; never "--", which SQLite reads as a comment.
+[[nodiscard]] std::string MinusPrefixed(const Typed& t);
 // `left op right` for a left-associative operator of precedence `prec`.
 [[nodiscard]] Typed Binary(const Typed& left, std::string_view op, const Typed& right, int prec,
                            SemType type);
