@@ -37,7 +37,8 @@ const std::string& LedgerFile() {
       throw std::runtime_error(sqlite3_errmsg(db));
     }
     sqlite3_close(db);
-    std::atexit([] { std::filesystem::remove_all(std::filesystem::path(LedgerFile()).parent_path()); });
+    std::atexit(
+        [] { std::filesystem::remove_all(std::filesystem::path(LedgerFile()).parent_path()); });
     return file;
   }();
   return path;

@@ -39,8 +39,8 @@ std::int64_t Database::ExecuteScalarLong(std::string_view sql, std::int64_t defa
   try {
     return value.ToLong();
   } catch (const std::exception& e) {
-    throw DatabaseError("the first value of " + std::string(sql) + " is not a whole number: " +
-                        e.what());
+    throw DatabaseError("the first value of " + std::string(sql) +
+                        " is not a whole number: " + e.what());
   }
 }
 
@@ -50,8 +50,8 @@ Currency Database::ExecuteScalarCurrency(std::string_view sql, Currency default_
   try {
     return value.ToCurrency();
   } catch (const std::exception& e) {
-    throw DatabaseError("the first value of " + std::string(sql) + " is not an amount: " +
-                        e.what());
+    throw DatabaseError("the first value of " + std::string(sql) +
+                        " is not an amount: " + e.what());
   }
 }
 
@@ -66,8 +66,7 @@ std::string Database::SQLDate(const Date& date) {
   std::snprintf(text, sizeof text, "#%04d-%02d-%02d", date.Year(), date.Month(), date.Day());
   std::string out = text;
   if (date.HasTime()) {
-    std::snprintf(text, sizeof text, " %02d:%02d:%02d", date.Hour(), date.Minute(),
-                  date.Second());
+    std::snprintf(text, sizeof text, " %02d:%02d:%02d", date.Hour(), date.Minute(), date.Second());
     out += text;
   }
   return out + "#";

@@ -12,7 +12,8 @@ namespace {
 
 std::string_view TextOf(sqlite3_stmt* stmt, int column) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, column));
-  return text == nullptr ? std::string_view() : std::string_view(text, sqlite3_column_bytes(stmt, column));
+  return text == nullptr ? std::string_view()
+                         : std::string_view(text, sqlite3_column_bytes(stmt, column));
 }
 
 [[noreturn]] void Misfit(sqlite3_stmt* stmt, int column, const ResultField& field,
@@ -54,7 +55,8 @@ Variant ReadLong(sqlite3_stmt* stmt, int column, const ResultField& field) {
       return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
     case SQLITE_FLOAT:
       // A whole-number column computed in floating point: rounded half to even, as CLng does.
-      return Variant(static_cast<std::int64_t>(std::nearbyint(sqlite3_column_double(stmt, column))));
+      return Variant(
+          static_cast<std::int64_t>(std::nearbyint(sqlite3_column_double(stmt, column))));
     default:
       if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(*n);
       Misfit(stmt, column, field, "a whole number");
@@ -112,7 +114,11 @@ constexpr Reader kReaders[] = {
     [](sqlite3_stmt* stmt, int column, const ResultField&) {
       return Variant(TextOf(stmt, column));
     },
-    ReadLong, ReadDouble, ReadCurrency, ReadDate, ReadBoolean,
+    ReadLong,
+    ReadDouble,
+    ReadCurrency,
+    ReadDate,
+    ReadBoolean,
 };
 
 }  // namespace

@@ -36,8 +36,7 @@ std::unique_ptr<CompanyFileWriter> CreateCompanyFile(const std::string& path) {
   // A temporary file left by a build that was killed is stale; start clean.
   RemoveWithJournals(temp);
   sqlite3* db = nullptr;
-  int rc = sqlite3_open_v2(temp.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
-                           nullptr);
+  int rc = sqlite3_open_v2(temp.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
   std::unique_ptr<CompanyFileWriter> writer(new CompanyFileWriter(path, db));
   if (rc != SQLITE_OK) {
     std::string message = db != nullptr ? sqlite3_errmsg(db) : "out of memory";
@@ -63,7 +62,8 @@ void CompanyFileWriter::Commit() {
   if (db_ == nullptr) throw DatabaseError("the company file '" + path_ + "' is already complete");
   try {
     // Everything into the main file, so that the renamed file stands alone without its WAL.
-    Exec(db_, "PRAGMA wal_checkpoint(TRUNCATE)", "cannot complete the company file '" + path_ + "'");
+    Exec(db_, "PRAGMA wal_checkpoint(TRUNCATE)",
+         "cannot complete the company file '" + path_ + "'");
   } catch (...) {
     Discard();
     throw;

@@ -88,8 +88,7 @@ class Parser {
       if (end == std::string_view::npos) Fail("a field name has no closing ']'");
       token_ = {TokenKind::Name, std::string(text_.substr(pos_ + 1, end - pos_ - 1))};
       pos_ = end + 1;
-    } else if (std::isdigit(static_cast<unsigned char>(c)) || c == '-' || c == '+' ||
-               c == '.') {
+    } else if (std::isdigit(static_cast<unsigned char>(c)) || c == '-' || c == '+' || c == '.') {
       std::size_t start = pos_++;
       while (pos_ < text_.size() &&
              (std::isdigit(static_cast<unsigned char>(text_[pos_])) || text_[pos_] == '.')) {
@@ -301,12 +300,18 @@ bool LikeMatch(std::string_view text, std::string_view pattern) {
 
 bool Holds(CompareOp op, int order) {
   switch (op) {
-    case CompareOp::Equal: return order == 0;
-    case CompareOp::NotEqual: return order != 0;
-    case CompareOp::Less: return order < 0;
-    case CompareOp::LessEqual: return order <= 0;
-    case CompareOp::Greater: return order > 0;
-    case CompareOp::GreaterEqual: return order >= 0;
+    case CompareOp::Equal:
+      return order == 0;
+    case CompareOp::NotEqual:
+      return order != 0;
+    case CompareOp::Less:
+      return order < 0;
+    case CompareOp::LessEqual:
+      return order <= 0;
+    case CompareOp::Greater:
+      return order > 0;
+    case CompareOp::GreaterEqual:
+      return order >= 0;
   }
   return false;
 }

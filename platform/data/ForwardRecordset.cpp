@@ -18,18 +18,17 @@ std::vector<FieldInfo> FieldsOf(const std::vector<ResultField>& columns) {
 
 }  // namespace
 
-ForwardRecordset::ForwardRecordset(std::shared_ptr<Connection> connection,
-                                   std::string sqlite_sql, std::vector<ResultField> columns)
+ForwardRecordset::ForwardRecordset(std::shared_ptr<Connection> connection, std::string sqlite_sql,
+                                   std::vector<ResultField> columns)
     : sql_(std::move(sqlite_sql)),
       columns_(std::move(columns)),
       fields_(FieldsOf(columns_)),
       statement_(std::move(connection), sql_),
       generation_(statement_.Owner()->Generation()) {
   if (sqlite3_column_count(statement_.Handle()) != static_cast<int>(columns_.size())) {
-    throw DatabaseError("the query returns " +
-                        std::to_string(sqlite3_column_count(statement_.Handle())) +
-                        " columns where " + std::to_string(columns_.size()) +
-                        " were expected: " + sql_);
+    throw DatabaseError(
+        "the query returns " + std::to_string(sqlite3_column_count(statement_.Handle())) +
+        " columns where " + std::to_string(columns_.size()) + " were expected: " + sql_);
   }
   row_.resize(columns_.size());
   ReadRow();
@@ -72,7 +71,8 @@ std::int64_t ForwardRecordset::RecordCount() const {
   if (!count_) {
     std::string_view inner = sql_;
     // A closing semicolon would end the statement inside the count's brackets.
-    while (!inner.empty() && (inner.back() == ';' || std::isspace(static_cast<unsigned char>(inner.back())))) {
+    while (!inner.empty() &&
+           (inner.back() == ';' || std::isspace(static_cast<unsigned char>(inner.back())))) {
       inner.remove_suffix(1);
     }
     Statement count(statement_.Owner(), "SELECT COUNT(*) FROM (" + std::string(inner) + ")");

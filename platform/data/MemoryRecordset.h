@@ -79,9 +79,9 @@ class MemoryRecordset : public Recordset {
   std::string sort_text_;
   std::optional<Criteria> last_find_;  // Find is called row after row with new text; cached
   bool updatable_;
-  std::optional<Row> edit_;     // the current row's pending values
-  bool adding_ = false;         // edit_ belongs to a row AddNew made
-  Position before_add_ = 0;     // where the cursor was before AddNew
+  std::optional<Row> edit_;  // the current row's pending values
+  bool adding_ = false;      // edit_ belongs to a row AddNew made
+  Position before_add_ = 0;  // where the cursor was before AddNew
 };
 
 // A new empty client-side recordset.

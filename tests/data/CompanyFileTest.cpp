@@ -39,10 +39,11 @@ TEST(CompanyFile, CommitPutsACompleteFileInPlace) {
   auto writer = CreateCompanyFile(path);
   EXPECT_TRUE(fs::exists(path + ".tmp"));
   EXPECT_FALSE(fs::exists(path)) << "nothing at the final path until Commit";
-  ASSERT_EQ(sqlite3_exec(writer->Handle(),
-                         "INSERT INTO CompanySetting(Section,Key,Value) VALUES('Company','Name','Demo')",
-                         nullptr, nullptr, nullptr),
-            SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(writer->Handle(),
+                   "INSERT INTO CompanySetting(Section,Key,Value) VALUES('Company','Name','Demo')",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
   writer->Commit();
   EXPECT_TRUE(fs::exists(path));
   EXPECT_FALSE(fs::exists(path + ".tmp"));

@@ -19,16 +19,16 @@ ResultField Typed(const char* name, FieldType type) { return ResultField{{name, 
 
 TEST(ColumnReader, EachTypeComesBackFromItsStorageForm) {
   auto db = MemoryDatabase("SELECT 1");
-  ForwardRecordset rs(db,
-                      "SELECT 'abc', 42, 1.5, 123456, '2024-01-05 10:00:00', 1, 0, NULL, NULL, 7, "
-                      "2.5, '2024-02-29'",
-                      {Typed("Text", FieldType::Text), Typed("Long", FieldType::Long),
-                       Typed("Double", FieldType::Double), Typed("Money", FieldType::Currency),
-                       Typed("Stamp", FieldType::Date), Typed("Yes", FieldType::Boolean),
-                       Typed("No", FieldType::Boolean), Typed("NullMoney", FieldType::Currency),
-                       Typed("NullDate", FieldType::Date), ResultField{{"Any", FieldType::Text}, false},
-                       ResultField{{"AnyReal", FieldType::Text}, false},
-                       Typed("Day", FieldType::Date)});
+  ForwardRecordset rs(
+      db,
+      "SELECT 'abc', 42, 1.5, 123456, '2024-01-05 10:00:00', 1, 0, NULL, NULL, 7, "
+      "2.5, '2024-02-29'",
+      {Typed("Text", FieldType::Text), Typed("Long", FieldType::Long),
+       Typed("Double", FieldType::Double), Typed("Money", FieldType::Currency),
+       Typed("Stamp", FieldType::Date), Typed("Yes", FieldType::Boolean),
+       Typed("No", FieldType::Boolean), Typed("NullMoney", FieldType::Currency),
+       Typed("NullDate", FieldType::Date), ResultField{{"Any", FieldType::Text}, false},
+       ResultField{{"AnyReal", FieldType::Text}, false}, Typed("Day", FieldType::Date)});
   ASSERT_FALSE(rs.Eof());
   EXPECT_EQ(rs.Value(0), Variant("abc"));
   EXPECT_EQ(rs.Value(1), Variant(std::int64_t{42}));
@@ -50,11 +50,12 @@ TEST(ColumnReader, StoredValuesThatDoNotFitTheirTypeAreErrors) {
     FieldType type;
     const char* message;
   } cases[] = {
-      {"SELECT '5 March'", FieldType::Date,
-       "the column 'X' holds '5 March', which is not a date"},
+      {"SELECT '5 March'", FieldType::Date, "the column 'X' holds '5 March', which is not a date"},
       {"SELECT 'ten'", FieldType::Currency, "the column 'X' holds 'ten', which is not an amount"},
-      {"SELECT 'many'", FieldType::Long, "the column 'X' holds 'many', which is not a whole number"},
-      {"SELECT 'maybe'", FieldType::Boolean, "the column 'X' holds 'maybe', which is not True or False"},
+      {"SELECT 'many'", FieldType::Long,
+       "the column 'X' holds 'many', which is not a whole number"},
+      {"SELECT 'maybe'", FieldType::Boolean,
+       "the column 'X' holds 'maybe', which is not True or False"},
       {"SELECT 45000", FieldType::Date, "the column 'X' holds '45000', which is not a date"},
   };
   auto db = MemoryDatabase("SELECT 1");

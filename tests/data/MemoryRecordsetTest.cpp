@@ -44,7 +44,7 @@ TEST(MemoryRecordset, EmptyIsAtBothEnds) {
 TEST(MemoryRecordset, FindMovesForwardFromTheCurrentRow) {
   struct Case {
     const char* criteria;
-    int moves_first;  // rows to move past before the Find
+    int moves_first;    // rows to move past before the Find
     const char* found;  // "" for EOF
   } cases[] = {
       {"Code='A1'", 0, "apple"},
@@ -97,7 +97,8 @@ TEST(MemoryRecordset, FilterShowsMatchingRows) {
     rs->MoveLast();
     rs->Filter(c.criteria);
     std::string names = c.names;
-    std::int64_t expected_count = names.empty() ? 0 : std::count(names.begin(), names.end(), ',') + 1;
+    std::int64_t expected_count =
+        names.empty() ? 0 : std::count(names.begin(), names.end(), ',') + 1;
     EXPECT_EQ(rs->RecordCount(), expected_count) << c.criteria;
     EXPECT_EQ(Walk(*rs), c.names) << c.criteria;
   }
@@ -159,7 +160,8 @@ TEST(MemoryRecordset, BadCriteriaNameTheText) {
       {"Date=#2024-13-45#",
        "cannot use the criteria \"Date=#2024-13-45#\": '2024-13-45' is not a date for the field "
        "'Date'"},
-      {"Code>Null", "cannot use the criteria \"Code>Null\": Null can only be compared with = or <>"},
+      {"Code>Null",
+       "cannot use the criteria \"Code>Null\": Null can only be compared with = or <>"},
       {"Code='x' Qty=1", "cannot use the criteria \"Code='x' Qty=1\": unexpected 'Qty'"},
       {"Qty=abc", "cannot use the criteria \"Qty=abc\": expected a value at 'abc'"},
   };

@@ -13,9 +13,9 @@ namespace trellin::data::testing {
 // different cases, one date has a time, Nulls are spread over the columns.
 inline std::shared_ptr<MemoryRecordset> Fruit(bool updatable = false) {
   std::vector<FieldInfo> fields = {
-      {"Code", FieldType::Text, 10},     {"Name", FieldType::Text, 20},
-      {"Date", FieldType::Date, 0},      {"Value", FieldType::Currency, 0},
-      {"BranchId", FieldType::Text, 5},  {"Qty", FieldType::Long, 0},
+      {"Code", FieldType::Text, 10},    {"Name", FieldType::Text, 20},
+      {"Date", FieldType::Date, 0},     {"Value", FieldType::Currency, 0},
+      {"BranchId", FieldType::Text, 5}, {"Qty", FieldType::Long, 0},
   };
   auto money = [](std::int64_t raw) { return Variant(Currency::FromRaw(raw)); };
   Variant null = Variant::Null();

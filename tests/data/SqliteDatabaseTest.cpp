@@ -68,11 +68,12 @@ TEST(SqliteDatabase, ValuesComeBackTypedForEveryColumnType) {
   std::string path = dir.File("company.db");
   MakeCompany(path);
   auto db = SqliteDatabase::Open(path);
-  auto rs = db->Query("SELECT Id, Code, Amount, Posted, Cleared, Rate, Null AS Nothing "
-                      "FROM Line ORDER BY Id");
+  auto rs = db->Query(
+      "SELECT Id, Code, Amount, Posted, Cleared, Rate, Null AS Nothing "
+      "FROM Line ORDER BY Id");
   ASSERT_EQ(rs->FieldCount(), 7);
-  FieldType types[] = {FieldType::Long, FieldType::Text, FieldType::Currency, FieldType::Date,
-                       FieldType::Boolean, FieldType::Double};
+  FieldType types[] = {FieldType::Long, FieldType::Text,    FieldType::Currency,
+                       FieldType::Date, FieldType::Boolean, FieldType::Double};
   for (int i = 0; i < 6; ++i) EXPECT_EQ(rs->Field(i).type, types[i]) << rs->Field(i).name;
   EXPECT_EQ(rs->Value("Id"), Variant(std::int64_t{1}));
   EXPECT_EQ(rs->Value("Code"), Variant("A"));
@@ -200,8 +201,9 @@ TEST(SqliteDatabase, MoneyStaysExactThroughSumsAndTests) {
   auto db = SqliteDatabase::Open(path);
   EXPECT_EQ(db->ExecuteScalarCurrency("SELECT Sum(Amount) FROM Big", Currency()),
             Currency::FromWhole(100));
-  auto sums = db->Query("SELECT Code, Sum(Amount) AS Total FROM Pair GROUP BY Code "
-                        "HAVING Sum(Amount)<>0");
+  auto sums = db->Query(
+      "SELECT Code, Sum(Amount) AS Total FROM Pair GROUP BY Code "
+      "HAVING Sum(Amount)<>0");
   EXPECT_TRUE(sums->Eof()) << "cancelling lines leave no float dust";
   auto split = db->Query(
       "SELECT Sum(IIf(Amount<0,-Amount,0)) AS Credits, Sum(IIf(Amount>0,Amount,0)) AS Debits, "
