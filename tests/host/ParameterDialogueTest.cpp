@@ -1,0 +1,213 @@
+#include "platform/host/ParameterDialogue.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "platform/business/CompanyRangeBuilder.h"
+#include "tests/business/FakeDatabase.h"
+
+namespace trellin::host {
+namespace {
+
+using nlohmann::json;
+
+// Stands in for the date-expression routine: dates, a few keywords as of 15 March 2025, and the
+// names of other parameters.
+Variant FakeResolver(const Variant& expression, const Parameters& parameters) {
+  if (expression.IsDate()) return expression;
+  const std::map<std::string, Date> keywords = {
+      {"EOM", Date::FromYmd(2025, 3, 31)},
+      {"BOM", Date::FromYmd(2025, 3, 1)},
+      {"ARCURRENT", Date::FromYmd(2025, 2, 28)},
+  };
+  std::string text = expression.Text();
+  if (auto found = keywords.find(text); found != keywords.end()) return found->second;
+  if (parameters.Exists(text)) return parameters.Value(text);
+  return Variant::Null();
+}
+
+class ParameterDialogueTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    database_ = std::make_shared<trellin::testing::FakeDatabase>();
+    database_->AddResult(kCustomersSQL,
+                         {{"OtherPartyId", FieldType::Text}, {"Name", FieldType::Text}},
+                         {{"A100", "Acme Ltd"}, {"B7", "Bay Traders"}});
+    parameters_.AddList("OrderBy", Variant("Code"), true, "", Variant("Code"), "Code,Name,X Ref",
+                        true, "");
+    parameters_.AddBoolean("Summary", false, false, "", false, false, "Summary");
+    parameters_.AddDate("DateAsAt", Variant::Missing(), true, "Date As At", Variant("EOM"), false,
+                        "Date As At");
+    parameters_.AddDate("DatedFrom", Variant::Missing(), false, "", Variant("BOM"), false,
+                        "Dated From");
+    parameters_.AddDate("DatedTo", Variant::Missing(), false, "", Variant(""), false, "Dated To");
+    parameters_.AddNumber("OverdueFrom", Variant(), false, "", Variant(), -9999999999, false,
+                          "Overdue From");
+    parameters_.AddMultiList("Groupings", Variant(""), false, "", Variant(""),
+                             "Customer,Location,Customer Type", false, false, "Groupings");
+    parameters_
+        .AddSQLList("Customers", Variant(""), true, "", Variant(""), kCustomersSQL, "OtherPartyId",
+                    false, "")
+        ->SQLField = "OtherParty.OtherPartyId";
+    parameters_.AddSQLList("Broken", Variant(""), false, "", Variant(""), "SELECT Nothing", "Code",
+                           false, "");
+    parameters_.AddString("Message", Variant(""), false, "", Variant(""), true, "");
+  }
+
+  ParameterDialogue Dialogue() {
+    return ParameterDialogue(parameters_, database_, FakeResolver, &range_builder_);
+  }
+
+  static constexpr const char* kCustomersSQL =
+      "SELECT OtherPartyId,Name FROM OtherParty WHERE IsCustomer=True ORDER BY OtherPartyId";
+  std::shared_ptr<trellin::testing::FakeDatabase> database_;
+  business::CompanyRangeBuilder range_builder_;
+  Parameters parameters_;
+};
+
+TEST_F(ParameterDialogueTest, ListsSetsResolvesAndValidates) {
+  ParameterDialogue dialogue = Dialogue();
+  std::vector<DialogueEntry> entries = dialogue.List();
+  ASSERT_EQ(entries.size(), 10u);
+  EXPECT_EQ(entries[0].Caption, "OrderBy");
+  EXPECT_EQ(entries[0].Choices, (std::vector<std::string>{"Code", "Name", "X Ref"}));
+  EXPECT_EQ(entries[2].Prompt, "Date As At");
+  EXPECT_EQ(entries[2].ResolvedDefault, Variant(Date::FromYmd(2025, 3, 31)));
+  EXPECT_TRUE(entries[4].ResolvedDefault.IsEmpty());  // no default
+  ASSERT_EQ(entries[7].Rows.size(), 2u);
+  EXPECT_EQ(entries[7].Rows[1].Key, "B7");
+  EXPECT_EQ(entries[7].Rows[1].Description, "Bay Traders");
+  EXPECT_EQ(entries[8].RowsError, "no such table in: SELECT Nothing");
+
+  for (const char* assignment :
+       {"orderby=name", "Summary=Yes", "DatedFrom=1/02/2025", "DatedTo=DateAsAt",
+        "Groupings=customer [page break], Location", "Customers=A100..A199, 'X,Y'",
+        "OverdueFrom=1,250.50", "Message= Thank you "}) {
+    dialogue.SetFromAssignment(assignment);
+  }
+  dialogue.Resolve();
+  EXPECT_TRUE(dialogue.Validate()) << ::testing::PrintToString(dialogue.Errors());
+  EXPECT_EQ(dialogue.ValuesToJson(), json::parse(R"({
+    "OrderBy": "Name", "Summary": true, "DateAsAt": "2025-03-31", "DatedFrom": "2025-02-01",
+    "DatedTo": "2025-03-31", "OverdueFrom": 1250.5,
+    "Groupings": "Customer [Page Break],Location", "Customers": "A100..A199, 'X,Y'",
+    "Broken": "", "Message": " Thank you "})"));
+}
+
+TEST_F(ParameterDialogueTest, RefusesTextNamingTheParameter) {
+  const struct {
+    const char* assignment;
+    const char* message;
+  } cases[] = {
+      {"Colour=Red",
+       "Unknown parameter \"Colour\". The report's parameters are: OrderBy, Summary, DateAsAt, "
+       "DatedFrom, DatedTo, OverdueFrom, Groupings, Customers, Broken, Message."},
+      {"no equals sign", "\"no equals sign\" is not of the form NAME=VALUE."},
+      {"=5", "\"=5\" is not of the form NAME=VALUE."},
+      {"Summary=maybe", "Summary: \"maybe\" is not true or false (true, false, yes, no, 1 or 0)."},
+      {"OrderBy=Size", "OrderBy: \"Size\" is not one of the choices (Code, Name, X Ref)."},
+      {"OverdueFrom=lots", "Overdue From: \"lots\" is not a number."},
+      {"Groupings=Customer,Region",
+       "Groupings: \"Region\" is not one of the choices (Customer, Location, Customer Type)."},
+      {"Groupings=Location,location", "Groupings: \"Location\" is chosen more than once."},
+      {"Customers=A..B..C", "Customers: A range has more than one \"..\" in the list \"A..B..C\"."},
+      {"Customers='A",
+       "Customers: The quote opened at position 1 is not closed in the list \"'A\"."},
+  };
+  ParameterDialogue dialogue = Dialogue();
+  for (const auto& c : cases) {
+    try {
+      dialogue.SetFromAssignment(c.assignment);
+      ADD_FAILURE() << "accepted: " << c.assignment;
+    } catch (const ParameterError& e) {
+      EXPECT_EQ(std::string(e.what()), c.message) << c.assignment;
+    }
+  }
+}
+
+TEST_F(ParameterDialogueTest, DateExpressionThatMeansNothingFailsValidation) {
+  ParameterDialogue dialogue = Dialogue();
+  dialogue.SetFromText("DatedTo", "whenever");
+  dialogue.SetFromText("OverdueFrom", "10000000000");
+  EXPECT_FALSE(dialogue.Validate());
+  EXPECT_EQ(dialogue.Errors(),
+            (std::vector<std::string>{
+                "Dated To: \"whenever\" is not a date or a date expression.",
+                "Overdue From: 10000000000 is out of range; it must be from -9999999999 to "
+                "9999999999.",
+            }));
+  EXPECT_TRUE(parameters_.Value("DatedTo").IsNull());
+  // Setting the date again clears its error; an empty text is no date at all.
+  dialogue.SetFromText("DatedTo", "");
+  dialogue.SetFromText("OverdueFrom", "0");
+  EXPECT_TRUE(dialogue.Validate());
+  EXPECT_TRUE(parameters_.Value("DatedTo").IsNull());
+}
+
+TEST_F(ParameterDialogueTest, WithoutResolverDateTextMustBeADate) {
+  ParameterDialogue dialogue(parameters_, nullptr, nullptr);
+  EXPECT_THROW(dialogue.SetFromText("DatedFrom", "EOM"), ParameterError);
+  dialogue.SetFromText("DatedFrom", "2025-01-31");
+  EXPECT_EQ(parameters_.Value("DatedFrom"), Variant(Date::FromYmd(2025, 1, 31)));
+  // No database: the pick-lists are listed without rows, and no error.
+  EXPECT_TRUE(dialogue.List()[7].Rows.empty());
+  EXPECT_TRUE(dialogue.List()[7].RowsError.empty());
+}
+
+TEST_F(ParameterDialogueTest, TakesValuesFromJson) {
+  ParameterDialogue dialogue = Dialogue();
+  dialogue.SetFromJsonText(R"({"Summary": true, "OverdueFrom": 12.5, "DatedFrom": null,
+      "Groupings": ["Location", "Customer [Page Break]"], "Customers": ["A100", "X,Y", 5],
+      "OrderBy": "x ref"})");
+  EXPECT_EQ(parameters_.Value("Summary"), Variant(true));
+  EXPECT_EQ(parameters_.Value("OverdueFrom"), Variant(Currency::FromRaw(125000)));
+  EXPECT_TRUE(parameters_.Value("DatedFrom").IsNull());
+  EXPECT_EQ(parameters_.Value("Groupings"), Variant("Location,Customer [Page Break]"));
+  EXPECT_EQ(parameters_.Value("Customers"), Variant("A100,\"X,Y\",5"));
+  EXPECT_EQ(parameters_.Value("OrderBy"), Variant("X Ref"));
+
+  const struct {
+    const char* text;
+    const char* message;
+  } cases[] = {
+      {"[1,2]", "Parameter values must be a JSON object of names and values."},
+      {R"({"Nope": 1})",
+       "Unknown parameter \"Nope\". The report's parameters are: OrderBy, Summary, DateAsAt, "
+       "DatedFrom, DatedTo, OverdueFrom, Groupings, Customers, Broken, Message."},
+      {R"({"Summary": {"a": 1}})", "Summary: {\"a\":1} is not a value a parameter takes."},
+      {R"({"Customers": [true]})", "Customers: a list holds only texts and numbers."},
+  };
+  for (const auto& c : cases) {
+    try {
+      dialogue.SetFromJsonText(c.text);
+      ADD_FAILURE() << "accepted: " << c.text;
+    } catch (const ParameterError& e) {
+      EXPECT_EQ(std::string(e.what()), c.message) << c.text;
+    }
+  }
+  try {
+    dialogue.SetFromJsonText("{\"Summary\": ");
+    ADD_FAILURE() << "bad JSON accepted";
+  } catch (const ParameterError& e) {
+    EXPECT_TRUE(std::string(e.what()).starts_with("The parameter values are not valid JSON: "))
+        << e.what();
+  }
+}
+
+TEST_F(ParameterDialogueTest, ListingAsJson) {
+  ParameterDialogue dialogue = Dialogue();
+  json listing = ParameterDialogue::ToJson(dialogue.List());
+  ASSERT_EQ(listing.size(), 10u);
+  EXPECT_EQ(listing[2], json::parse(R"({"name": "DateAsAt", "kind": "date",
+      "caption": "Date As At", "prompt": "Date As At", "primary": true, "flag": false,
+      "value": null, "default": "EOM", "resolvedDefault": "2025-03-31"})"));
+  EXPECT_EQ(listing[5]["value"], -9999999999);
+  EXPECT_EQ(listing[6]["choices"], json::parse(R"(["Customer", "Location", "Customer Type"])"));
+  EXPECT_EQ(listing[7]["rows"][0], json::parse(R"({"key": "A100", "description": "Acme Ltd"})"));
+  EXPECT_EQ(listing[8]["rowsError"], "no such table in: SELECT Nothing");
+}
+
+}  // namespace
+}  // namespace trellin::host
