@@ -54,7 +54,7 @@ constexpr CatalogueEntry kCatalogue[] = {
     {"PurchaseTrendAP", "arscTrend", kGiven, "AP Purchases Trend", "Accounts Payable Purchases Trend", "stock", nullptr},
     {"RemittanceAP", "arcrRemittance", kGiven, "AP Remittance", "Accounts Payable Remittance", "receivables", nullptr},
     {"CustomerCategoryList", "arAdminBase", kGiven, "Customer Category List", "Customer Category List", "admin", nullptr},
-    {"CustomerTypeList", "arCustomerTypeList", kLayout, nullptr, nullptr, "admin", nullptr},
+    {"CustomerTypeList", "arCustomerTypeList", kLayout, nullptr, nullptr, "admin", CreatearCustomerTypeList},
     {"DeliveryDocketList", "arcrDeliveryDocketList", kGiven, "Delivery Docket List", "Delivery Docket List", "receivables", nullptr},
     {"DirectCreditSchedule", "ardsDirectCreditSchedule", kGiven, "Direct Credit Schedule", "Direct Credit Schedule", "receivables", nullptr},
     {"SalesAnalysisAR", "ardsSalesAnalysisReport", kGiven, "AR Sales Analysis", "Sales Analysis Report", "receivables", nullptr},

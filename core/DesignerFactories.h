@@ -5,4 +5,9 @@
 
 #include "core/Designer.h"
 
-namespace trellin {}  // namespace trellin
+namespace trellin {
+
+// reports/admin
+DesignerPtr CreatearCustomerTypeList();
+
+}  // namespace trellin

@@ -60,7 +60,8 @@ class TrellinReports {
   // zero, else 1600. Throws ObjectNotSet before Initialise.
   [[nodiscard]] std::int64_t ItemCodeWidth();
   // A fresh designer for the catalogue key ReportName (exact, case included), tied to a new
-  // host from the business layer's ReportFactory, with its parameters declared. Null for a key
+  // host from the business layer's ReportFactory (its events' errors go to the host's
+  // ReportError), with its parameters declared. Null for a key
   // the catalogue does not hold or whose designer is not built. Errors of RefreshParameters and
   // of DataColumns.Initialise are ignored; the host factory's errors, and ObjectNotSet before
   // Initialise, reach the caller, as do the errors of loading the designer's stored layout.

@@ -1,5 +1,8 @@
 // Report: from a catalogue key to a designer tied to its host, parameters declared.
 
+#include <memory>
+#include <string>
+
 #include "core/TrellinReportGlobals.h"
 #include "core/TrellinReports.h"
 
@@ -35,6 +38,14 @@ DesignerPtr TrellinReports::ReportFrom(std::span<const CatalogueEntry> catalogue
   if (!host) throw ObjectNotSet("Object variable not set: the ReportFactory made no TLReport");
   designer->SetTLReport(host);
   host->SetArReport(designer);
+  // An event's failure goes to the host and ends that event quietly; the host decides whether
+  // the run goes on. The hook holds the host weakly: host and designer already hold each other.
+  designer->SetErrorHook([weak_host = std::weak_ptr<trellin::TLReport>(host)](
+                             const std::string& source, const std::string& message) {
+    if (std::shared_ptr<trellin::TLReport> tied = weak_host.lock()) {
+      tied->ReportError(source, message);
+    }
+  });
   // Designers that serve several keys branch on this name, not on their class.
   host->SetReportName(key);
 

@@ -77,6 +77,11 @@ TEST(Report, TiesAFreshDesignerToAFreshHost) {
     EXPECT_EQ(host.columns.initialised, 1) << c.key;
     EXPECT_EQ(host.columns.initialised_with, &host);
     EXPECT_TRUE(host.Parameters().Exists("Drilldown"));
+    ASSERT_TRUE(designer->ErrorHook());
+    designer->ErrorHook()("Detail_Format", "Division by zero");
+    ASSERT_EQ(host.Errors().size(), 1u);
+    EXPECT_EQ(host.Errors()[0].source, "Detail_Format");
+    EXPECT_EQ(host.Errors()[0].message, "Division by zero");
     host.SetArReport(nullptr);  // the caller breaks the cycle
   }
 }

@@ -31,10 +31,6 @@ void ExpectParameter(const Parameter& p, const Expected& e) {
 TEST(CreateStandardParameter, RowsWithLiteralsUnionsAndOwnFilterFields) {
   ServiceFixture fixture;
   const Expected rows[] = {
-      {0, "Accounts", "",
-       "SELECT AccountId,Space(ALevel-1)+Description AS AccountDescription FROM Account ORDER BY "
-       "AccountId",
-       "AccountId", "AccountId"},
       {8, "Customers", "",
        "SELECT OtherPartyId,Name FROM OtherParty WHERE IsCustomer=True ORDER BY OtherPartyId",
        "OtherPartyId", "OtherPartyId"},
@@ -52,23 +48,12 @@ TEST(CreateStandardParameter, RowsWithLiteralsUnionsAndOwnFilterFields) {
        "UNION SELECT 'V' AS PayType, 'Visa' AS Description FROM Configuration UNION SELECT 'O' AS "
        "PayType, 'Other' AS Description FROM Configuration ORDER BY Description",
        "PaymentType", "PayType"},
-      {28, "PaymentTerms", "Payment Terms",
-       "SELECT PaymentTermId,Description FROM PaymentTerm ORDER BY PaymentTermId", "PaymentTermId",
-       "PaymentTermId"},
-      {30, "SerialNumber", "Serial Number",
-       "SELECT DISTINCT SerialNumber FROM Item INNER JOIN TransactionLine ON Item.ItemId = "
-       "TransactionLine.ItemId WHERE (Not TransactionLine.SerialNumber Is Null) AND "
-       "Item.Inventory In (2,3) ORDER BY TransactionLine.SerialNumber",
-       "SerialNumber", "TransactionLine.SerialNumber"},
       {33, "Suppliers", "",
        "SELECT OtherPartyId,Name FROM OtherParty WHERE IsSupplier=True ORDER BY OtherPartyId",
        "OtherPartyId", "OtherPartyId"},
       {37, "PaymentTerms", "Payment Terms",
        "SELECT PaymentTermId,Description FROM PaymentTerm ORDER BY PaymentTermId", "PaymentTermId",
        "SupplierPayTermId"},
-      {44, "Postcode", "Postcode",
-       "SELECT DISTINCT Postcode FROM OtherPartyAddress ORDER BY Postcode", "Postcode",
-       "OtherPartyAddress.Postcode"},
       {46, "Addresses", "",
        "SELECT OtherPartyAddress.AddressId FROM OtherParty INNER JOIN OtherPartyAddress ON "
        "OtherParty.OtherPartyId = OtherPartyAddress.OtherPartyId WHERE OtherParty.IsCustomer=True "
