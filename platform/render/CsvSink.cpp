@@ -28,7 +28,10 @@ void CsvSink::WriteLine(std::string& line) {
 
 void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns) {
   std::string line = "Row,Level";
-  for (const ExportColumn& column : columns) line += "," + CsvField(column.caption);
+  for (const ExportColumn& column : columns) {
+    line += ',';
+    line += CsvField(column.caption);
+  }
   width_ = columns.size();
   WriteLine(line);
 }

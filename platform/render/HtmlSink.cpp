@@ -16,9 +16,11 @@ std::string Pt(double twips) {
   std::string out = hundredths < 0 ? "-" : "";
   const long abs = std::labs(hundredths);
   out += std::to_string(abs / 100);
-  if (abs % 100 != 0) {
-    out += abs % 10 == 0 ? "." + std::to_string(abs % 100 / 10)
-                         : (abs % 100 < 10 ? ".0" : ".") + std::to_string(abs % 100);
+  const long fraction = abs % 100;
+  if (fraction != 0) {
+    out += '.';
+    out += static_cast<char>('0' + fraction / 10);
+    if (fraction % 10 != 0) out += static_cast<char>('0' + fraction % 10);
   }
   return out + "pt";
 }
@@ -39,7 +41,9 @@ std::string FontStack(const std::string& name) {
       {"Times New Roman", "'Liberation Serif', Times, serif"},
       {"Courier New", "'Liberation Mono', Courier, monospace"},
   };
-  std::string stack = "'" + EscapeHtml(name.empty() ? "Arial" : name) + "'";
+  std::string stack(1, '\'');
+  stack += EscapeHtml(name.empty() ? "Arial" : name);
+  stack += '\'';
   for (const Family& f : kFamilies) {
     if (f.name == name) return stack + ", " + std::string(f.fallback);
   }

@@ -34,7 +34,10 @@ StagedFile::StagedFile(std::filesystem::path target) : target_(std::move(target)
   std::filesystem::path folder = target_.parent_path();
   if (folder.empty()) folder = ".";
   // A hidden name in the same folder, so the final rename stays on one file system and is atomic.
-  std::string pattern = (folder / ("." + target_.filename().string() + ".XXXXXX")).string();
+  std::string hidden(1, '.');
+  hidden += target_.filename().string();
+  hidden += ".XXXXXX";
+  std::string pattern = (folder / hidden).string();
   const int fd = ::mkstemp(pattern.data());
   if (fd < 0) {
     const int error = errno;
