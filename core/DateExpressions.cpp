@@ -59,11 +59,18 @@ struct Keyword {
   Date (*value)(Date base, const FinancialCalendar* calendar);
 };
 
+// clang-format off
 constexpr Keyword kKeywords[] = {
-    {"BOM", &BeginningOfMonth},      {"EOM", &EndOfMonth},       {"NOW", &TodaysDate},
-    {"BOY", &BeginningOfYear},       {"EOY", &EndOfYear},        {"APCURRENT", &PayablesDate},
-    {"ARCURRENT", &ReceivablesDate}, {"GLCURRENT", &LedgerDate},
+    {"BOM", &BeginningOfMonth},
+    {"EOM", &EndOfMonth},
+    {"NOW", &TodaysDate},
+    {"BOY", &BeginningOfYear},
+    {"EOY", &EndOfYear},
+    {"APCURRENT", &PayablesDate},
+    {"ARCURRENT", &ReceivablesDate},
+    {"GLCURRENT", &LedgerDate},
 };
+// clang-format on
 
 std::optional<Date> AsDate(const Variant& value) {
   if (const Date* date = value.Get<Date>()) return *date;

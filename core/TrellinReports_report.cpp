@@ -10,8 +10,8 @@ namespace trellin {
 
 DesignerPtr TrellinReports::Report(const std::string& ReportName,
                                    std::shared_ptr<Object> reserved) {
-  // The second argument only has to outlive the call.
-  const std::shared_ptr<Object> kept = std::move(reserved);
+  // The second argument is held by this parameter for the call's duration and used nowhere.
+  (void)reserved;
   return ReportFrom(Catalogue(), ReportName);
 }
 
