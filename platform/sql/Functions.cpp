@@ -54,12 +54,19 @@ Typed Avg(Args& a) {
 
 Typed Count(Args& a) { return Call("COUNT", {a[0].sql}, SemType::Long); }
 
-// Jet's True is -1, below False; the stored 1 is above 0, so the extremes swap.
+// Jet's True is -1, below False; the stored 1 is above 0, so the extremes swap. Text is
+// ranked without regard to case, as a column's own collation would rank it.
+std::string Ranked(const Typed& t) {
+  if (t.type == SemType::Text && t.form != Form::kColumn) {
+    return Wrap(t, kPrecCollate) + " COLLATE NOCASE";
+  }
+  return t.sql;
+}
 Typed Min(Args& a) {
-  return Call(a[0].type == SemType::Boolean ? "MAX" : "MIN", {a[0].sql}, a[0].type);
+  return Call(a[0].type == SemType::Boolean ? "MAX" : "MIN", {Ranked(a[0])}, a[0].type);
 }
 Typed Max(Args& a) {
-  return Call(a[0].type == SemType::Boolean ? "MIN" : "MAX", {a[0].sql}, a[0].type);
+  return Call(a[0].type == SemType::Boolean ? "MIN" : "MAX", {Ranked(a[0])}, a[0].type);
 }
 
 // Conditionals and Null.

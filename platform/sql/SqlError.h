@@ -17,8 +17,11 @@ class SqlError : public std::runtime_error {
 
   [[nodiscard]] int position() const { return position_; }
   [[nodiscard]] const std::string& token() const { return token_; }
+  // The message without " at position N".
+  [[nodiscard]] const std::string& problem() const { return problem_; }
 
  private:
+  std::string problem_;
   int position_;
   std::string token_;
 };

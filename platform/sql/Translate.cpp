@@ -1,15 +1,38 @@
 #include "platform/sql/Translate.h"
 
+#include <algorithm>
+
 #include "platform/sql/Emitter.h"
 #include "platform/sql/Parser.h"
 
 namespace trellin::sql {
 
+namespace {
+
+// The 1-based character position of a 1-based byte position in UTF-8 text: a name or a literal
+// with accented letters before the fault doesn't shift the position the user is shown.
+int CharacterPosition(std::string_view text, int byte_position) {
+  int characters = 0;
+  std::size_t end = std::min<std::size_t>(static_cast<std::size_t>(byte_position - 1), text.size());
+  for (std::size_t i = 0; i < end; ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) ++characters;
+  }
+  return characters + 1;
+}
+
+}  // namespace
+
 Translation Translate(std::string_view jet, const Catalog& catalog) {
-  auto query = ParseStatement(jet);
-  Emitter emitter(catalog);
-  QueryText text = emitter.WriteQuery(*query, nullptr);
-  return Translation{std::move(text.sql), std::move(text.columns)};
+  try {
+    auto query = ParseStatement(jet);
+    Emitter emitter(catalog);
+    QueryText text = emitter.WriteQuery(*query, nullptr);
+    return Translation{std::move(text.sql), std::move(text.columns)};
+  } catch (const SqlError& error) {
+    int position = CharacterPosition(jet, error.position());
+    if (position == error.position()) throw;
+    throw SqlError(error.problem(), position, error.token());
+  }
 }
 
 std::shared_ptr<const Translation> Translator::Translate(std::string_view jet) {

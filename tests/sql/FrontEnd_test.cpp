@@ -174,6 +174,17 @@ TEST(Translate, ErrorCarriesPositionAndToken) {
   }
 }
 
+TEST(Translate, PositionsCountCharactersNotBytes) {
+  Catalog catalog = SmallCatalog();
+  try {
+    (void)Translate("SELECT 'Caf\u00e9', Foo FROM Account", catalog);
+    FAIL() << "no error";
+  } catch (const SqlError& error) {
+    EXPECT_STREQ(error.what(), "unknown column 'Foo' at position 16");
+    EXPECT_EQ(error.position(), 16);
+  }
+}
+
 TEST(Translate, DeepNestingFailsCleanly) {
   Catalog catalog = SmallCatalog();
   std::string deep =
