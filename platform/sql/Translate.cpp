@@ -36,16 +36,28 @@ Translation Translate(std::string_view jet, const Catalog& catalog) {
 }
 
 std::shared_ptr<const Translation> Translator::Translate(std::string_view jet) {
+  std::string key(jet);
   {
     std::lock_guard lock(mutex_);
-    auto it = cache_.find(std::string(jet));
-    if (it != cache_.end()) return it->second;
+    auto it = cache_.find(key);
+    if (it != cache_.end()) {
+      recency_.splice(recency_.begin(), recency_, it->second.place);
+      return it->second.translation;
+    }
   }
   // Translated outside the lock: a slow statement doesn't hold up others. Two threads that
   // race on one text both translate it, and the first result stays.
   auto translation = std::make_shared<const Translation>(sql::Translate(jet, catalog_));
   std::lock_guard lock(mutex_);
-  return cache_.try_emplace(std::string(jet), std::move(translation)).first->second;
+  auto [it, added] = cache_.try_emplace(key, Entry{std::move(translation), {}});
+  if (!added) return it->second.translation;
+  recency_.push_front(key);
+  it->second.place = recency_.begin();
+  if (cache_.size() > capacity_) {
+    cache_.erase(recency_.back());
+    recency_.pop_back();
+  }
+  return it->second.translation;
 }
 
 std::size_t Translator::CachedCount() const {

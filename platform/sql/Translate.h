@@ -1,6 +1,7 @@
 #pragma once
 // The front end's entry: Jet SQL text in, SQLite SQL text and typed result columns out.
 
+#include <list>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -27,11 +28,16 @@ struct Translation {
 [[nodiscard]] Translation Translate(std::string_view jet, const Catalog& catalog);
 
 // Translate with a cache keyed by the exact text: a report that runs the same statement for
-// every row pays for it once. The catalogue must outlive the translator and not change while
-// it is in use. Safe to call from several threads.
+// every row pays for it once. The cache keeps the `capacity` most recently used statements, so
+// that a report which writes each row's key into its text doesn't grow it without end. The
+// catalogue must outlive the translator and not change while it is in use. Safe to call from
+// several threads.
 class Translator {
  public:
-  explicit Translator(const Catalog& catalog) : catalog_(catalog) {}
+  static constexpr std::size_t kDefaultCapacity = 1000;
+
+  explicit Translator(const Catalog& catalog, std::size_t capacity = kDefaultCapacity)
+      : catalog_(catalog), capacity_(capacity == 0 ? 1 : capacity) {}
 
   // The cached or new translation of `jet`; throws SqlError as Translate does (failures are
   // not cached).
@@ -39,9 +45,17 @@ class Translator {
   [[nodiscard]] std::size_t CachedCount() const;
 
  private:
+  using Recency = std::list<std::string>;  // most recent first
+  struct Entry {
+    std::shared_ptr<const Translation> translation;
+    Recency::iterator place;
+  };
+
   const Catalog& catalog_;
+  const std::size_t capacity_;
   mutable std::mutex mutex_;
-  std::unordered_map<std::string, std::shared_ptr<const Translation>> cache_;
+  Recency recency_;
+  std::unordered_map<std::string, Entry> cache_;
 };
 
 }  // namespace trellin::sql

@@ -208,5 +208,18 @@ TEST(Translator, CachesByExactText) {
   EXPECT_EQ(translator.CachedCount(), 2u);
 }
 
+TEST(Translator, KeepsTheMostRecentlyUsed) {
+  Catalog catalog = SmallCatalog();
+  Translator translator(catalog, 2);
+  auto a = translator.Translate("SELECT AccountId FROM Account");
+  auto b = translator.Translate("SELECT Balance FROM Account");
+  EXPECT_EQ(translator.Translate("SELECT AccountId FROM Account").get(), a.get());  // a is recent
+  (void)translator.Translate("SELECT Posted FROM Ledger");                          // b goes
+  EXPECT_EQ(translator.CachedCount(), 2u);
+  EXPECT_EQ(translator.Translate("SELECT AccountId FROM Account").get(), a.get());
+  EXPECT_NE(translator.Translate("SELECT Balance FROM Account").get(), b.get());
+  EXPECT_EQ(b->sqlite, "SELECT Account.Balance FROM Account");  // still held by its user
+}
+
 }  // namespace
 }  // namespace trellin::sql
