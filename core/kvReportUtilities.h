@@ -36,9 +36,10 @@ void GetGroupingDefinition(std::string& Name, std::string& Field, std::string& L
                            const std::string& FieldTable = "");
 
 // Finds the user-defined field named FieldName (case ignored) among positions 1 to 20 of
-// `Kind` (1 asset, 2 item, 3 job, 4 other party, 5 transactions, 8 account) and gives
-// "UserDefined" + its position as Field, with the pick-list query its type calls for (empty
-// for free text). Field and ListSQL come back empty when there is no such field.
+// `Kind` (1 asset, 2 item, 3 job, 4 other party, 5 transactions) and gives "UserDefined" + its
+// position as Field, with the pick-list query its type calls for (empty for free text). Field
+// and ListSQL come back empty when there is no such field, for an empty name, and for kind 8
+// (accounts), which the company options give no user-defined fields.
 void ResolveUserDefinedField(const std::string& FieldName, std::string& Field, std::string& ListSQL,
                              int Kind);
 
