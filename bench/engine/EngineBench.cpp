@@ -52,8 +52,9 @@ Sections:
 class GeneratedRows : public Recordset {
  public:
   explicit GeneratedRows(std::int64_t count) : count_(count) {
-    fields_ = {{"Id", FieldType::Long}, {"Region", FieldType::Text}, {"Town", FieldType::Text},
-               {"Name", FieldType::Text}, {"Date", FieldType::Date}, {"Amount", FieldType::Currency}};
+    fields_ = {{"Id", FieldType::Long},   {"Region", FieldType::Text},
+               {"Town", FieldType::Text}, {"Name", FieldType::Text},
+               {"Date", FieldType::Date}, {"Amount", FieldType::Currency}};
     Load();
   }
   bool Eof() const override { return pos_ >= count_; }
@@ -114,7 +115,9 @@ class Ledger : public ActiveReport {
   explicit Ledger(std::int64_t rows) : ActiveReport("arBenchLedger"), rows_(rows) {
     LoadLayout(kLayout, "bench.yaml", *this);
   }
-  void ActiveReport_ReportStart() override { DataControl().SetRecordset(std::make_shared<GeneratedRows>(rows_)); }
+  void ActiveReport_ReportStart() override {
+    DataControl().SetRecordset(std::make_shared<GeneratedRows>(rows_));
+  }
   void OnFormat(Section& section) override {
     if (section.Type() == SectionType::Detail) section.SetBackStyle(1 - section.BackStyle());
   }
@@ -133,8 +136,10 @@ void BM_BoundReport(benchmark::State& state) {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
   state.counters["rows_per_second"] =
-      benchmark::Counter(static_cast<double>(rows) * static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
-  state.counters["pages"] = static_cast<double>(sink.pages) / static_cast<double>(state.iterations());
+      benchmark::Counter(static_cast<double>(rows) * static_cast<double>(state.iterations()),
+                         benchmark::Counter::kIsRate);
+  state.counters["pages"] =
+      static_cast<double>(sink.pages) / static_cast<double>(state.iterations());
   state.counters["peak_rss_MB"] = static_cast<double>(usage.ru_maxrss) / 1024.0;
 }
 

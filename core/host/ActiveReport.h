@@ -23,7 +23,7 @@ enum class PageOrientation { Portrait = 1, Landscape = 2 };
 
 // Paper and margins in twips. The paper is given upright; Landscape turns it.
 struct PageSettings {
-  float PaperWidth = 11906;   // A4
+  float PaperWidth = 11906;  // A4
   float PaperHeight = 16838;
   PageOrientation Orientation = PageOrientation::Portrait;
   float LeftMargin = 1080;

@@ -41,7 +41,8 @@ Control& Controls::Add(ControlClass cls, std::string name) {
       if (!Find(name)) break;
     }
   } else if (Find(name)) {
-    throw std::invalid_argument("section '" + owner_ + "' already has a control named '" + name + "'");
+    throw std::invalid_argument("section '" + owner_ + "' already has a control named '" + name +
+                                "'");
   }
   items_.push_back(std::make_unique<Control>(cls, std::move(name)));
   return *items_.back();

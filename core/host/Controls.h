@@ -46,8 +46,12 @@ class Controls {
     explicit Iterator(Base it) : it_(it) {}
     Control& operator*() const { return **it_; }
     Control* operator->() const { return it_->get(); }
-    Iterator& operator++() { ++it_; return *this; }
+    Iterator& operator++() {
+      ++it_;
+      return *this;
+    }
     bool operator==(const Iterator& o) const { return it_ == o.it_; }
+
    private:
     Base it_;
   };

@@ -8,7 +8,8 @@ namespace trellin {
 
 std::string_view SectionTypeName(SectionType type) {
   static constexpr std::array<std::string_view, 7> kNames = {
-      "ReportHeader", "PageHeader", "GroupHeader", "Detail", "GroupFooter", "PageFooter", "ReportFooter"};
+      "ReportHeader", "PageHeader", "GroupHeader", "Detail",
+      "GroupFooter",  "PageFooter", "ReportFooter"};
   return kNames[static_cast<std::size_t>(type)];
 }
 
@@ -40,7 +41,8 @@ Section* Sections::FindType(SectionType type) const {
 }
 
 Section& Sections::Add(SectionType type, std::string name) {
-  if (Find(name)) throw std::invalid_argument("the report already has a section named '" + name + "'");
+  if (Find(name))
+    throw std::invalid_argument("the report already has a section named '" + name + "'");
   items_.push_back(std::make_unique<Section>(type, std::move(name)));
   return *items_.back();
 }

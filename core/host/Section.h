@@ -12,7 +12,15 @@
 
 namespace trellin {
 
-enum class SectionType { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, PageFooter, ReportFooter };
+enum class SectionType {
+  ReportHeader,
+  PageHeader,
+  GroupHeader,
+  Detail,
+  GroupFooter,
+  PageFooter,
+  ReportFooter
+};
 
 // Whether a section starts a new page before it prints, ends its page after it, or both.
 enum class NewPageMode { None = 0, Before = 1, After = 2, BeforeAfter = 3 };
@@ -21,7 +29,8 @@ enum class NewPageMode { None = 0, Before = 1, After = 2, BeforeAfter = 3 };
 
 class Section {
  public:
-  Section(SectionType type, std::string name) : type_(type), name_(name), controls_(std::move(name)) {}
+  Section(SectionType type, std::string name)
+      : type_(type), name_(name), controls_(std::move(name)) {}
   Section(const Section&) = delete;
   Section& operator=(const Section&) = delete;
 
@@ -55,7 +64,9 @@ class Section {
   [[nodiscard]] trellin::Controls& Controls() { return controls_; }
   [[nodiscard]] const trellin::Controls& Controls() const { return controls_; }
   // The named control of this section; throws NoSuchItem.
-  [[nodiscard]] Control& Field(std::string_view control_name) const { return controls_.Item(control_name); }
+  [[nodiscard]] Control& Field(std::string_view control_name) const {
+    return controls_.Item(control_name);
+  }
 
  private:
   SectionType type_;
@@ -98,8 +109,12 @@ class Sections {
     explicit Iterator(Base it) : it_(it) {}
     Section& operator*() const { return **it_; }
     Section* operator->() const { return it_->get(); }
-    Iterator& operator++() { ++it_; return *this; }
+    Iterator& operator++() {
+      ++it_;
+      return *this;
+    }
     bool operator==(const Iterator& o) const { return it_ == o.it_; }
+
    private:
     Base it_;
   };

@@ -31,7 +31,7 @@ const char* AlignName(Align a) {
 
 const char* KindName(RowKind k) {
   static const char* kNames[] = {"ReportHeader", "PageHeader", "GroupHeader", "Detail",
-                                 "GroupFooter", "PageFooter", "ReportFooter"};
+                                 "GroupFooter",  "PageFooter", "ReportFooter"};
   return kNames[static_cast<int>(k)];
 }
 
@@ -63,9 +63,10 @@ std::string DumpPage(const Page& page) {
   out << "page " << page.number << ' ' << N(page.width) << 'x' << N(page.height) << '\n';
   for (const auto& item : page.items) {
     if (const auto* t = std::get_if<TextRun>(&item)) {
-      out << "text " << N(t->left) << ',' << N(t->top) << ' ' << N(t->width) << 'x' << N(t->height) << ' '
-          << Quote(t->text) << ' ' << t->font.name << ' ' << t->font.size << (t->font.bold ? " B" : "")
-          << (t->font.italic ? " I" : "") << ' ' << AlignName(t->align) << '\n';
+      out << "text " << N(t->left) << ',' << N(t->top) << ' ' << N(t->width) << 'x' << N(t->height)
+          << ' ' << Quote(t->text) << ' ' << t->font.name << ' ' << t->font.size
+          << (t->font.bold ? " B" : "") << (t->font.italic ? " I" : "") << ' '
+          << AlignName(t->align) << '\n';
     } else if (const auto* l = std::get_if<LineItem>(&item)) {
       out << "line " << N(l->x1) << ',' << N(l->y1) << '-' << N(l->x2) << ',' << N(l->y2) << '\n';
     } else if (const auto* r = std::get_if<RectItem>(&item)) {

@@ -36,8 +36,8 @@ class Parser {
 
  private:
   [[noreturn]] void Fail(const std::string& what) const {
-    throw ExpressionError("expression '" + std::string(text_) + "', at " + std::to_string(pos_ + 1) +
-                          ": " + what);
+    throw ExpressionError("expression '" + std::string(text_) + "', at " +
+                          std::to_string(pos_ + 1) + ": " + what);
   }
 
   void SkipBlanks() {
@@ -53,7 +53,8 @@ class Parser {
     return false;
   }
 
-  static std::unique_ptr<Node> Binary(Node::Kind kind, std::unique_ptr<Node> l, std::unique_ptr<Node> r) {
+  static std::unique_ptr<Node> Binary(Node::Kind kind, std::unique_ptr<Node> l,
+                                      std::unique_ptr<Node> r) {
     auto n = std::make_unique<Node>();
     n->kind = kind;
     n->left = std::move(l);
@@ -71,9 +72,12 @@ class Parser {
   std::unique_ptr<Node> ParseSum() {
     auto node = ParseUnary();
     while (true) {
-      if (Accept('+')) node = Binary(Node::Kind::Add, std::move(node), ParseUnary());
-      else if (Accept('-')) node = Binary(Node::Kind::Subtract, std::move(node), ParseUnary());
-      else return node;
+      if (Accept('+'))
+        node = Binary(Node::Kind::Add, std::move(node), ParseUnary());
+      else if (Accept('-'))
+        node = Binary(Node::Kind::Subtract, std::move(node), ParseUnary());
+      else
+        return node;
     }
   }
 
@@ -120,7 +124,9 @@ class Parser {
     }
     if (std::isdigit(static_cast<unsigned char>(c)) || c == '.') {
       std::size_t start = pos_;
-      while (pos_ < text_.size() && (std::isdigit(static_cast<unsigned char>(text_[pos_])) || text_[pos_] == '.')) ++pos_;
+      while (pos_ < text_.size() &&
+             (std::isdigit(static_cast<unsigned char>(text_[pos_])) || text_[pos_] == '.'))
+        ++pos_;
       std::string_view digits = text_.substr(start, pos_ - start);
       if (digits.find('.') == std::string_view::npos) {
         std::int64_t n = 0;
@@ -142,7 +148,9 @@ class Parser {
       std::size_t start = pos_;
       while (pos_ < text_.size()) {
         char ch = text_[pos_];
-        if (bracketed ? ch == ']' : !(std::isalnum(static_cast<unsigned char>(ch)) || ch == '_' || ch == '.')) break;
+        if (bracketed ? ch == ']'
+                      : !(std::isalnum(static_cast<unsigned char>(ch)) || ch == '_' || ch == '.'))
+          break;
         ++pos_;
       }
       std::string name(text_.substr(start, pos_ - start));

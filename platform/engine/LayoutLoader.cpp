@@ -39,12 +39,14 @@ class Reader {
       } catch (const std::exception&) {
       }
     }
-    Fail(n, "'" + key + "' must be a number, not '" + (n.IsScalar() ? n.Scalar() : std::string("a list")) + "'");
+    Fail(n, "'" + key + "' must be a number, not '" +
+                (n.IsScalar() ? n.Scalar() : std::string("a list")) + "'");
   }
 
   int Integer(const YAML::Node& n, const std::string& key) const {
     float v = Number(n, key);
-    if (v != static_cast<float>(static_cast<int>(v))) Fail(n, "'" + key + "' must be a whole number");
+    if (v != static_cast<float>(static_cast<int>(v)))
+      Fail(n, "'" + key + "' must be a whole number");
     return static_cast<int>(v);
   }
 
@@ -69,7 +71,8 @@ class Reader {
   }
 
   template <typename E, std::size_t N>
-  E Choice(const YAML::Node& n, const std::string& key, const std::array<std::pair<std::string_view, E>, N>& table) const {
+  E Choice(const YAML::Node& n, const std::string& key,
+           const std::array<std::pair<std::string_view, E>, N>& table) const {
     std::string s = Text(n, key);
     std::string allowed;
     for (const auto& [name, value] : table) {
@@ -161,7 +164,8 @@ std::optional<SectionType> TypeFromName(const std::string& name) {
 // Layout order: each section's rank must not fall below the one before it.
 int Rank(SectionType t) { return static_cast<int>(t); }
 
-void ReadControl(const Reader& r, const YAML::Node& node, Section& section, std::set<std::string>& names) {
+void ReadControl(const Reader& r, const YAML::Node& node, Section& section,
+                 std::set<std::string>& names) {
   r.RequireMap(node, "a control");
   YAML::Node cls_node = node["Class"];
   YAML::Node name_node = node["Name"];
@@ -179,67 +183,90 @@ void ReadControl(const Reader& r, const YAML::Node& node, Section& section, std:
   Control& c = section.Controls().Add(*cls, name);
   const std::string what = "control '" + name + "'";
 
-  r.Apply(node, what,
-          {
-              {"Class", [](const YAML::Node&) {}},
-              {"Name", [](const YAML::Node&) {}},
-              {"Left", [&](const YAML::Node& v) { c.SetLeft(r.Number(v, "Left")); }},
-              {"Top", [&](const YAML::Node& v) { c.SetTop(r.Number(v, "Top")); }},
-              {"Width", [&](const YAML::Node& v) { c.SetWidth(r.Number(v, "Width")); }},
-              {"Height", [&](const YAML::Node& v) { c.SetHeight(r.Number(v, "Height")); }},
-              {"Rect",
-               [&](const YAML::Node& v) {
-                 if (!v.IsSequence() || v.size() != 4) r.Fail(v, "'Rect' must be [Left, Top, Width, Height]");
-                 c.SetLeft(r.Number(v[0], "Rect"));
-                 c.SetTop(r.Number(v[1], "Rect"));
-                 c.SetWidth(r.Number(v[2], "Rect"));
-                 c.SetHeight(r.Number(v[3], "Rect"));
-               }},
-              {"Visible", [&](const YAML::Node& v) { c.SetVisible(r.Bool(v, "Visible")); }},
-              {"Tag", [&](const YAML::Node& v) { c.SetTag(r.Text(v, "Tag")); }},
-              {"Caption", [&](const YAML::Node& v) { c.SetCaption(r.Text(v, "Caption")); }},
-              {"Text", [&](const YAML::Node& v) { c.SetText(r.Text(v, "Text")); }},
-              {"DataField", [&](const YAML::Node& v) { c.SetDataField(r.Text(v, "DataField")); }},
-              {"OutputFormat", [&](const YAML::Node& v) { c.SetOutputFormat(r.Text(v, "OutputFormat")); }},
-              {"Alignment", [&](const YAML::Node& v) { c.SetAlignment(r.Choice(v, "Alignment", kAlignment)); }},
-              {"CanGrow", [&](const YAML::Node& v) { c.SetCanGrow(r.Bool(v, "CanGrow")); }},
-              {"CanShrink", [&](const YAML::Node& v) { c.SetCanShrink(r.Bool(v, "CanShrink")); }},
-              {"ForeColor", [&](const YAML::Node& v) { c.SetForeColor(r.Colour(v, "ForeColor")); }},
-              {"SummaryType", [&](const YAML::Node& v) { c.SetSummaryType(r.Choice(v, "SummaryType", kSummaryType)); }},
-              {"SummaryFunc", [&](const YAML::Node& v) { c.SetSummaryFunc(r.Choice(v, "SummaryFunc", kSummaryFunc)); }},
-              {"SummaryGroup", [&](const YAML::Node& v) { c.SetSummaryGroup(r.Text(v, "SummaryGroup")); }},
-              {"Font",
-               [&](const YAML::Node& v) {
-                 r.Apply(v, "the font of " + what,
-                         {
-                             {"Name", [&](const YAML::Node& f) { c.Font().Name = r.Text(f, "Name"); }},
-                             {"Size", [&](const YAML::Node& f) { c.Font().Size = r.Number(f, "Size"); }},
-                             {"Bold", [&](const YAML::Node& f) { c.Font().Bold = r.Bool(f, "Bold"); }},
-                             {"Italic", [&](const YAML::Node& f) { c.Font().Italic = r.Bool(f, "Italic"); }},
-                             {"Underline", [&](const YAML::Node& f) { c.Font().Underline = r.Bool(f, "Underline"); }},
-                         });
-               }},
-              {"Border",
-               [&](const YAML::Node& v) {
-                 auto style = [&](const YAML::Node& s, const char* key) {
-                   int n = r.Integer(s, key);
-                   if (n != 0 && n != 1 && n != 6) r.Fail(s, std::string("'") + key + "' must be 0, 1 or 6");
-                   return n;
-                 };
-                 r.Apply(v, "the border of " + what,
-                         {
-                             {"TopStyle", [&](const YAML::Node& s) { c.Border().TopStyle = style(s, "TopStyle"); }},
-                             {"BottomStyle", [&](const YAML::Node& s) { c.Border().BottomStyle = style(s, "BottomStyle"); }},
-                             {"LeftStyle", [&](const YAML::Node& s) { c.Border().LeftStyle = style(s, "LeftStyle"); }},
-                             {"RightStyle", [&](const YAML::Node& s) { c.Border().RightStyle = style(s, "RightStyle"); }},
-                         });
-               }},
-          });
-  if (c.Class() == ControlClass::Field && c.Text().empty() && !c.Caption().empty()) c.SetText(c.Caption());
+  r.Apply(
+      node, what,
+      {
+          {"Class", [](const YAML::Node&) {}},
+          {"Name", [](const YAML::Node&) {}},
+          {"Left", [&](const YAML::Node& v) { c.SetLeft(r.Number(v, "Left")); }},
+          {"Top", [&](const YAML::Node& v) { c.SetTop(r.Number(v, "Top")); }},
+          {"Width", [&](const YAML::Node& v) { c.SetWidth(r.Number(v, "Width")); }},
+          {"Height", [&](const YAML::Node& v) { c.SetHeight(r.Number(v, "Height")); }},
+          {"Rect",
+           [&](const YAML::Node& v) {
+             if (!v.IsSequence() || v.size() != 4)
+               r.Fail(v, "'Rect' must be [Left, Top, Width, Height]");
+             c.SetLeft(r.Number(v[0], "Rect"));
+             c.SetTop(r.Number(v[1], "Rect"));
+             c.SetWidth(r.Number(v[2], "Rect"));
+             c.SetHeight(r.Number(v[3], "Rect"));
+           }},
+          {"Visible", [&](const YAML::Node& v) { c.SetVisible(r.Bool(v, "Visible")); }},
+          {"Tag", [&](const YAML::Node& v) { c.SetTag(r.Text(v, "Tag")); }},
+          {"Caption", [&](const YAML::Node& v) { c.SetCaption(r.Text(v, "Caption")); }},
+          {"Text", [&](const YAML::Node& v) { c.SetText(r.Text(v, "Text")); }},
+          {"DataField", [&](const YAML::Node& v) { c.SetDataField(r.Text(v, "DataField")); }},
+          {"OutputFormat",
+           [&](const YAML::Node& v) { c.SetOutputFormat(r.Text(v, "OutputFormat")); }},
+          {"Alignment",
+           [&](const YAML::Node& v) { c.SetAlignment(r.Choice(v, "Alignment", kAlignment)); }},
+          {"CanGrow", [&](const YAML::Node& v) { c.SetCanGrow(r.Bool(v, "CanGrow")); }},
+          {"CanShrink", [&](const YAML::Node& v) { c.SetCanShrink(r.Bool(v, "CanShrink")); }},
+          {"ForeColor", [&](const YAML::Node& v) { c.SetForeColor(r.Colour(v, "ForeColor")); }},
+          {"SummaryType",
+           [&](const YAML::Node& v) {
+             c.SetSummaryType(r.Choice(v, "SummaryType", kSummaryType));
+           }},
+          {"SummaryFunc",
+           [&](const YAML::Node& v) {
+             c.SetSummaryFunc(r.Choice(v, "SummaryFunc", kSummaryFunc));
+           }},
+          {"SummaryGroup",
+           [&](const YAML::Node& v) { c.SetSummaryGroup(r.Text(v, "SummaryGroup")); }},
+          {"Font",
+           [&](const YAML::Node& v) {
+             r.Apply(
+                 v, "the font of " + what,
+                 {
+                     {"Name", [&](const YAML::Node& f) { c.Font().Name = r.Text(f, "Name"); }},
+                     {"Size", [&](const YAML::Node& f) { c.Font().Size = r.Number(f, "Size"); }},
+                     {"Bold", [&](const YAML::Node& f) { c.Font().Bold = r.Bool(f, "Bold"); }},
+                     {"Italic",
+                      [&](const YAML::Node& f) { c.Font().Italic = r.Bool(f, "Italic"); }},
+                     {"Underline",
+                      [&](const YAML::Node& f) { c.Font().Underline = r.Bool(f, "Underline"); }},
+                 });
+           }},
+          {"Border",
+           [&](const YAML::Node& v) {
+             auto style = [&](const YAML::Node& s, const char* key) {
+               int n = r.Integer(s, key);
+               if (n != 0 && n != 1 && n != 6)
+                 r.Fail(s, std::string("'") + key + "' must be 0, 1 or 6");
+               return n;
+             };
+             r.Apply(
+                 v, "the border of " + what,
+                 {
+                     {"TopStyle",
+                      [&](const YAML::Node& s) { c.Border().TopStyle = style(s, "TopStyle"); }},
+                     {"BottomStyle",
+                      [&](const YAML::Node& s) {
+                        c.Border().BottomStyle = style(s, "BottomStyle");
+                      }},
+                     {"LeftStyle",
+                      [&](const YAML::Node& s) { c.Border().LeftStyle = style(s, "LeftStyle"); }},
+                     {"RightStyle",
+                      [&](const YAML::Node& s) { c.Border().RightStyle = style(s, "RightStyle"); }},
+                 });
+           }},
+      });
+  if (c.Class() == ControlClass::Field && c.Text().empty() && !c.Caption().empty())
+    c.SetText(c.Caption());
 }
 
-void ReadSection(const Reader& r, const YAML::Node& node, ActiveReport& report, std::set<std::string>& names,
-                 int& last_rank) {
+void ReadSection(const Reader& r, const YAML::Node& node, ActiveReport& report,
+                 std::set<std::string>& names, int& last_rank) {
   r.RequireMap(node, "a section");
   YAML::Node name_node = node["Name"];
   if (!name_node) r.Fail(node, "a section has no 'Name'");
@@ -249,67 +276,77 @@ void ReadSection(const Reader& r, const YAML::Node& node, ActiveReport& report, 
     type = r.Choice(t, "Type", kSectionTypes);
   } else {
     type = TypeFromName(name);
-    if (!type) r.Fail(name_node, "section '" + name + "' needs a 'Type': its name is not a standard one");
+    if (!type)
+      r.Fail(name_node, "section '" + name + "' needs a 'Type': its name is not a standard one");
   }
   if (report.Sections().Find(name)) r.Fail(name_node, "a second section named '" + name + "'");
   bool single = *type != SectionType::GroupHeader && *type != SectionType::GroupFooter;
   if (single && report.Sections().FindType(*type)) {
-    r.Fail(name_node, "a second " + std::string(SectionTypeName(*type)) + " section ('" + name + "')");
+    r.Fail(name_node,
+           "a second " + std::string(SectionTypeName(*type)) + " section ('" + name + "')");
   }
   if (Rank(*type) < last_rank) {
-    r.Fail(name_node, "section '" + name + "' is out of layout order (report header, page header, group headers, "
-                      "detail, group footers, page footer, report footer)");
+    r.Fail(name_node, "section '" + name +
+                          "' is out of layout order (report header, page header, group headers, "
+                          "detail, group footers, page footer, report footer)");
   }
   last_rank = Rank(*type);
   Section& s = report.Sections().Add(*type, name);
   const std::string what = "section '" + name + "'";
-  r.Apply(node, what,
-          {
-              {"Name", [](const YAML::Node&) {}},
-              {"Type", [](const YAML::Node&) {}},
-              {"Height", [&](const YAML::Node& v) { s.SetHeight(r.Number(v, "Height")); }},
-              {"Visible", [&](const YAML::Node& v) { s.SetVisible(r.Bool(v, "Visible")); }},
-              {"BackStyle",
-               [&](const YAML::Node& v) {
-                 int n = r.Integer(v, "BackStyle");
-                 if (n != 0 && n != 1) r.Fail(v, "'BackStyle' must be 0 (transparent) or 1 (shaded)");
-                 s.SetBackStyle(n);
-               }},
-              {"BackColor", [&](const YAML::Node& v) { s.SetBackColor(r.Colour(v, "BackColor")); }},
-              {"NewPage", [&](const YAML::Node& v) { s.SetNewPage(r.Choice(v, "NewPage", kNewPage)); }},
-              {"CanGrow", [&](const YAML::Node& v) { s.SetCanGrow(r.Bool(v, "CanGrow")); }},
-              {"CanShrink", [&](const YAML::Node& v) { s.SetCanShrink(r.Bool(v, "CanShrink")); }},
-              {"DataField",
-               [&](const YAML::Node& v) {
-                 if (s.Type() != SectionType::GroupHeader) r.Fail(v, "only a group header has a 'DataField'");
-                 s.SetDataField(r.Text(v, "DataField"));
-               }},
-              {"Controls",
-               [&](const YAML::Node& v) {
-                 if (!v.IsSequence()) r.Fail(v, "'Controls' of " + what + " must be a list");
-                 for (const auto& c : v) ReadControl(r, c, s, names);
-               }},
-          });
+  r.Apply(
+      node, what,
+      {
+          {"Name", [](const YAML::Node&) {}},
+          {"Type", [](const YAML::Node&) {}},
+          {"Height", [&](const YAML::Node& v) { s.SetHeight(r.Number(v, "Height")); }},
+          {"Visible", [&](const YAML::Node& v) { s.SetVisible(r.Bool(v, "Visible")); }},
+          {"BackStyle",
+           [&](const YAML::Node& v) {
+             int n = r.Integer(v, "BackStyle");
+             if (n != 0 && n != 1) r.Fail(v, "'BackStyle' must be 0 (transparent) or 1 (shaded)");
+             s.SetBackStyle(n);
+           }},
+          {"BackColor", [&](const YAML::Node& v) { s.SetBackColor(r.Colour(v, "BackColor")); }},
+          {"NewPage", [&](const YAML::Node& v) { s.SetNewPage(r.Choice(v, "NewPage", kNewPage)); }},
+          {"CanGrow", [&](const YAML::Node& v) { s.SetCanGrow(r.Bool(v, "CanGrow")); }},
+          {"CanShrink", [&](const YAML::Node& v) { s.SetCanShrink(r.Bool(v, "CanShrink")); }},
+          {"DataField",
+           [&](const YAML::Node& v) {
+             if (s.Type() != SectionType::GroupHeader)
+               r.Fail(v, "only a group header has a 'DataField'");
+             s.SetDataField(r.Text(v, "DataField"));
+           }},
+          {"Controls",
+           [&](const YAML::Node& v) {
+             if (!v.IsSequence()) r.Fail(v, "'Controls' of " + what + " must be a list");
+             for (const auto& c : v) ReadControl(r, c, s, names);
+           }},
+      });
 }
 
 void ReadPage(const Reader& r, const YAML::Node& node, ActiveReport& report) {
   PageSettings& ps = report.PageSettings();
-  r.Apply(node, "'Page'",
-          {
-              {"Paper",
-               [&](const YAML::Node& v) {
-                 Paper p = r.Choice(v, "Paper", kPapers);
-                 ps.PaperWidth = p.width;
-                 ps.PaperHeight = p.height;
-               }},
-              {"PaperWidth", [&](const YAML::Node& v) { ps.PaperWidth = r.Number(v, "PaperWidth"); }},
-              {"PaperHeight", [&](const YAML::Node& v) { ps.PaperHeight = r.Number(v, "PaperHeight"); }},
-              {"Orientation", [&](const YAML::Node& v) { ps.Orientation = r.Choice(v, "Orientation", kOrientation); }},
-              {"LeftMargin", [&](const YAML::Node& v) { ps.LeftMargin = r.Number(v, "LeftMargin"); }},
-              {"RightMargin", [&](const YAML::Node& v) { ps.RightMargin = r.Number(v, "RightMargin"); }},
-              {"TopMargin", [&](const YAML::Node& v) { ps.TopMargin = r.Number(v, "TopMargin"); }},
-              {"BottomMargin", [&](const YAML::Node& v) { ps.BottomMargin = r.Number(v, "BottomMargin"); }},
-          });
+  r.Apply(
+      node, "'Page'",
+      {
+          {"Paper",
+           [&](const YAML::Node& v) {
+             Paper p = r.Choice(v, "Paper", kPapers);
+             ps.PaperWidth = p.width;
+             ps.PaperHeight = p.height;
+           }},
+          {"PaperWidth", [&](const YAML::Node& v) { ps.PaperWidth = r.Number(v, "PaperWidth"); }},
+          {"PaperHeight",
+           [&](const YAML::Node& v) { ps.PaperHeight = r.Number(v, "PaperHeight"); }},
+          {"Orientation",
+           [&](const YAML::Node& v) { ps.Orientation = r.Choice(v, "Orientation", kOrientation); }},
+          {"LeftMargin", [&](const YAML::Node& v) { ps.LeftMargin = r.Number(v, "LeftMargin"); }},
+          {"RightMargin",
+           [&](const YAML::Node& v) { ps.RightMargin = r.Number(v, "RightMargin"); }},
+          {"TopMargin", [&](const YAML::Node& v) { ps.TopMargin = r.Number(v, "TopMargin"); }},
+          {"BottomMargin",
+           [&](const YAML::Node& v) { ps.BottomMargin = r.Number(v, "BottomMargin"); }},
+      });
 }
 
 }  // namespace
@@ -326,7 +363,8 @@ void LoadLayout(std::string_view text, std::string_view file, ActiveReport& repo
     throw LayoutError(std::string(file) + ":" + std::to_string(e.mark.line + 1) + ": " + e.msg);
   }
   if (!root.IsMap()) {
-    throw LayoutError(std::string(file) + ":1: a layout must be a mapping with 'Report' and 'Sections'");
+    throw LayoutError(std::string(file) +
+                      ":1: a layout must be a mapping with 'Report' and 'Sections'");
   }
   std::set<std::string> names;
   int last_rank = 0;
@@ -335,14 +373,21 @@ void LoadLayout(std::string_view text, std::string_view file, ActiveReport& repo
             {
                 {"Report",
                  [&](const YAML::Node& v) {
-                   r.Apply(v, "'Report'",
-                           {
-                               {"Caption", [&](const YAML::Node& x) { report.SetCaption(r.Text(x, "Caption")); }},
-                               {"DocumentName",
-                                [&](const YAML::Node& x) { report.SetDocumentName(r.Text(x, "DocumentName")); }},
-                               {"PrintWidth", [&](const YAML::Node& x) { report.SetPrintWidth(r.Number(x, "PrintWidth")); }},
-                               {"Page", [&](const YAML::Node& x) { ReadPage(r, x, report); }},
-                           });
+                   r.Apply(
+                       v, "'Report'",
+                       {
+                           {"Caption",
+                            [&](const YAML::Node& x) { report.SetCaption(r.Text(x, "Caption")); }},
+                           {"DocumentName",
+                            [&](const YAML::Node& x) {
+                              report.SetDocumentName(r.Text(x, "DocumentName"));
+                            }},
+                           {"PrintWidth",
+                            [&](const YAML::Node& x) {
+                              report.SetPrintWidth(r.Number(x, "PrintWidth"));
+                            }},
+                           {"Page", [&](const YAML::Node& x) { ReadPage(r, x, report); }},
+                       });
                  }},
                 {"Sections",
                  [&](const YAML::Node& v) {

@@ -13,8 +13,10 @@ float Top(const PageItem& item) {
   return std::visit(
       [](const auto& it) -> float {
         using T = std::decay_t<decltype(it)>;
-        if constexpr (std::is_same_v<T, LineItem>) return std::min(it.y1, it.y2);
-        else return it.top;
+        if constexpr (std::is_same_v<T, LineItem>)
+          return std::min(it.y1, it.y2);
+        else
+          return it.top;
       },
       item);
 }
@@ -23,8 +25,10 @@ float Bottom(const PageItem& item) {
   return std::visit(
       [](const auto& it) -> float {
         using T = std::decay_t<decltype(it)>;
-        if constexpr (std::is_same_v<T, LineItem>) return std::max(it.y1, it.y2);
-        else return it.top + it.height;
+        if constexpr (std::is_same_v<T, LineItem>)
+          return std::max(it.y1, it.y2);
+        else
+          return it.top + it.height;
       },
       item);
 }

@@ -76,7 +76,15 @@ struct DataCell {
   std::string format;
 };
 
-enum class RowKind { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, PageFooter, ReportFooter };
+enum class RowKind {
+  ReportHeader,
+  PageHeader,
+  GroupHeader,
+  Detail,
+  GroupFooter,
+  PageFooter,
+  ReportFooter
+};
 
 // A printed section as a row of data. Page headers and footers are recorded too; exports
 // decide which kinds they keep.
@@ -90,7 +98,7 @@ struct DataRow {
 };
 
 struct Page {
-  int number = 0;  // 1-based
+  int number = 0;               // 1-based
   float width = 0, height = 0;  // paper size, in twips, orientation applied
   std::vector<PageItem> items;
   std::vector<Bookmark> bookmarks;
@@ -98,8 +106,8 @@ struct Page {
 };
 
 struct DocumentInfo {
-  std::string title;    // the designer's documentName, else its Caption
-  std::string caption;  // the designer's Caption
+  std::string title;                      // the designer's documentName, else its Caption
+  std::string caption;                    // the designer's Caption
   float page_width = 0, page_height = 0;  // twips, orientation applied
 };
 

@@ -78,7 +78,8 @@ void PageWriter::FinishPage() {
 
 void PageWriter::Put(Band& band, float y) {
   for (auto& late : band.late) {
-    if (auto* run = std::get_if<TextRun>(&band.items[late.item])) run->text = late.text(page_number_);
+    if (auto* run = std::get_if<TextRun>(&band.items[late.item]))
+      run->text = late.text(page_number_);
   }
   for (auto& item : band.items) {
     std::visit(

@@ -59,7 +59,8 @@ void ReportRun::BindData() {
 void ReportRun::LoadRow() {
   Fields& fields = report_.Fields();
   for (std::size_t i = 0; i < column_field_.size(); ++i) {
-    fields.Item(static_cast<std::size_t>(column_field_[i])).SetValue(rs_->Value(static_cast<int>(i)));
+    fields.Item(static_cast<std::size_t>(column_field_[i]))
+        .SetValue(rs_->Value(static_cast<int>(i)));
   }
 }
 
@@ -133,7 +134,8 @@ void ReportRun::BuildGroups() {
 
 int ReportRun::GroupLevelOf(const Section& section) const {
   for (std::size_t i = 0; i < groups_.size(); ++i) {
-    if (groups_[i].header == &section || groups_[i].footer == &section) return static_cast<int>(i) + 1;
+    if (groups_[i].header == &section || groups_[i].footer == &section)
+      return static_cast<int>(i) + 1;
   }
   return 0;
 }
@@ -176,7 +178,8 @@ void ReportRun::StartGroups(int through_level) {
 
 void ReportRun::EndGroups(int through_level) {
   for (int level = 1; level <= through_level; ++level) {
-    if (Section* footer = groups_[level - 1].footer) PrintSection(*footer, RowKind::GroupFooter, level);
+    if (Section* footer = groups_[level - 1].footer)
+      PrintSection(*footer, RowKind::GroupFooter, level);
   }
 }
 

@@ -80,7 +80,8 @@ class ReportRun : public PageFurniture {
   void PrintSection(Section& section, RowKind kind, int level);
   void FormatOnly(Section& section);
   void FillBoundControls(Section& section);
-  void EvaluateExpressions(Section& section, std::unordered_map<const Control*, std::function<std::string(int)>>& late);
+  void EvaluateExpressions(
+      Section& section, std::unordered_map<const Control*, std::function<std::string(int)>>& late);
   void LayOutAndPlace(Section& section, RowKind kind, int level, std::vector<std::string> toc);
   void PlaceWithPageBreaks(Band band, const Arrangement& arrangement);
   float RunChild(const ArrangedControl& subreport);
@@ -94,7 +95,7 @@ class ReportRun : public PageFurniture {
   float x0_;
   BandSink* out_ = nullptr;
   std::shared_ptr<Recordset> rs_;
-  std::vector<int> column_field_;  // recordset column -> position in Fields
+  std::vector<int> column_field_;   // recordset column -> position in Fields
   std::vector<GroupLevel> groups_;  // [0] is level 1, the innermost
   Section* detail_ = nullptr;
   Summaries summaries_;

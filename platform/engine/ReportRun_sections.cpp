@@ -44,7 +44,9 @@ class ChildSink : public BandSink {
   float advance_ = 0;
 };
 
-bool IsExpression(const std::string& data_field) { return !data_field.empty() && data_field.front() == '='; }
+bool IsExpression(const std::string& data_field) {
+  return !data_field.empty() && data_field.front() == '=';
+}
 
 }  // namespace
 
@@ -87,8 +89,8 @@ void ReportRun::PrintSection(Section& section, RowKind kind, int level) {
   Raise(&section, "AfterPrint", [&] { report_.OnAfterPrint(section); });
 }
 
-void ReportRun::EvaluateExpressions(Section& section,
-                                    std::unordered_map<const Control*, std::function<std::string(int)>>& late) {
+void ReportRun::EvaluateExpressions(
+    Section& section, std::unordered_map<const Control*, std::function<std::string(int)>>& late) {
   for (Control& c : section.Controls()) {
     if (!IsExpression(c.DataField()) || !c.Visible()) continue;
     try {
@@ -117,7 +119,8 @@ void ReportRun::EvaluateExpressions(Section& section,
   }
 }
 
-void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level, std::vector<std::string> toc) {
+void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
+                               std::vector<std::string> toc) {
   std::unordered_map<const Control*, std::function<std::string(int)>> late;
   EvaluateExpressions(section, late);
   LateTextFor late_for;
@@ -129,8 +132,10 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level, std::v
   }
   Arrangement arr = Arrange(section, env_.measure);
   const float width = report_.PrintWidth();
-  const bool before = section.NewPage() == NewPageMode::Before || section.NewPage() == NewPageMode::BeforeAfter;
-  const bool after = section.NewPage() == NewPageMode::After || section.NewPage() == NewPageMode::BeforeAfter;
+  const bool before =
+      section.NewPage() == NewPageMode::Before || section.NewPage() == NewPageMode::BeforeAfter;
+  const bool after =
+      section.NewPage() == NewPageMode::After || section.NewPage() == NewPageMode::BeforeAfter;
 
   std::vector<const ArrangedControl*> children;
   for (const auto& a : arr.controls) {
@@ -163,7 +168,8 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level, std::v
     head.height = child_top - cursor;
     float reach = head.height;
     for (const auto& a : arr.controls) {
-      if (a.top >= cursor - 0.5f && a.top < child_bottom - 0.5f && a.control->Class() != ControlClass::Subreport) {
+      if (a.top >= cursor - 0.5f && a.top < child_bottom - 0.5f &&
+          a.control->Class() != ControlClass::Subreport) {
         reach = std::max(reach, a.top + a.height - cursor);
       }
     }
@@ -220,7 +226,8 @@ float ReportRun::RunChild(const ArrangedControl& subreport) {
   std::shared_ptr<ActiveReport> child = subreport.control->object();
   if (!child) return 0;
   if (env_.depth >= kMaxNesting) {
-    ReportEventError(subreport.control->Name(), "sub-reports nest deeper than " + std::to_string(kMaxNesting));
+    ReportEventError(subreport.control->Name(),
+                     "sub-reports nest deeper than " + std::to_string(kMaxNesting));
     return 0;
   }
   child->Initialize();
@@ -266,11 +273,13 @@ Band ReportRun::FurnitureBand(Section* section, RowKind kind, int page) {
 }
 
 Band ReportRun::PageHeader(int page) {
-  return FurnitureBand(report_.Sections().FindType(SectionType::PageHeader), RowKind::PageHeader, page);
+  return FurnitureBand(report_.Sections().FindType(SectionType::PageHeader), RowKind::PageHeader,
+                       page);
 }
 
 Band ReportRun::PageFooter(int page) {
-  return FurnitureBand(report_.Sections().FindType(SectionType::PageFooter), RowKind::PageFooter, page);
+  return FurnitureBand(report_.Sections().FindType(SectionType::PageFooter), RowKind::PageFooter,
+                       page);
 }
 
 float ReportRun::FooterReserve() {

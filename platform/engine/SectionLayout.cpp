@@ -79,18 +79,22 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
     if (const std::string* text = PrintedText(c)) {
       FontSpec font = ToFontSpec(c.Font());
       a.line_height = measure.LineHeight(font);
-      float text_width = c.Class() == ControlClass::CheckBox ? c.Width() - kCheckBoxSize - 60 : c.Width();
+      float text_width =
+          c.Class() == ControlClass::CheckBox ? c.Width() - kCheckBoxSize - 60 : c.Width();
       a.lines = measure.Wrap(*text, font, text_width);
       bool grows = c.Class() == ControlClass::Field && c.CanGrow();
       if (grows) {
         a.height = std::max(a.height, a.line_height * static_cast<float>(a.lines.size()));
       } else if (a.lines.size() > 1) {
         // A fixed box keeps the lines it has room for, and always its first.
-        auto room = static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
+        auto room =
+            static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
         if (a.lines.size() > room) a.lines.resize(room);
       }
       if (c.CanShrink()) {
-        a.height = a.lines.empty() ? 0 : std::min(a.height, a.line_height * static_cast<float>(a.lines.size()));
+        a.height = a.lines.empty()
+                       ? 0
+                       : std::min(a.height, a.line_height * static_cast<float>(a.lines.size()));
       }
     }
     out.controls.push_back(std::move(a));
@@ -129,8 +133,8 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
   return out;
 }
 
-void EmitItems(const Section& section, const Arrangement& arrangement, float from, float to, float x0,
-               bool shade, float shade_width, const LateTextFor& late, Band& band) {
+void EmitItems(const Section& section, const Arrangement& arrangement, float from, float to,
+               float x0, bool shade, float shade_width, const LateTextFor& late, Band& band) {
   if (shade && section.BackStyle() == 1 && band.height > 0) {
     RectItem r;
     r.left = x0;
@@ -148,7 +152,8 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
     float top = a.top - from;
     switch (c.Class()) {
       case ControlClass::Line:
-        band.items.emplace_back(Rule(left, top, left + c.Width(), top + c.Height(), ToColor(c.ForeColor())));
+        band.items.emplace_back(
+            Rule(left, top, left + c.Width(), top + c.Height(), ToColor(c.ForeColor())));
         continue;
       case ControlClass::Shape: {
         RectItem r;
@@ -184,8 +189,10 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
         checked = false;
       }
       if (checked) {
-        band.items.emplace_back(Rule(box.left, box.top, box.left + kCheckBoxSize, box.top + kCheckBoxSize));
-        band.items.emplace_back(Rule(box.left, box.top + kCheckBoxSize, box.left + kCheckBoxSize, box.top));
+        band.items.emplace_back(
+            Rule(box.left, box.top, box.left + kCheckBoxSize, box.top + kCheckBoxSize));
+        band.items.emplace_back(
+            Rule(box.left, box.top + kCheckBoxSize, box.left + kCheckBoxSize, box.top));
       }
       text_left += kCheckBoxSize + 60;
       text_width -= kCheckBoxSize + 60;
@@ -193,14 +200,20 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
     FontSpec font = ToFontSpec(c.Font());
     auto late_text = late ? late(c) : std::function<std::string(int)>();
     if (late_text && a.lines.empty()) {
-      band.items.emplace_back(TextRun{text_left, top, text_width, a.line_height, {}, font, ToAlign(c.Alignment()),
+      band.items.emplace_back(TextRun{text_left,
+                                      top,
+                                      text_width,
+                                      a.line_height,
+                                      {},
+                                      font,
+                                      ToAlign(c.Alignment()),
                                       ToColor(c.ForeColor())});
       band.late.push_back(LateText{band.items.size() - 1, late_text});
     }
     for (std::size_t i = 0; i < a.lines.size(); ++i) {
-      band.items.emplace_back(TextRun{text_left, top + a.line_height * static_cast<float>(i), text_width,
-                                      a.line_height, a.lines[i], font, ToAlign(c.Alignment()),
-                                      ToColor(c.ForeColor())});
+      band.items.emplace_back(TextRun{text_left, top + a.line_height * static_cast<float>(i),
+                                      text_width, a.line_height, a.lines[i], font,
+                                      ToAlign(c.Alignment()), ToColor(c.ForeColor())});
       if (late_text && i == 0) band.late.push_back(LateText{band.items.size() - 1, late_text});
     }
     AddRule(band, left, left + c.Width(), top, c.Border().TopStyle);
@@ -212,7 +225,8 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
   }
 }
 
-DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowKind kind, int level, float x0) {
+DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowKind kind, int level,
+                    float x0) {
   DataRow row;
   row.kind = kind;
   row.level = level;
@@ -222,13 +236,16 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
     const Control& c = *a.control;
     if (c.Class() == ControlClass::Label) {
       labels.emplace_back(c.Left(), c.Caption());
-    } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) && c.Width() > 0) {
-      row.cells.push_back(DataCell{c.Name(), x0 + c.Left(), c.Width(), c.DataValue(), c.Text(), c.OutputFormat()});
+    } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) &&
+               c.Width() > 0) {
+      row.cells.push_back(
+          DataCell{c.Name(), x0 + c.Left(), c.Width(), c.DataValue(), c.Text(), c.OutputFormat()});
     }
   }
   std::stable_sort(row.cells.begin(), row.cells.end(),
                    [](const DataCell& a, const DataCell& b) { return a.left < b.left; });
-  std::stable_sort(labels.begin(), labels.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::stable_sort(labels.begin(), labels.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
   for (auto& l : labels) row.labels.push_back(std::move(l.second));
   return row;
 }

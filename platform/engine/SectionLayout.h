@@ -34,13 +34,13 @@ using LateTextFor = std::function<std::function<std::string(int)>(const Control&
 // Appends the items of the arranged controls whose top lies in [from, to) to `band`, moved up by
 // `from` and right by `x0`; with `shade`, first the section's shade over `shade_width` and the
 // band's height. `band.height` must be set.
-void EmitItems(const Section& section, const Arrangement& arrangement, float from, float to, float x0,
-               bool shade, float shade_width, const LateTextFor& late, Band& band);
+void EmitItems(const Section& section, const Arrangement& arrangement, float from, float to,
+               float x0, bool shade, float shade_width, const LateTextFor& late, Band& band);
 
 // The section as a row of data: its fields and check boxes with their values and printed text,
 // and its label captions, left to right.
-[[nodiscard]] DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowKind kind,
-                                  int level, float x0);
+[[nodiscard]] DataRow MakeDataRow(const Section& section, const Arrangement& arrangement,
+                                  RowKind kind, int level, float x0);
 
 [[nodiscard]] FontSpec ToFontSpec(const ControlFont& font);
 

@@ -11,7 +11,8 @@ void Summaries::Add(Summary& s, const Variant& value) {
   if (value.IsNumber()) {
     s.sum = trellin::Add(s.sum, value);
   } else if (value.IsString()) {
-    if (auto c = Currency::Parse(*value.Get<std::string>())) s.sum = trellin::Add(s.sum, Variant(*c));
+    if (auto c = Currency::Parse(*value.Get<std::string>()))
+      s.sum = trellin::Add(s.sum, Variant(*c));
   } else if (value.IsBoolean()) {
     s.sum = trellin::Add(s.sum, Variant(std::int64_t{*value.Get<bool>() ? -1 : 0}));
   }

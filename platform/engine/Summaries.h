@@ -48,7 +48,8 @@ void Summaries::Collect(ActiveReport& report, LevelOf group_level) {
       s.control = &c;
       s.func = c.SummaryFunc();
       if (c.SummaryType() == SummaryType::SubTotal) {
-        const Section* owner = c.SummaryGroup().empty() ? &section : report.Sections().Find(c.SummaryGroup());
+        const Section* owner =
+            c.SummaryGroup().empty() ? &section : report.Sections().Find(c.SummaryGroup());
         s.reset_level = owner ? group_level(*owner) : 0;
       }
       s.field = report.Fields().IndexOf(c.DataField());

@@ -63,14 +63,16 @@ TextMeasure::FontData& TextMeasure::Font(const FontSpec& spec) {
   auto data = std::make_unique<FontData>();
   data->description = pango_font_description_new();
   pango_font_description_set_family(data->description, spec.name.c_str());
-  pango_font_description_set_weight(data->description, spec.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-  pango_font_description_set_style(data->description, spec.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+  pango_font_description_set_weight(data->description,
+                                    spec.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+  pango_font_description_set_style(data->description,
+                                   spec.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
   pango_font_description_set_size(data->description,
                                   static_cast<int>(std::lround(spec.size * PANGO_SCALE)));
 
   PangoFontMetrics* metrics = pango_context_get_metrics(impl_->context, data->description, nullptr);
   data->line_height = PangoToTwips(pango_font_metrics_get_ascent(metrics) +
-                                    pango_font_metrics_get_descent(metrics));
+                                   pango_font_metrics_get_descent(metrics));
   pango_font_metrics_unref(metrics);
 
   PangoLayout* layout = impl_->layout;
@@ -101,7 +103,8 @@ float TextMeasure::Width(std::string_view text, const FontSpec& spec) {
   return PangoToTwips(w);
 }
 
-std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& spec, float width) {
+std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& spec,
+                                           float width) {
   std::vector<std::string> lines;
   if (text.empty()) return lines;
   FontData& font = Font(spec);
@@ -125,13 +128,15 @@ std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec
   PangoLayout* layout = impl_->layout;
   pango_layout_set_font_description(layout, font.description);
   pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
-  pango_layout_set_width(layout, width > 0 ? static_cast<int>(width / kTwipsPerPoint * PANGO_SCALE) : -1);
+  pango_layout_set_width(layout,
+                         width > 0 ? static_cast<int>(width / kTwipsPerPoint * PANGO_SCALE) : -1);
   pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
   for (GSList* it = pango_layout_get_lines_readonly(layout); it != nullptr; it = it->next) {
     auto* line = static_cast<PangoLayoutLine*>(it->data);
     std::string piece(text.substr(line->start_index, line->length));
     // A line ends where the text broke it; the break characters and trailing blanks do not print.
-    while (!piece.empty() && (piece.back() == '\n' || piece.back() == '\r' || piece.back() == ' ')) {
+    while (!piece.empty() &&
+           (piece.back() == '\n' || piece.back() == '\r' || piece.back() == ' ')) {
       piece.pop_back();
     }
     lines.push_back(std::move(piece));

@@ -27,7 +27,8 @@ class TextMeasure {
   [[nodiscard]] float Width(std::string_view text, const FontSpec& font);
   // The text broken into lines no wider than `width`: at line breaks in the text, then between
   // words, and inside a word only when it is wider than the line. Empty text gives no lines.
-  [[nodiscard]] std::vector<std::string> Wrap(std::string_view text, const FontSpec& font, float width);
+  [[nodiscard]] std::vector<std::string> Wrap(std::string_view text, const FontSpec& font,
+                                              float width);
 
  private:
   struct FontData;

@@ -61,7 +61,8 @@ KeepingSink Run(ActiveReport& report) {
   return sink;
 }
 
-std::shared_ptr<MemoryRecordset> Rows(std::vector<std::string> names, std::vector<std::vector<Variant>> rows) {
+std::shared_ptr<MemoryRecordset> Rows(std::vector<std::string> names,
+                                      std::vector<std::vector<Variant>> rows) {
   std::vector<FieldInfo> fields;
   for (auto& n : names) {
     FieldInfo f;

@@ -105,6 +105,7 @@ class TestReport : public ActiveReport {
 KeepingSink Run(ActiveReport& report);
 
 // A recordset of string and number columns from a compact table.
-std::shared_ptr<MemoryRecordset> Rows(std::vector<std::string> names, std::vector<std::vector<Variant>> rows);
+std::shared_ptr<MemoryRecordset> Rows(std::vector<std::string> names,
+                                      std::vector<std::vector<Variant>> rows);
 
 }  // namespace trellin::engine::testing

@@ -75,23 +75,31 @@ struct BadLayout {
 
 TEST(LayoutLoader, BadLayoutsNameFileLineAndProblem) {
   const BadLayout cases[] = {
-      {"Sections:\n  - Name: Detail\n    Heigth: 10\n", "x.yaml:3: unknown key 'Heigth' in section 'Detail'"},
+      {"Sections:\n  - Name: Detail\n    Heigth: 10\n",
+       "x.yaml:3: unknown key 'Heigth' in section 'Detail'"},
       {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Button, Name: b}\n",
-       "x.yaml:4: unknown control class 'Button' (Label, Field, CheckBox, Subreport, PageBreak, Line, Shape)"},
-      {"Sections:\n  - Name: Detail\n    Height: tall\n", "x.yaml:3: 'Height' must be a number, not 'tall'"},
+       "x.yaml:4: unknown control class 'Button' (Label, Field, CheckBox, Subreport, PageBreak, "
+       "Line, Shape)"},
+      {"Sections:\n  - Name: Detail\n    Height: tall\n",
+       "x.yaml:3: 'Height' must be a number, not 'tall'"},
       {"Sections:\n  - Name: ghX\n    Height: 10\n  - Name: Detail\n",
        "x.yaml:2: section 'ghX' needs a 'Type': its name is not a standard one"},
-      {"Sections:\n  - Name: Detail\n  - Name: PageHeader\n", "x.yaml:3: section 'PageHeader' is out of layout order"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field, Name: a}\n      - {Class: Label, Name: A}\n",
+      {"Sections:\n  - Name: Detail\n  - Name: PageHeader\n",
+       "x.yaml:3: section 'PageHeader' is out of layout order"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field, Name: a}\n      - "
+       "{Class: Label, Name: A}\n",
        "x.yaml:5: a second control named 'A'"},
       {"Sections:\n  - Name: PageHeader\n", "x.yaml:1: the layout has no Detail section"},
       {"Sections:\n  - Name: Detail\n    NewPage: Sometimes\n",
        "x.yaml:3: 'NewPage' must be one of None, Before, After, BeforeAfter, not 'Sometimes'"},
-      {"Sections:\n  - Name: Detail\n    DataField: X\n", "x.yaml:3: only a group header has a 'DataField'"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Label, Name: l, Border: {TopStyle: 2}}\n",
+      {"Sections:\n  - Name: Detail\n    DataField: X\n",
+       "x.yaml:3: only a group header has a 'DataField'"},
+      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Label, Name: l, Border: "
+       "{TopStyle: 2}}\n",
        "x.yaml:4: 'TopStyle' must be 0, 1 or 6"},
       {"Sections: [\n", "x.yaml:2: "},
-      {"Report: {Page: {Paper: A5}}\nSections:\n  - Name: Detail\n", "x.yaml:1: 'Paper' must be one of A4, Letter, Legal"},
+      {"Report: {Page: {Paper: A5}}\nSections:\n  - Name: Detail\n",
+       "x.yaml:1: 'Paper' must be one of A4, Letter, Legal"},
       {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field}\n",
        "x.yaml:4: a control of section 'Detail' has no 'Name'"},
   };
@@ -101,7 +109,8 @@ TEST(LayoutLoader, BadLayoutsNameFileLineAndProblem) {
       LoadLayout(c.text, "x.yaml", report);
       ADD_FAILURE() << "no error for:\n" << c.text;
     } catch (const LayoutError& e) {
-      EXPECT_EQ(std::string(e.what()).rfind(c.message, 0), 0u) << "got: " << e.what() << "\nfor:\n" << c.text;
+      EXPECT_EQ(std::string(e.what()).rfind(c.message, 0), 0u) << "got: " << e.what() << "\nfor:\n"
+                                                               << c.text;
     }
   }
 }
@@ -115,7 +124,8 @@ TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
   }
   auto compiled = [](std::string_view designer) -> std::optional<StoredLayout> {
     std::string text = "Report: {Caption: Compiled}\nSections:\n  - {Name: Detail, Bad: 1}\n";
-    if (designer == "arOverridden" || designer == "arCompiled") return StoredLayout{"admin/x.yaml", text};
+    if (designer == "arOverridden" || designer == "arCompiled")
+      return StoredLayout{"admin/x.yaml", text};
     return std::nullopt;
   };
   LayoutLibrary library(compiled, dir);
@@ -138,7 +148,8 @@ TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
 TEST(LayoutLibrary, EveryStoredLayoutLoads) {
   for (const auto& layout : layouts::AllEmbeddedLayouts()) {
     ActiveReport report(std::string(layout.designer));
-    EXPECT_NO_THROW(LoadLayout(layout.text, "layouts/" + std::string(layout.path), report)) << layout.path;
+    EXPECT_NO_THROW(LoadLayout(layout.text, "layouts/" + std::string(layout.path), report))
+        << layout.path;
     EXPECT_EQ(layouts::FindEmbeddedLayout(layout.designer)->path, layout.path);
   }
   EXPECT_FALSE(layouts::FindEmbeddedLayout("arNoSuchDesigner"));

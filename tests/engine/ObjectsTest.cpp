@@ -26,9 +26,12 @@ TEST(Objects, ControlsAreAddedByClassNameAndFoundByNameIndexAndIteration) {
     const char* class_name;
     ControlClass cls;
   } cases[] = {
-      {"DDActiveReports2.Label", ControlClass::Label},         {"DDActiveReports2.Field", ControlClass::Field},
-      {"DDActiveReports2.CheckBox", ControlClass::CheckBox},   {"DDActiveReports2.Subreport", ControlClass::Subreport},
-      {"ddactivereports2.pagebreak", ControlClass::PageBreak}, {"Line", ControlClass::Line},
+      {"DDActiveReports2.Label", ControlClass::Label},
+      {"DDActiveReports2.Field", ControlClass::Field},
+      {"DDActiveReports2.CheckBox", ControlClass::CheckBox},
+      {"DDActiveReports2.Subreport", ControlClass::Subreport},
+      {"ddactivereports2.pagebreak", ControlClass::PageBreak},
+      {"Line", ControlClass::Line},
   };
   for (const auto& c : cases) EXPECT_EQ(controls.Add(c.class_name).Class(), c.cls) << c.class_name;
   // Made-up names follow the class and skip names in use.
@@ -89,7 +92,9 @@ class FakeDatabase : public Database {
     queries.emplace_back(sql);
     return Rows({"Id"}, {{Variant(std::int64_t{1})}, {Variant(std::int64_t{2})}});
   }
-  std::string GetSetting(std::string_view, std::string_view, std::string_view d) override { return std::string(d); }
+  std::string GetSetting(std::string_view, std::string_view, std::string_view d) override {
+    return std::string(d);
+  }
   std::vector<std::string> queries;
 };
 
@@ -117,7 +122,8 @@ TEST(Objects, InitializeLoadsTheStoredLayoutFirst) {
   auto library = std::make_shared<LayoutLibrary>(
       [](std::string_view designer) -> std::optional<StoredLayout> {
         if (designer != "arStored") return std::nullopt;
-        return StoredLayout{"admin/arStored.yaml", "Report: {Caption: Stored}\nSections:\n  - {Name: Detail}\n"};
+        return StoredLayout{"admin/arStored.yaml",
+                            "Report: {Caption: Stored}\nSections:\n  - {Name: Detail}\n"};
       },
       std::filesystem::path());
   ActiveReport::SetLayoutProvider(library);
@@ -147,7 +153,8 @@ Sections:
       - {Class: Label, Name: lblUnit, Rect: [4000, 0, 1000, 300], Caption: NZD, Border: {BottomStyle: 1}}
 )");
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Type", "Amount"}, {{"Retail", Variant(Currency::FromRaw(15000))}}));
+    report.DataControl().SetRecordset(
+        Rows({"Type", "Amount"}, {{"Retail", Variant(Currency::FromRaw(15000))}}));
   };
   report.on_format = [&](Section& s) {
     if (s.Name() == "ghType") report.TOC().Add("Types\\" + s.Controls()["txtType"].Text());
@@ -158,14 +165,20 @@ Sections:
   const std::string h = std::to_string(static_cast<int>(std::lround(first.height)));
   EXPECT_EQ(sink.Dump(),
             "page 1 11906x16838\n"
-            "text 1000,500 2000x" + h + " \"Retail\" Arial 10 B left\n"
-            "rect 1000,800 6000x300 fill #EEEEEE\n"
-            "text 3000,800 2000x" + h + " \"1.50\" Arial 10 right\n"
-            "text 5000,800 1000x" + h + " \"NZD\" Arial 10 left\n"
-            "line 5000,1100-6000,1100\n"
-            "bookmark \"Types\\Retail\" @500\n"
-            "row GroupHeader 1 ghType txtType=\"Retail\" \"Retail\"\n"
-            "row Detail Detail txtAmount=1.5@ \"1.50\"\n");
+            "text 1000,500 2000x" +
+                h +
+                " \"Retail\" Arial 10 B left\n"
+                "rect 1000,800 6000x300 fill #EEEEEE\n"
+                "text 3000,800 2000x" +
+                h +
+                " \"1.50\" Arial 10 right\n"
+                "text 5000,800 1000x" +
+                h +
+                " \"NZD\" Arial 10 left\n"
+                "line 5000,1100-6000,1100\n"
+                "bookmark \"Types\\Retail\" @500\n"
+                "row GroupHeader 1 ghType txtType=\"Retail\" \"Retail\"\n"
+                "row Detail Detail txtAmount=1.5@ \"1.50\"\n");
   EXPECT_EQ(sink.info_.title, "Dump");
 }
 

@@ -27,11 +27,10 @@ TEST(PageBreaker, DecidesWhereABandGoes) {
     bool can_split, page_has_body;
     Placement expected;
   } cases[] = {
-      {400, 400, false, true, Placement::Here},
-      {400, 1000, false, false, Placement::Here},
-      {401, 400, false, true, Placement::NextPage},   // moves whole
-      {401, 400, true, true, Placement::Split},       // may run on
-      {5000, 400, false, false, Placement::Split},    // taller than any page: must be cut
+      {400, 400, false, true, Placement::Here},     {400, 1000, false, false, Placement::Here},
+      {401, 400, false, true, Placement::NextPage},  // moves whole
+      {401, 400, true, true, Placement::Split},      // may run on
+      {5000, 400, false, false, Placement::Split},   // taller than any page: must be cut
   };
   for (const auto& c : cases) {
     Band band;
@@ -63,7 +62,7 @@ TEST(PageBreaker, SplitsItemsRowsAndShading) {
   auto [first, second] = SplitBand(std::move(band), 400);
   EXPECT_EQ(first.height, 400);
   EXPECT_EQ(second.height, 200);
-  ASSERT_EQ(first.items.size(), 3u);  // upper shade and two lines
+  ASSERT_EQ(first.items.size(), 3u);   // upper shade and two lines
   ASSERT_EQ(second.items.size(), 2u);  // lower shade and the third line
   EXPECT_EQ(std::get<RectItem>(first.items[0]).height, 400);
   EXPECT_EQ(std::get<RectItem>(second.items[0]).height, 200);

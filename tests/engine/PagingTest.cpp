@@ -65,15 +65,16 @@ TEST(Paging, SectionsThatDoNotFitMoveWholeAndFormatOnce) {
   // The fifteenth row did not fit on page 1 and starts page 2 right under the header.
   EXPECT_EQ(TopOf(sink.pages[1], "n15"), 1020);
   // Each page's footer is formatted before the next page's header.
-  EXPECT_EQ(furniture, (std::vector<std::string>{"PageHeader1", "PageFooter1", "PageHeader2", "PageFooter2",
-                                                 "PageHeader3", "PageFooter3"}));
+  EXPECT_EQ(furniture, (std::vector<std::string>{"PageHeader1", "PageFooter1", "PageHeader2",
+                                                 "PageFooter2", "PageHeader3", "PageFooter3"}));
 }
 
 TEST(Paging, VisibilitySetInAFooterAppliesToTheNextHeader) {
   TestReport report(kPaged);
   report.on_start = [&] { report.DataControl().SetRecordset(Numbered(20)); };
   report.on_format = [&](Section& s) {
-    if (s.Type() == SectionType::PageFooter) report.Sections()["PageHeader"].SetVisible(report.PageNumber() != 1);
+    if (s.Type() == SectionType::PageFooter)
+      report.Sections()["PageHeader"].SetVisible(report.PageNumber() != 1);
   };
   KeepingSink sink = testing::Run(report);
   ASSERT_EQ(sink.pages.size(), 2u);
@@ -90,7 +91,7 @@ TEST(Paging, NewPageBeforeAndAfterAndPageBreakControls) {
     int rows;
     std::vector<int> per_page;
   } cases[] = {
-      {"NewPage: After", 3, {1, 1, 1}},  // no empty page after the last
+      {"NewPage: After", 3, {1, 1, 1}},   // no empty page after the last
       {"NewPage: Before", 3, {1, 1, 1}},  // the first needs no fresh page
       {"NewPage: BeforeAfter", 2, {1, 1}},
       {"NewPage: None", 3, {3}},
@@ -100,7 +101,8 @@ TEST(Paging, NewPageBeforeAndAfterAndPageBreakControls) {
 Sections:
   - Name: Detail
     Height: 500
-    )") + c.detail_extra + R"(
+    )") + c.detail_extra +
+                       R"(
     Controls: [{Class: Field, Name: txtName, DataField: Name, Rect: [0, 0, 4000, 300]}]
 )";
     TestReport report(yaml);
@@ -142,7 +144,8 @@ Sections:
 )");
   const std::string memo = "a line of memo text that will not fit in two thousand twips";
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Name", "Memo"}, {{"first", Variant(memo)}, {"second", Variant("short")}}));
+    report.DataControl().SetRecordset(
+        Rows({"Name", "Memo"}, {{"first", Variant(memo)}, {"second", Variant("short")}}));
   };
   KeepingSink sink = testing::Run(report);
   ASSERT_EQ(sink.pages.size(), 1u);
@@ -150,8 +153,8 @@ Sections:
   std::vector<const TextRun*> memo_lines;
   const RectItem* first_shade = nullptr;
   for (const auto& item : page.items) {
-    if (const auto* t = std::get_if<TextRun>(&item); t && t->width == 2000 && t->left == 1080 &&
-                                                        t->top < TopOf(page, "second")) {
+    if (const auto* t = std::get_if<TextRun>(&item);
+        t && t->width == 2000 && t->left == 1080 && t->top < TopOf(page, "second")) {
       if (t->text != "first") memo_lines.push_back(t);
     }
     if (const auto* r = std::get_if<RectItem>(&item); r && !first_shade) first_shade = r;
@@ -206,8 +209,9 @@ Sections:
   - {Name: Detail, Height: 300}
 )");
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Country", "State"}, {{"AU", "NSW"}, {"AU", "QLD"}, {"AU", "VIC"},
-                                                                    {"AU", "WA"}, {"AU", "TAS"}, {"NZ", "AKL"}}));
+    report.DataControl().SetRecordset(Rows(
+        {"Country", "State"},
+        {{"AU", "NSW"}, {"AU", "QLD"}, {"AU", "VIC"}, {"AU", "WA"}, {"AU", "TAS"}, {"NZ", "AKL"}}));
   };
   report.on_format = [&](Section& s) {
     if (s.Name() == "ghState") {
@@ -246,13 +250,15 @@ Sections:
   std::vector<std::string> shades;
   for (const auto& item : sink.pages[0].items) {
     if (const auto* r = std::get_if<RectItem>(&item)) {
-      shades.push_back(std::to_string(static_cast<int>(r->top)) + " " + std::to_string(static_cast<int>(r->width)) +
-                       "x" + std::to_string(static_cast<int>(r->height)));
+      shades.push_back(std::to_string(static_cast<int>(r->top)) + " " +
+                       std::to_string(static_cast<int>(r->width)) + "x" +
+                       std::to_string(static_cast<int>(r->height)));
     }
   }
   // Rows 1 and 3 are shaded, across the print width.
   EXPECT_EQ(shades, (std::vector<std::string>{"720 9000x300", "1320 9000x300"}));
-  EXPECT_NE(DumpPage(sink.pages[0]).find("rect 1080,720 9000x300 fill #E0E0E0\n"), std::string::npos);
+  EXPECT_NE(DumpPage(sink.pages[0]).find("rect 1080,720 9000x300 fill #E0E0E0\n"),
+            std::string::npos);
 }
 
 }  // namespace

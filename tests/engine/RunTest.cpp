@@ -92,20 +92,43 @@ Sections:
     report.Sections()["ghKey"].SetVisible(false);
   };
   KeepingSink sink = testing::Run(report);
-  const std::vector<std::string> expected = {
-      "Initialize", "ReportStart", "DataInitialize",
-      "ReportHeader.Format", "ReportHeader.BeforePrint",
-      "PageHeader.Format", "PageHeader.BeforePrint", "PageHeader.AfterPrint",
-      "ReportHeader.AfterPrint",
-      "FetchData", "ghKey.Format", "ghKey.BeforePrint", "ghKey.AfterPrint",
-      "Detail.Format", "Detail.BeforePrint", "Detail.AfterPrint",
-      "FetchData", "gfKey.Format", "gfKey.BeforePrint", "gfKey.AfterPrint",
-      "ghKey.Format", "ghKey.BeforePrint", "ghKey.AfterPrint",
-      "Detail.Format", "Detail.BeforePrint", "Detail.AfterPrint",
-      "gfKey.Format", "gfKey.BeforePrint", "gfKey.AfterPrint",
-      "ReportFooter.Format", "ReportFooter.BeforePrint", "ReportFooter.AfterPrint",
-      "PageFooter.Format", "PageFooter.BeforePrint", "PageFooter.AfterPrint",
-      "ReportEnd", "Terminate"};
+  const std::vector<std::string> expected = {"Initialize",
+                                             "ReportStart",
+                                             "DataInitialize",
+                                             "ReportHeader.Format",
+                                             "ReportHeader.BeforePrint",
+                                             "PageHeader.Format",
+                                             "PageHeader.BeforePrint",
+                                             "PageHeader.AfterPrint",
+                                             "ReportHeader.AfterPrint",
+                                             "FetchData",
+                                             "ghKey.Format",
+                                             "ghKey.BeforePrint",
+                                             "ghKey.AfterPrint",
+                                             "Detail.Format",
+                                             "Detail.BeforePrint",
+                                             "Detail.AfterPrint",
+                                             "FetchData",
+                                             "gfKey.Format",
+                                             "gfKey.BeforePrint",
+                                             "gfKey.AfterPrint",
+                                             "ghKey.Format",
+                                             "ghKey.BeforePrint",
+                                             "ghKey.AfterPrint",
+                                             "Detail.Format",
+                                             "Detail.BeforePrint",
+                                             "Detail.AfterPrint",
+                                             "gfKey.Format",
+                                             "gfKey.BeforePrint",
+                                             "gfKey.AfterPrint",
+                                             "ReportFooter.Format",
+                                             "ReportFooter.BeforePrint",
+                                             "ReportFooter.AfterPrint",
+                                             "PageFooter.Format",
+                                             "PageFooter.BeforePrint",
+                                             "PageFooter.AfterPrint",
+                                             "ReportEnd",
+                                             "Terminate"};
   EXPECT_EQ(report.log, expected);
   EXPECT_EQ(sink.log, (std::vector<std::string>{"Begin", "End"}));
   EXPECT_EQ(sink.pages.size(), 1u);
@@ -115,15 +138,15 @@ TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
   TestReport report(kGrouped);
   Variant null = Variant::Null();
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"},
-                                           {
-                                               {"N", "A", "r1", Money(11000)},
-                                               {"N", "A", "r2", Money(22000)},
-                                               {"N", null, "r3", Money(33000)},
-                                               {"N", null, "r4", Money(500)},
-                                               {null, null, "r5", Money(100000)},
-                                               {"S", null, "r6", Money(10000)},
-                                           }));
+    report.DataControl().SetRecordset(
+        Rows({"Region", "Town", "Name", "Amount"}, {
+                                                       {"N", "A", "r1", Money(11000)},
+                                                       {"N", "A", "r2", Money(22000)},
+                                                       {"N", null, "r3", Money(33000)},
+                                                       {"N", null, "r4", Money(500)},
+                                                       {null, null, "r5", Money(100000)},
+                                                       {"S", null, "r6", Money(10000)},
+                                                   }));
   };
   KeepingSink sink = testing::Run(report);
   const std::vector<std::string> expected = {
@@ -133,7 +156,8 @@ TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
       // The region changes while the town stays Null: the inner group breaks with the outer one.
       "ghRegion:S", "ghTown:", "Detail:r6", "gfTown:1.00", "gfRegion:1.00", "ReportFooter:17.65"};
   EXPECT_EQ(BodyRows(sink), expected);
-  EXPECT_EQ(Cells(sink, "gfTown"), (std::vector<std::string>{"3.30|r2", "3.35|r4", "10.00|r5", "1.00|r6"}));
+  EXPECT_EQ(Cells(sink, "gfTown"),
+            (std::vector<std::string>{"3.30|r2", "3.35|r4", "10.00|r5", "1.00|r6"}));
   EXPECT_EQ(Cells(sink, "gfRegion"), (std::vector<std::string>{"6.65|4", "10.00|1", "1.00|1"}));
   EXPECT_EQ(Cells(sink, "ReportFooter"), (std::vector<std::string>{"17.65|6"}));
 }
@@ -165,7 +189,8 @@ TEST(Run, SummariesAreExactMoneyAndCountEvenWhenTheDetailIsHidden) {
 TEST(Run, AFooterMayOverwriteItsSummaryBeforeItPrints) {
   TestReport report(kGrouped);
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"}, {{"N", "A", "r1", Money(20000)}}));
+    report.DataControl().SetRecordset(
+        Rows({"Region", "Town", "Name", "Amount"}, {{"N", "A", "r1", Money(20000)}}));
   };
   report.on_format = [&](Section& s) {
     if (s.Name() != "ReportFooter") return;
@@ -181,7 +206,9 @@ TEST(Run, EmptyDataFormatsTheDetailOnceAtEofAndPrintsHeadersAndFooters) {
   TestReport report(kGrouped);
   int detail_formats = 0;
   bool eof_seen = false;
-  report.on_start = [&] { report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"}, {})); };
+  report.on_start = [&] {
+    report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"}, {}));
+  };
   report.on_format = [&](Section& s) {
     if (s.Name() != "Detail") return;
     ++detail_formats;
@@ -190,8 +217,9 @@ TEST(Run, EmptyDataFormatsTheDetailOnceAtEofAndPrintsHeadersAndFooters) {
   KeepingSink sink = testing::Run(report);
   EXPECT_EQ(detail_formats, 1);
   EXPECT_TRUE(eof_seen);
-  EXPECT_EQ(BodyRows(sink), (std::vector<std::string>{"ReportHeader:", "ghRegion:", "ghTown:", "gfTown:0.00",
-                                                      "gfRegion:0.00", "ReportFooter:0.00"}));
+  EXPECT_EQ(BodyRows(sink),
+            (std::vector<std::string>{"ReportHeader:", "ghRegion:", "ghTown:", "gfTown:0.00",
+                                      "gfRegion:0.00", "ReportFooter:0.00"}));
   EXPECT_NE(sink.Texts(0).find("Page 1"), std::string::npos);
 }
 
@@ -226,7 +254,8 @@ TEST(Run, ReportStartSeesTheOpenRowsAndBoundFieldsTakeTheRowByDataField) {
   TestReport report(kGrouped);
   std::int64_t count_at_start = -1;
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"}, {{"N", "A", "r1", Money(10000)}}));
+    report.DataControl().SetRecordset(
+        Rows({"Region", "Town", "Name", "Amount"}, {{"N", "A", "r1", Money(10000)}}));
     count_at_start = report.DataControl().Recordset()->RecordCount();
   };
   report.on_format = [&](Section& s) {
@@ -246,14 +275,16 @@ TEST(Run, EventErrorsGoToTheHookAndTheHostMayCancel) {
     errors.push_back(source + ": " + message);
   });
   report.on_start = [&] {
-    report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"},
-                                           {{"N", "A", "r1", Money(1)}, {"N", "A", "r2", Money(2)}}));
+    report.DataControl().SetRecordset(
+        Rows({"Region", "Town", "Name", "Amount"},
+             {{"N", "A", "r1", Money(1)}, {"N", "A", "r2", Money(2)}}));
   };
   report.on_format = [&](Section& s) {
     if (s.Name() == "Detail") throw std::runtime_error("no such party");
   };
   KeepingSink sink = testing::Run(report);
-  EXPECT_EQ(errors, (std::vector<std::string>{"Detail_Format: no such party", "Detail_Format: no such party"}));
+  EXPECT_EQ(errors, (std::vector<std::string>{"Detail_Format: no such party",
+                                              "Detail_Format: no such party"}));
   // The event ended quietly: the rows still printed.
   EXPECT_EQ(Cells(sink, "Detail").size(), 2u);
 

@@ -15,7 +15,8 @@ using testing::TestReport;
 // count of its runs as a member.
 class LinesSub : public TestReport {
  public:
-  explicit LinesSub(std::string_view yaml, std::string name = "arLinesSub") : TestReport(yaml, std::move(name)) {
+  explicit LinesSub(std::string_view yaml, std::string name = "arLinesSub")
+      : TestReport(yaml, std::move(name)) {
     on_data_initialize = [this] { Fields().Add("Line"); };
     on_fetch = [this](bool& eof) {
       if (++line_ > lines) {
@@ -61,7 +62,8 @@ std::vector<std::string> TextsInOrder(const KeepingSink& sink) {
   for (const auto& page : sink.pages) {
     for (const auto& item : page.items) {
       if (const auto* t = std::get_if<TextRun>(&item)) {
-        out.push_back(std::to_string(page.number) + " " + std::to_string(static_cast<int>(t->left)) + "," +
+        out.push_back(std::to_string(page.number) + " " +
+                      std::to_string(static_cast<int>(t->left)) + "," +
                       std::to_string(static_cast<int>(t->top)) + " " + t->text);
       }
     }
@@ -85,10 +87,10 @@ TEST(Subreport, RunsWholeForEachParentRowKeepingItsMembers) {
   // The child's page header does not print; its lines sit at the control's left (1000 + 500 +
   // 100) between the parent's party and the label under the control, which moves down as the
   // child grows past the control's 300.
-  EXPECT_EQ(TextsInOrder(sink), (std::vector<std::string>{
-                                    "1 1000,720 Head", "1 1000,1020 A", "1 1600,1320 A.1", "1 1600,1620 A.2",
-                                    "1 1000,1920 Under", "1 1000,2220 B", "1 1600,2520 B.1", "1 1600,2820 B.2",
-                                    "1 1000,3120 Under"}));
+  EXPECT_EQ(TextsInOrder(sink),
+            (std::vector<std::string>{"1 1000,720 Head", "1 1000,1020 A", "1 1600,1320 A.1",
+                                      "1 1600,1620 A.2", "1 1000,1920 Under", "1 1000,2220 B",
+                                      "1 1600,2520 B.1", "1 1600,2820 B.2", "1 1000,3120 Under"}));
   // Terminate reaches the child once, at the end of the whole run, before the parent's.
   EXPECT_EQ(std::count(child->log.begin(), child->log.end(), "Terminate"), 1);
   EXPECT_EQ(child->log.back(), "Terminate");
@@ -165,9 +167,10 @@ Sections:
     if (s.Name() == "Detail") middle->party = "A";
   };
   KeepingSink sink = testing::Run(parent);
-  EXPECT_EQ(TextsInOrder(sink), (std::vector<std::string>{
-                                    "1 1000,720 Head", "1 1000,1020 A", "1 1500,1320 A.1", "1 1700,1620 A.1.1",
-                                    "1 2000,1920 A.1.1.1", "1 2000,2220 A.1.1.2", "1 1000,2520 Under"}));
+  EXPECT_EQ(TextsInOrder(sink),
+            (std::vector<std::string>{"1 1000,720 Head", "1 1000,1020 A", "1 1500,1320 A.1",
+                                      "1 1700,1620 A.1.1", "1 2000,1920 A.1.1.1",
+                                      "1 2000,2220 A.1.1.2", "1 1000,2520 Under"}));
 }
 
 TEST(Subreport, AChildRunsOverPagesUnderTheParentsFurnitureAndMayBreakPages) {
@@ -204,7 +207,8 @@ Sections:
   breaker->lines = 3;
   breaker->party = "P";
   breaker->on_format = [&](Section& s) {
-    if (s.Name() == "Detail") s.Controls()["pbLine"].SetVisible(breaker->Fields()["Line"].Value().Text() == "P.3");
+    if (s.Name() == "Detail")
+      s.Controls()["pbLine"].SetVisible(breaker->Fields()["Line"].Value().Text() == "P.3");
   };
   breaking.on_start = [&] {
     breaking.DataControl().SetRecordset(Rows({"Party"}, {{"A"}}));
@@ -229,7 +233,8 @@ TEST(Subreport, ChildErrorsGoToTheParentsHook) {
     parent.Sections()["Detail"].Controls()["srptLines"].SetObject(child);
   };
   (void)testing::Run(parent);
-  EXPECT_EQ(errors, (std::vector<std::string>{"Detail_Format: lookup failed", "Detail_Format: lookup failed"}));
+  EXPECT_EQ(errors, (std::vector<std::string>{"Detail_Format: lookup failed",
+                                              "Detail_Format: lookup failed"}));
 }
 
 }  // namespace
