@@ -3,11 +3,13 @@
 
 #include <string_view>
 
+#include "platform/runtime/Format.h"
+
 namespace trellin::business {
 
 inline constexpr std::string_view kCompanyDateFormat = "d/mm/yyyy";
 inline constexpr std::string_view kCompanyLongDateFormat = "d mmmm yyyy";
-// Money with two decimals, negatives in brackets.
-inline constexpr std::string_view kCompanyCurrencyFormat = "#,##0.00;(#,##0.00)";
+// Money with two decimals, negatives in brackets: the runtime's own money mask.
+inline constexpr std::string_view kCompanyCurrencyFormat = kDefaultCurrencyFormat;
 
 }  // namespace trellin::business

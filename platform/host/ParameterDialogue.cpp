@@ -48,8 +48,9 @@ std::vector<PickRow> ReadRows(Database& database, const Parameter& parameter) {
     std::vector<std::string> others;
     for (int i = 0; i < rs->FieldCount(); ++i) {
       if (i == key) continue;
-      std::string text = rs->Value(i).Text();
-      if (!Trim(text).empty()) others.push_back(Trim(text));
+      // Leading blanks stay: an account list indents its descriptions by level.
+      std::string text = RTrim(rs->Value(i).Text());
+      if (!Trim(text).empty()) others.push_back(std::move(text));
     }
     row.Description = Join(others, " ");
     rows.push_back(std::move(row));
