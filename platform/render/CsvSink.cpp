@@ -4,6 +4,7 @@
 
 #include "platform/render/CellText.h"
 #include "platform/render/Render.h"
+#include "platform/render/Utf8.h"
 
 namespace trellin::render {
 
@@ -30,7 +31,7 @@ void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns) {
   std::string line = "Row,Level";
   for (const ExportColumn& column : columns) {
     line += ',';
-    line += CsvField(column.caption);
+    line += CsvField(ValidUtf8(column.caption));
   }
   width_ = columns.size();
   WriteLine(line);
@@ -44,7 +45,7 @@ void CsvSink::WriteRow(const engine::DataRow& row, std::string_view caption,
   }
   for (const engine::DataCell* cell : cells) {
     line += ',';
-    if (cell != nullptr) line += CsvField(PlainCellText(*cell));
+    if (cell != nullptr) line += CsvField(ValidUtf8(PlainCellText(*cell)));
   }
   // Every line has the heading's number of fields, so a spreadsheet keeps the columns straight.
   for (std::size_t i = cells.size(); i < width_; ++i) line += ',';

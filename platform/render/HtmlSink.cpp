@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "platform/render/Render.h"
+#include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
@@ -147,22 +148,16 @@ std::string EscapeHtml(std::string_view text) {
         break;
     }
     // Pass well-formed UTF-8 sequences through whole; anything else is one replacement mark.
-    const int length = c < 0x80         ? 1
-                       : (c >> 5) == 6  ? 2
-                       : (c >> 4) == 14 ? 3
-                       : (c >> 3) == 30 ? 4
-                                        : 0;
-    bool valid = length > 0 && i + length <= text.size();
-    for (int k = 1; valid && k < length; ++k)
-      valid = (static_cast<unsigned char>(text[i + k]) >> 6) == 2;
-    if (valid && c < 0x20 && c != '\t') {
-      out += ' ';  // control characters are not allowed in HTML text
-    } else if (valid) {
-      out.append(text, i, length);
-    } else {
+    const int length = Utf8SequenceLength(text.substr(i));
+    if (length == 0) {
       out += "\xEF\xBF\xBD";
-      i += 1;
+      ++i;
       continue;
+    }
+    if (c < 0x20 && c != '\t') {
+      out += ' ';  // control characters are not allowed in HTML text
+    } else {
+      out.append(text, i, length);
     }
     i += length;
   }

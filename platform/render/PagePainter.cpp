@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <variant>
+
+#include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
@@ -64,7 +67,12 @@ void PagePainter::Paint(cairo_t* cr, const engine::Page& page) {
 void PagePainter::DrawText(cairo_t* cr, const engine::TextRun& run) {
   if (run.text.empty()) return;
   const FontEntry& font = fonts_.Get(run.font);
-  pango_layout_set_text(font.layout, run.text.data(), static_cast<int>(run.text.size()));
+  if (IsValidUtf8(run.text)) {
+    pango_layout_set_text(font.layout, run.text.data(), static_cast<int>(run.text.size()));
+  } else {
+    const std::string repaired = ValidUtf8(run.text);
+    pango_layout_set_text(font.layout, repaired.data(), static_cast<int>(repaired.size()));
+  }
   PangoLayoutLine* line = pango_layout_get_line_readonly(font.layout, 0);
   if (line == nullptr) return;
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/render/Render.h"
+#include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
@@ -50,10 +51,12 @@ void PdfSink::OnBegin(const engine::DocumentInfo& info) {
   CheckStatus();
   cairo_pdf_surface_restrict_to_version(surface_, CAIRO_PDF_VERSION_1_5);
   if (!info.title.empty()) {
-    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_TITLE, info.title.c_str());
+    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_TITLE,
+                                   ValidUtf8(info.title).c_str());
   }
   if (!info.caption.empty() && info.caption != info.title) {
-    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_SUBJECT, info.caption.c_str());
+    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_SUBJECT,
+                                   ValidUtf8(info.caption).c_str());
   }
   cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_CREATOR, "Trellin Reports");
   cr_ = cairo_create(surface_);
@@ -88,9 +91,9 @@ void PdfSink::AddBookmarks(const engine::Page& page) {
     for (std::size_t level = shared; level < mark.path.size(); ++level) {
       const int parent = level == 0 ? CAIRO_PDF_OUTLINE_ROOT : outline_[level - 1].id;
       const int flags = level == 0 ? CAIRO_PDF_OUTLINE_FLAG_OPEN : 0;
-      const int id =
-          cairo_pdf_surface_add_outline(surface_, parent, mark.path[level].c_str(), dest.c_str(),
-                                        static_cast<cairo_pdf_outline_flags_t>(flags));
+      const int id = cairo_pdf_surface_add_outline(
+          surface_, parent, ValidUtf8(mark.path[level]).c_str(), dest.c_str(),
+          static_cast<cairo_pdf_outline_flags_t>(flags));
       outline_.push_back({mark.path[level], id});
     }
   }

@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "platform/render/Utf8.h"
+
 namespace trellin::render {
 namespace {
 
@@ -15,7 +17,8 @@ constexpr float kRuleGap = 90;
 // One character cell's content: a whole UTF-8 sequence, so wide text never splits mid-character.
 using Cells = std::vector<std::string>;
 
-Cells SplitCharacters(std::string_view text) {
+Cells SplitCharacters(std::string_view raw) {
+  const std::string text = ValidUtf8(raw);
   Cells out;
   for (std::size_t i = 0; i < text.size();) {
     const auto c = static_cast<unsigned char>(text[i]);

@@ -5,6 +5,7 @@
 
 #include "platform/render/ExcelFormat.h"
 #include "platform/render/Render.h"
+#include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
@@ -52,7 +53,7 @@ void XlsxSink::Open(const engine::DocumentInfo& info) {
   options.use_zip64 = LXW_TRUE;
   workbook_ = workbook_new_opt(file_->TempPath().c_str(), &options);
   if (workbook_ == nullptr) throw RenderError("Cannot write " + target_.string());
-  title_ = info.title.empty() ? info.caption : info.title;
+  title_ = ValidUtf8(info.title.empty() ? info.caption : info.title);
   lxw_doc_properties properties{};
   properties.title = title_.data();
   Check(workbook_set_properties(workbook_, &properties));
@@ -82,7 +83,7 @@ void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns) {
                                              static_cast<double>(columns[i].caption.size()) + 2),
                                     6.0, 80.0);
     Check(worksheet_set_column(sheet_, column, column, width, nullptr));
-    Check(worksheet_write_string(sheet_, 0, column, columns[i].caption.c_str(), bold));
+    Check(worksheet_write_string(sheet_, 0, column, ValidUtf8(columns[i].caption).c_str(), bold));
   }
   last_column_ =
       static_cast<lxw_col_t>(kFirstCellColumn + std::max<std::size_t>(columns.size(), 1) - 1);
@@ -109,10 +110,10 @@ void XlsxSink::WriteCell(lxw_col_t column, const engine::DataCell& cell, bool bo
     Check(
         worksheet_write_boolean(sheet_, row_, column, *flag, bold ? FormatFor("", true) : nullptr));
   } else if (const auto* text = v.Get<std::string>()) {
-    Check(worksheet_write_string(sheet_, row_, column, text->c_str(),
+    Check(worksheet_write_string(sheet_, row_, column, ValidUtf8(*text).c_str(),
                                  bold ? FormatFor("", true) : nullptr));
   } else if (v.IsEmpty() && !cell.text.empty()) {
-    Check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(),
+    Check(worksheet_write_string(sheet_, row_, column, ValidUtf8(cell.text).c_str(),
                                  bold ? FormatFor("", true) : nullptr));
   }
 }

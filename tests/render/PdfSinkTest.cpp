@@ -137,9 +137,15 @@ TEST(PdfSink, RunsSitInTheirBoxesByAlignment) {
         c.word + "<");
     ASSERT_TRUE(std::regex_search(boxes, m, re)) << c.word << " not found in\n" << boxes;
     const double x_min = std::stod(m[1]), y_min = std::stod(m[2]), x_max = std::stod(m[3]);
-    if (!std::isnan(c.left)) EXPECT_NEAR(x_min, c.left, 1.0) << c.word;
-    if (!std::isnan(c.right)) EXPECT_NEAR(x_max, c.right, 1.0) << c.word;
-    if (std::string(c.word) == "Centreword") EXPECT_NEAR((x_min + x_max) / 2, 172, 1.0) << c.word;
+    if (!std::isnan(c.left)) {
+      EXPECT_NEAR(x_min, c.left, 1.0) << c.word;
+    }
+    if (!std::isnan(c.right)) {
+      EXPECT_NEAR(x_max, c.right, 1.0) << c.word;
+    }
+    if (std::string(c.word) == "Centreword") {
+      EXPECT_NEAR((x_min + x_max) / 2, 172, 1.0) << c.word;
+    }
     EXPECT_NEAR(y_min, c.top, 1.5) << c.word;
   }
 }

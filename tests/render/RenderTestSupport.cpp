@@ -148,7 +148,6 @@ constexpr const char* kDescriptions[] = {"Invoice - timber and fixings", "Paymen
 
 engine::Page SampleLedgerPage(int number, int detail_rows, int first_row) {
   engine::Page page = LetterPage(number);
-  const engine::Color ink{0, 0, 0};
   const engine::Color band{0xE8, 0xEC, 0xF2};
   auto& items = page.items;
 

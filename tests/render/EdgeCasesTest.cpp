@@ -1,0 +1,83 @@
+// Inputs a renderer must survive: no pages, bad text, runs far off the paper, odd fonts.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "RenderTestSupport.h"
+#include "platform/render/Render.h"
+
+namespace trellin::render {
+namespace {
+
+constexpr Format kAll[] = {Format::Pdf,  Format::Png, Format::Html,
+                           Format::Text, Format::Csv, Format::Xlsx};
+
+engine::Page Awkward() {
+  engine::Page page = testing::LetterPage(1);
+  engine::FontSpec odd;
+  odd.name = "No Such Font Family";
+  odd.size = 0;
+  page.items.push_back(
+      testing::Text(1440, 1440, 2000, "bad \xFF\xFE utf-8 \xE2\x82", engine::Align::Center, odd));
+  page.items.push_back(testing::Text(-5000, -5000, 100, "off the paper"));
+  page.items.push_back(testing::Text(1e6f, 1e6f, 100, "far away", engine::Align::Right));
+  page.items.push_back(testing::Text(1440, 2000, 0, std::string(5000, 'W')));
+  page.items.push_back(engine::LineItem{0, 0, 0, 0, 0, {}});
+  page.items.push_back(testing::Shade(0, 0, -100, -100, {1, 2, 3}));
+  page.rows.push_back({engine::RowKind::Detail,
+                       0,
+                       "",
+                       {{"txt\xFF", 0, 0, Variant("bad \xFF"), "", "\"unclosed"}},
+                       {}});
+  return page;
+}
+
+TEST(EdgeCases, EveryFormatSurvivesAwkwardPagesAndNoPages) {
+  for (Format format : kAll) {
+    SCOPED_TRACE(std::string(FormatName(format)));
+    testing::ScratchDir dir;
+    const auto target =
+        dir / ("out." + std::string(FormatName(format) == "text" ? "txt" : FormatName(format)));
+    {
+      auto sink = MakeSink(format, target);
+      sink->Begin(engine::DocumentInfo{});  // no title, no paper size
+      sink->End();
+    }
+    {
+      auto sink = MakeSink(format, target);
+      sink->Begin(testing::LetterDocument("Awkward"));
+      sink->AddPage(Awkward());
+      sink->AddPage(engine::Page{});  // no size: the document's
+      sink->End();
+    }
+    EXPECT_FALSE(dir.Files().empty());
+    int status = -1;
+    if (format == Format::Pdf) {
+      testing::RunCommand("qpdf --check '" + target.string() + "'", &status);
+      EXPECT_EQ(status, 0) << "PDF does not check";
+    } else if (format == Format::Xlsx) {
+      testing::RunCommand(
+          "python3 -c \"import sys, zipfile, xml.dom.minidom as m; z = "
+          "zipfile.ZipFile(sys.argv[1]); "
+          "[m.parseString(z.read(n)) for n in z.namelist() if n.endswith('.xml')]\" '" +
+              target.string() + "'",
+          &status);
+      EXPECT_EQ(status, 0) << "workbook XML not well formed";
+    }
+    for (const auto& name : dir.Files())
+      EXPECT_NE(name.front(), '.') << "temporary file left: " << name;
+  }
+}
+
+TEST(EdgeCases, EmptyPdfIsStillAValidDocument) {
+  testing::ScratchDir dir;
+  auto sink = MakeSink(Format::Pdf, dir / "out.pdf");
+  sink->Begin(testing::LetterDocument("Nothing to report"));
+  sink->End();
+  int status = -1;
+  testing::RunCommand("qpdf --check '" + (dir / "out.pdf").string() + "'", &status);
+  EXPECT_EQ(status, 0);
+}
+
+}  // namespace
+}  // namespace trellin::render
