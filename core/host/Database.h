@@ -83,7 +83,7 @@ class Database : public Object {
   [[nodiscard]] static std::string SQLIsNull(std::string_view expression,
                                              std::string_view replacement);
 
-  virtual ~Database() = default;
+  ~Database() override = default;
 
  private:
   // The first value of the first row of `sql`, Null when there is no row.

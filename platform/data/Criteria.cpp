@@ -348,6 +348,12 @@ int FindField(const std::vector<FieldInfo>& fields, std::string_view name) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (EqualsIgnoreCase(fields[i].name, name)) return static_cast<int>(i);
   }
+  // Report code often names a column as the query wrote it ("Transactions.Date"); the
+  // recordset's field is the bare column name.
+  std::size_t dot = name.rfind('.');
+  if (dot != std::string_view::npos && dot + 1 < name.size()) {
+    return FindField(fields, name.substr(dot + 1));
+  }
   return -1;
 }
 

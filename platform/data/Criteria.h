@@ -40,7 +40,8 @@ class Criteria {
   std::shared_ptr<const Node> root_;
 };
 
-// Index of the field named `name` (case ignored, brackets allowed), -1 when there is none.
+// Index of the field named `name` (case ignored, brackets allowed; "Table.Column" finds the
+// field "Column" when no field has the whole name), -1 when there is none.
 [[nodiscard]] int FindField(const std::vector<FieldInfo>& fields, std::string_view name);
 
 }  // namespace trellin::data

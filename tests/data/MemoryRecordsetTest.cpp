@@ -28,6 +28,7 @@ TEST(MemoryRecordset, WalksForwardAndBack) {
   EXPECT_TRUE(rs->Bof());
   EXPECT_THROW(rs->MovePrevious(), RecordsetError);
   EXPECT_EQ(rs->FieldIndex("[Qty]"), 5);
+  EXPECT_EQ(rs->FieldIndex("Line.Qty"), 5);
   EXPECT_EQ(rs->FieldIndex("Missing"), -1);
   EXPECT_THROW((void)rs->Value("Missing"), RecordsetError);
 }
@@ -127,6 +128,7 @@ TEST(MemoryRecordset, SortsByKeysWithTiesInTheirOrder) {
       {"Name", "apple,apricot,avocado,Banana,cherry"},
       {"Name ASC", "apple,apricot,avocado,Banana,cherry"},
       {"BranchId desc, [Name] DESC", "avocado,apricot,apple,cherry,Banana"},
+      {"T.Qty, T.Name DESC", "Banana,apricot,avocado,apple,cherry"},
       {"", "apple,Banana,avocado,cherry,apricot"},
   };
   for (const auto& c : cases) {
