@@ -39,6 +39,9 @@ class BandSink {
  public:
   virtual ~BandSink() = default;
   virtual void Place(Band band) = 0;
+  // A section is about to format: end the page first when it starts on a new page, or when the
+  // band before it asked for one, so that the page footer formats before the section does.
+  virtual void StartSection(bool new_page) = 0;
   // The number of the page bands now land on (a fresh page counts from the next number).
   [[nodiscard]] virtual int CurrentPage() const = 0;
 };

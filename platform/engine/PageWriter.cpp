@@ -45,6 +45,11 @@ void PageWriter::Place(Band band) {
   pending_break_ = after;
 }
 
+void PageWriter::StartSection(bool new_page) {
+  if ((new_page || pending_break_) && page_open_ && has_body_) FinishPage();
+  pending_break_ = false;
+}
+
 void PageWriter::Finish() {
   if (!page_open_ && page_number_ == 0) EnsurePage();
   if (page_open_) FinishPage();

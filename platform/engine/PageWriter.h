@@ -36,6 +36,7 @@ class PageWriter : public BandSink {
       : sink_(sink), geometry_(geometry), furniture_(furniture) {}
 
   void Place(Band band) override;
+  void StartSection(bool new_page) override;
   [[nodiscard]] int CurrentPage() const override;
   // Ends the last page; a report that placed nothing still gets one page with its furniture.
   void Finish();

@@ -35,6 +35,7 @@ class ChildSink : public BandSink {
     }
     parent_.Place(std::move(band));
   }
+  void StartSection(bool new_page) override { parent_.StartSection(new_page); }
   [[nodiscard]] int CurrentPage() const override { return parent_.CurrentPage(); }
   [[nodiscard]] float Advance() const { return advance_; }
 
@@ -75,6 +76,9 @@ void ReportRun::FormatOnly(Section& section) {
 }
 
 void ReportRun::PrintSection(Section& section, RowKind kind, int level) {
+  NewPageMode mode = section.NewPage();
+  out_->StartSection(section.Visible() &&
+                     (mode == NewPageMode::Before || mode == NewPageMode::BeforeAfter));
   FillBoundControls(section);
   Raise(&section, "Format", [&] { report_.OnFormat(section); });
   Raise(&section, "BeforePrint", [&] { report_.OnBeforePrint(section); });

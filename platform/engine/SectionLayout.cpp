@@ -100,6 +100,19 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
     out.controls.push_back(std::move(a));
   }
 
+  bool any_grew = false;
+  for (const auto& a : out.controls) any_grew = any_grew || a.height > a.control->Height();
+  if (!any_grew) {
+    // Nothing grew, so nothing moves: the common case of a detail line.
+    out.height = section.Height();
+    if (section.CanShrink()) {
+      float bottom = 0;
+      for (const auto& a : out.controls) bottom = std::max(bottom, a.top + a.height);
+      out.height = std::min(out.height, bottom);
+    }
+    return out;
+  }
+
   // Push every control down by the growth of the controls that end above it, in top order, so a
   // growing memo moves the fields beneath it and leaves the ones beside it alone.
   std::vector<std::size_t> order(out.controls.size());

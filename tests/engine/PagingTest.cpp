@@ -130,6 +130,28 @@ Sections:
   EXPECT_EQ(TopOf(sink.pages[1], "Below"), 720 + 100);
 }
 
+TEST(Paging, ASectionOnANewPageFormatsAfterTheFooterOfThePageBefore) {
+  TestReport report(R"(
+Sections:
+  - {Name: PageHeader, Height: 300}
+  - {Name: ghKey, Type: GroupHeader, DataField: Key, Height: 300, NewPage: Before}
+  - {Name: Detail, Height: 300}
+  - {Name: PageFooter, Height: 300}
+)");
+  report.on_start = [&] { report.DataControl().SetRecordset(Rows({"Key"}, {{"a"}, {"b"}})); };
+  KeepingSink sink = testing::Run(report);
+  std::vector<std::string> formats;
+  for (const auto& entry : report.log) {
+    if (entry.size() > 7 && entry.compare(entry.size() - 7, 7, ".Format") == 0)
+      formats.push_back(entry);
+  }
+  EXPECT_EQ(formats,
+            (std::vector<std::string>{"ghKey.Format", "PageHeader.Format", "Detail.Format",
+                                      "PageFooter.Format", "ghKey.Format", "PageHeader.Format",
+                                      "Detail.Format", "PageFooter.Format"}));
+  EXPECT_EQ(sink.pages.size(), 2u);
+}
+
 TEST(Paging, GrowingTextWrapsPushesControlsDownAndRunsAcrossPages) {
   TestReport report(R"(
 Report: {PrintWidth: 9000}
