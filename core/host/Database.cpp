@@ -18,6 +18,15 @@ bool Database::OpenRecordset(std::string_view sql, std::shared_ptr<Recordset>& r
   }
 }
 
+RunSnapshot::~RunSnapshot() {
+  try {
+    database_.EndSnapshot();
+  } catch (...) {
+    // Ending a read fails only on a broken connection, and there is nothing to undo; a
+    // destructor that threw would end the process instead of the report.
+  }
+}
+
 std::shared_ptr<Recordset> Database::QueryUpdatable(std::string_view jet_sql) {
   return Query(jet_sql)->Disconnect();
 }

@@ -45,6 +45,14 @@ class Database : public Object {
   [[nodiscard]] virtual std::string GetSetting(std::string_view section, std::string_view key,
                                                std::string_view default_value) = 0;
 
+  // A report run's snapshot: between BeginSnapshot and EndSnapshot every query reads the
+  // database as it stood at BeginSnapshot, whatever other processes commit meanwhile. Calls
+  // nest; the outermost pair counts; EndSnapshot without a Begin does nothing. A forward-only
+  // recordset opened in the run cannot move on after its end. This default, for databases that
+  // cannot hold a snapshot, does nothing.
+  virtual void BeginSnapshot() {}
+  virtual void EndSnapshot() {}
+
   // The report code's form of Query: false on failure, with the reason in LastError().
   // `cursor_type` and `lock_type` are accepted for the report code's sake; every recordset is
   // static and read-only.
@@ -90,6 +98,18 @@ class Database : public Object {
   [[nodiscard]] Variant FirstValue(std::string_view sql);
 
   std::string last_error_;
+};
+
+// Holds a snapshot of `database` for its lifetime: the run of one report.
+class RunSnapshot {
+ public:
+  explicit RunSnapshot(Database& database) : database_(database) { database_.BeginSnapshot(); }
+  RunSnapshot(const RunSnapshot&) = delete;
+  RunSnapshot& operator=(const RunSnapshot&) = delete;
+  ~RunSnapshot();
+
+ private:
+  Database& database_;
 };
 
 }  // namespace trellin

@@ -47,11 +47,10 @@ class SqliteDatabase : public Database {
   std::string GetSetting(std::string_view section, std::string_view key,
                          std::string_view default_value) override;
 
-  // A report run's snapshot: between BeginSnapshot and EndSnapshot every query reads the
-  // database as it stood at BeginSnapshot, whatever other connections commit meanwhile. Calls
-  // nest; the outermost pair counts. EndSnapshot without a Begin does nothing.
-  void BeginSnapshot();
-  void EndSnapshot();
+  // A read transaction, begun with a first read so that its snapshot is taken at once. Throws
+  // DatabaseError when SQLite refuses.
+  void BeginSnapshot() override;
+  void EndSnapshot() override;
   [[nodiscard]] bool InSnapshot() const { return snapshot_depth_ > 0; }
 
  private:
@@ -65,24 +64,6 @@ class SqliteDatabase : public Database {
   sql::Catalog catalog_;
   std::unique_ptr<sql::Translator> translator_;
   int snapshot_depth_ = 0;
-};
-
-// Holds a snapshot for its lifetime: the run of one report.
-class Snapshot {
- public:
-  explicit Snapshot(SqliteDatabase& database) : database_(database) { database_.BeginSnapshot(); }
-  Snapshot(const Snapshot&) = delete;
-  Snapshot& operator=(const Snapshot&) = delete;
-  ~Snapshot() {
-    try {
-      database_.EndSnapshot();
-    } catch (...) {
-      // Ending a read can only fail when the connection is already broken; nothing to undo.
-    }
-  }
-
- private:
-  SqliteDatabase& database_;
 };
 
 }  // namespace trellin::data
