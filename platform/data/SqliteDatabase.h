@@ -66,4 +66,7 @@ class SqliteDatabase : public Database {
   int snapshot_depth_ = 0;
 };
 
+// The run guard under the name the data layer first gave it.
+using Snapshot = RunSnapshot;
+
 }  // namespace trellin::data
