@@ -14,6 +14,16 @@ namespace {
 constexpr double kTwipsPerCharacter = 105.0;
 constexpr lxw_col_t kFirstCellColumn = 2;  // after "Row" and "Level"
 
+// The first `count` characters of UTF-8 `text`, never splitting a sequence.
+std::string FirstCharacters(const std::string& text, std::size_t count) {
+  std::size_t seen = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80 && ++seen > count)
+      return text.substr(0, i);
+  }
+  return text;
+}
+
 bool IsSummaryRow(engine::RowKind kind) { return kind != engine::RowKind::Detail; }
 
 }  // namespace
@@ -21,17 +31,11 @@ bool IsSummaryRow(engine::RowKind kind) { return kind != engine::RowKind::Detail
 std::string SheetName(std::string_view title) {
   std::string name;
   for (char c : title) {
-    if (std::string_view("[]:*?/\\").find(c) == std::string_view::npos && c >= 0x20) name += c;
+    if (std::string_view("[]:*?/\\").find(c) == std::string_view::npos &&
+        static_cast<unsigned char>(c) >= 0x20)
+      name += c;
   }
-  // Cut at 31 characters without splitting a UTF-8 sequence.
-  std::size_t count = 0, cut = name.size();
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    if ((static_cast<unsigned char>(name[i]) & 0xC0) != 0x80 && ++count > 31) {
-      cut = i;
-      break;
-    }
-  }
-  name.resize(cut);
+  name = FirstCharacters(name, 31);
   // Sheet names may not begin or end with an apostrophe.
   while (!name.empty() && (name.front() == '\'' || name.front() == ' ')) name.erase(0, 1);
   while (!name.empty() && (name.back() == '\'' || name.back() == ' ')) name.pop_back();
@@ -57,8 +61,21 @@ void XlsxSink::Open(const engine::DocumentInfo& info) {
   lxw_doc_properties properties{};
   properties.title = title_.data();
   Check(workbook_set_properties(workbook_, &properties));
-  sheet_ = workbook_add_worksheet(workbook_, SheetName(title_).c_str());
+}
+
+void XlsxSink::AddSheet() {
+  ++sheets_;
+  std::string name = SheetName(title_);
+  if (sheets_ > 1) {
+    const std::string suffix = " (" + std::to_string(sheets_) + ")";
+    name = FirstCharacters(name, 31 - suffix.size()) + suffix;
+  }
+  sheet_ = workbook_add_worksheet(workbook_, name.c_str());
   if (sheet_ == nullptr) throw RenderError("Cannot write " + target_.string());
+}
+
+void XlsxSink::CloseSheet() {
+  Check(worksheet_autofilter(sheet_, 0, 0, row_ > 0 ? row_ - 1 : 0, last_column_));
 }
 
 lxw_format* XlsxSink::FormatFor(const std::string& number_format, bool bold) {
@@ -72,6 +89,8 @@ lxw_format* XlsxSink::FormatFor(const std::string& number_format, bool bold) {
 }
 
 void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns) {
+  columns_ = columns;
+  AddSheet();
   lxw_format* bold = FormatFor("", true);
   Check(worksheet_set_column(sheet_, 0, 0, 14, nullptr));
   Check(worksheet_set_column(sheet_, 1, 1, 6, nullptr));
@@ -120,7 +139,10 @@ void XlsxSink::WriteCell(lxw_col_t column, const engine::DataCell& cell, bool bo
 
 void XlsxSink::WriteRow(const engine::DataRow& row, std::string_view caption,
                         const std::vector<const engine::DataCell*>& cells) {
-  if (row_ >= LXW_ROW_MAX) throw RenderError("Too many rows for a worksheet: " + target_.string());
+  if (row_ >= rows_per_sheet_) {
+    CloseSheet();
+    WriteHeading(columns_);
+  }
   const bool bold = IsSummaryRow(row.kind);
   lxw_format* text_format = bold ? FormatFor("", true) : nullptr;
   Check(worksheet_write_string(sheet_, row_, 0, std::string(caption).c_str(), text_format));
@@ -138,7 +160,7 @@ void XlsxSink::WriteRow(const engine::DataRow& row, std::string_view caption,
 }
 
 void XlsxSink::Finish() {
-  Check(worksheet_autofilter(sheet_, 0, 0, row_ > 0 ? row_ - 1 : 0, last_column_));
+  CloseSheet();
   lxw_workbook* workbook = workbook_;
   workbook_ = nullptr;
   Check(workbook_close(workbook));

@@ -3,15 +3,18 @@
 // panes, one line per printed row (see ExportColumns.h), typed cells: money and numbers as
 // numbers with a number format from their mask, dates as dates, booleans as booleans, text as
 // text, Null as a blank cell. Header and footer rows are bold. Rows stream to disk: memory stays
-// flat however long the report.
+// flat however long the report. A report longer than a worksheet holds goes on in further sheets
+// ("Ledger (2)", ...), each with its own heading line.
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/render/ExportSink.h"
 #include "platform/render/StagedFile.h"
@@ -24,7 +27,9 @@ namespace trellin::render {
 
 class XlsxSink final : public ExportSink {
  public:
-  explicit XlsxSink(std::filesystem::path target) : target_(std::move(target)) {}
+  // `rows_per_sheet` counts the heading line too; the default is the most a worksheet holds.
+  explicit XlsxSink(std::filesystem::path target, lxw_row_t rows_per_sheet = LXW_ROW_MAX)
+      : target_(std::move(target)), rows_per_sheet_(std::max<lxw_row_t>(rows_per_sheet, 2)) {}
   ~XlsxSink() override;
 
  protected:
@@ -39,13 +44,18 @@ class XlsxSink final : public ExportSink {
   lxw_format* FormatFor(const std::string& number_format, bool bold);
   void WriteCell(lxw_col_t column, const engine::DataCell& cell, bool bold);
   void Check(lxw_error error) const;
+  void AddSheet();
+  void CloseSheet();
 
   std::filesystem::path target_;
   std::optional<StagedFile> file_;
   lxw_workbook* workbook_ = nullptr;
   lxw_worksheet* sheet_ = nullptr;
   std::map<std::pair<std::string, bool>, lxw_format*> formats_;
+  lxw_row_t rows_per_sheet_;
   lxw_row_t row_ = 0;
+  int sheets_ = 0;
+  std::vector<ExportColumn> columns_;
   lxw_col_t last_column_ = 0;
   std::string title_;
 };

@@ -102,6 +102,32 @@ TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
       ::testing::HasSubstr("<dc:title>Aged [Debtors]: Summary</dc:title>"));
 }
 
+TEST(XlsxSink, LongReportsGoOnInFurtherSheets) {
+  testing::ScratchDir dir;
+  XlsxSink sink(dir / "out.xlsx", 3);  // a heading and two rows a sheet
+  sink.Begin(testing::LetterDocument("A title thirty-one characters!!"));
+  engine::Page page = testing::LetterPage(1);
+  for (int i = 1; i <= 5; ++i) {
+    page.rows.push_back({RowKind::Detail, 0, "", {At("txtN", 0, std::int64_t{i})}, {}});
+  }
+  sink.AddPage(page);
+  sink.End();
+  const std::string script = R"py(
+import re, sys, zipfile
+z = zipfile.ZipFile(sys.argv[1])
+names = re.findall(r'<sheet name="([^"]*)"', z.read('xl/workbook.xml').decode())
+for i, name in enumerate(names, 1):
+    sheet = z.read('xl/worksheets/sheet%d.xml' % i).decode()
+    print(name, re.findall(r'<c r="C\d+"[^>]*>(?:<v>|<is><t>)([^<]*)<', sheet))
+)py";
+  testing::WriteFile(dir / "sheets.py", script);
+  EXPECT_EQ(testing::RunCommand("python3 '" + (dir / "sheets.py").string() + "' '" +
+                                (dir / "out.xlsx").string() + "'"),
+            "A title thirty-one characters!! ['N', '1', '2']\n"
+            "A title thirty-one characte (2) ['N', '3', '4']\n"
+            "A title thirty-one characte (3) ['N', '5']\n");
+}
+
 TEST(XlsxSink, SheetNamesAreValid) {
   const std::pair<const char*, const char*> cases[] = {
       {"Trial Balance", "Trial Balance"},
@@ -109,6 +135,10 @@ TEST(XlsxSink, SheetNamesAreValid) {
       {"[]:*?/\\", "Report"},
       {"'Quoted'", "Quoted"},
       {"A very long report title that goes on and on", "A very long report title that g"},
+      {"\xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 "
+       "\xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 x",
+       "\xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 "
+       "\xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9 \xC3\xA9t\xC3\xA9"},
   };
   for (const auto& [title, expected] : cases) EXPECT_EQ(SheetName(title), expected) << title;
 }
