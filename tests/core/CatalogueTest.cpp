@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 
+#include "FakeHost.h"
 #include "Fakes.h"
 #include "core/Catalogue.h"
 
@@ -136,6 +137,24 @@ TEST(Catalogue, UnbuiltKeysGiveNothing) {
   }
   EXPECT_EQ(next, unbuilt.size());
   EXPECT_EQ(fixture.business_layer->report_factory.created, 0);
+}
+
+TEST(Catalogue, BuiltKeysMakeTheirDesigner) {
+  ServiceFixture fixture;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    if (entry.factory == nullptr) continue;
+    SCOPED_TRACE(entry.key);
+    DesignerPtr designer = fixture.service.Report(entry.key);
+    ASSERT_NE(designer, nullptr);
+    EXPECT_EQ(designer->DesignerName(), entry.designer);
+    EXPECT_EQ(designer->TLReport()->ReportName(), entry.key);
+    const CatalogueCaptions captions = CaptionsFor(entry, entry.key);
+    if (entry.caption_rule != CaptionRule::kLayout) {
+      EXPECT_EQ(designer->Caption(), captions.caption);
+      EXPECT_EQ(designer->documentName(), captions.document_name);
+    }
+    designer->TLReport()->SetArReport(nullptr);
+  }
 }
 
 }  // namespace
