@@ -5,8 +5,14 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "core/TrellinReports.h"
+#include "core/kvReportUtilities.h"
+#include "platform/business/CompanyApplication.h"
+#include "platform/business/CompanyBusinessLayer.h"
 #include "platform/business/CompanyRangeBuilder.h"
+#include "platform/runtime/Clock.h"
 #include "tests/business/FakeDatabase.h"
+#include "tests/business/RealCompany.h"
 
 namespace trellin::host {
 namespace {
@@ -207,6 +213,75 @@ TEST_F(ParameterDialogueTest, ListingAsJson) {
   EXPECT_EQ(listing[6]["choices"], json::parse(R"(["Customer", "Location", "Customer Type"])"));
   EXPECT_EQ(listing[7]["rows"][0], json::parse(R"({"key": "A100", "description": "Acme Ltd"})"));
   EXPECT_EQ(listing[8]["rowsError"], "no such table in: SELECT Nothing");
+}
+
+}  // namespace
+}  // namespace trellin::host
+
+namespace trellin::host {
+namespace {
+
+// The whole road on a company file: standard parameters from the report service, pick-lists
+// through the SQL translator, date expressions through the service's interpreter and the
+// company's calendar, and the values turned into SQL by the company's range builder.
+TEST(ParameterDialogueCompanyTest, RoundTripOnACompanyFile) {
+  SetClockForTesting(Date::FromYmd(2025, 1, 15));
+  trellin::testing::RealCompany company;
+  auto layer = std::make_shared<business::CompanyBusinessLayer>(company.Database());
+  auto application = std::make_shared<business::CompanyApplication>(company.Database());
+  TrellinReports reports;
+  reports.Initialise(layer, application);
+
+  Parameters parameters;
+  parameters.AddDate("DateAsAt", Variant::Missing(), true, "Date As At", Variant("ARCURRENT"),
+                     false, "Date As At");
+  parameters.AddDate("DatedFrom", Variant::Missing(), false, "", Variant("BOY"), false,
+                     "Dated From");
+  (void)CreateStandardParameter(0, parameters, true);
+  (void)CreateStandardParameter(8, parameters, true, "", "", "", "OtherPartyId");
+  (void)CreateStandardParameter(25, parameters, false);
+  ParameterDialogue dialogue(
+      parameters, company.Database(),
+      [&](const Variant& expression, const Parameters& all) {
+        return reports.InterpretDate(expression, &all);
+      },
+      &layer->Utilities().RangeBuilder());
+
+  std::vector<DialogueEntry> entries = dialogue.List();
+  ASSERT_EQ(entries.size(), 5u);
+  EXPECT_EQ(entries[0].ResolvedDefault, Variant(Date::FromYmd(2025, 3, 31)));
+  EXPECT_EQ(entries[1].ResolvedDefault, Variant(Date::FromYmd(2024, 4, 1)));  // BOY of today
+  auto rows = [](const DialogueEntry& entry) {
+    std::vector<std::string> texts;
+    for (const PickRow& row : entry.Rows) texts.push_back(row.Key + "|" + row.Description);
+    return texts;
+  };
+  EXPECT_EQ(entries[2].RowsError, "");
+  EXPECT_EQ(rows(entries[2]), (std::vector<std::string>{"1-1000|Bank", "1-1100| Cheque account",
+                                                        "1-1999| Petty cash", "2-1000|Creditors"}));
+  EXPECT_EQ(rows(entries[3]), (std::vector<std::string>{"A100|Acme", "a150|Apex", "A199|Atlas",
+                                                        "B7|Bay", "X,Y|Comma Co"}));
+  EXPECT_EQ(rows(entries[4]),
+            (std::vector<std::string>{"1|None", "2|Good", "3|Caution", "4|Bad", "5|Adverse"}));
+
+  dialogue.SetFromAssignment("DateAsAt=31/12/2023");
+  dialogue.SetFromAssignment("Customers=a100..A150, 'X,Y'");
+  dialogue.Resolve();
+  ASSERT_TRUE(dialogue.Validate()) << ::testing::PrintToString(dialogue.Errors());
+  // BOY now follows the date as at the user gave.
+  EXPECT_EQ(parameters.Value("DatedFrom"), Variant(Date::FromYmd(2023, 4, 1)));
+
+  std::string description;
+  std::string where = reports.CreateSQLWhereFromRangeParams(parameters, description);
+  std::vector<std::string> found;
+  for (auto rs = company.Database()->Query("SELECT OtherPartyId FROM OtherParty WHERE " + where +
+                                           " ORDER BY OtherPartyId");
+       !rs->Eof(); rs->MoveNext()) {
+    found.push_back(rs->Value(0).Text());
+  }
+  EXPECT_EQ(found, (std::vector<std::string>{"A100", "a150", "X,Y"})) << where;
+  reports.Dispose();
+  SetClockForTesting(std::nullopt);
 }
 
 }  // namespace
