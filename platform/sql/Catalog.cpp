@@ -5,15 +5,16 @@
 namespace trellin::sql {
 
 const ResultColumn* CatalogTable::FindColumn(std::string_view name) const {
-  auto it = index.find(NameKey(name));
+  auto it = index.find(name);
   return it == index.end() ? nullptr : &columns[it->second];
 }
 
 void Catalog::AddColumn(std::string_view table, std::string_view column, SemType type) {
-  auto [table_it, table_added] = index_.try_emplace(NameKey(table), tables_.size());
+  auto [table_it, table_added] = index_.try_emplace(std::string(table), tables_.size());
   if (table_added) tables_.push_back(CatalogTable{std::string(table), {}, {}});
   CatalogTable& entry = tables_[table_it->second];
-  auto [column_it, column_added] = entry.index.try_emplace(NameKey(column), entry.columns.size());
+  auto [column_it, column_added] =
+      entry.index.try_emplace(std::string(column), entry.columns.size());
   if (column_added) {
     entry.columns.push_back(ResultColumn{std::string(column), type});
   } else {
@@ -22,7 +23,7 @@ void Catalog::AddColumn(std::string_view table, std::string_view column, SemType
 }
 
 const CatalogTable* Catalog::FindTable(std::string_view name) const {
-  auto it = index_.find(NameKey(name));
+  auto it = index_.find(name);
   return it == index_.end() ? nullptr : &tables_[it->second];
 }
 

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/sql/Names.h"
 #include "platform/sql/SemType.h"
 
 namespace trellin::sql {
@@ -26,7 +27,7 @@ struct CatalogTable {
   // The column called `name` (any case), or nullptr.
   [[nodiscard]] const ResultColumn* FindColumn(std::string_view name) const;
 
-  std::unordered_map<std::string, std::size_t> index;  // NameKey -> position in columns
+  std::unordered_map<std::string, std::size_t, NameHash, NameEqual> index;  // -> columns
 };
 
 class Catalog {
@@ -46,7 +47,7 @@ class Catalog {
 
  private:
   std::vector<CatalogTable> tables_;
-  std::unordered_map<std::string, std::size_t> index_;  // NameKey -> position in tables_
+  std::unordered_map<std::string, std::size_t, NameHash, NameEqual> index_;  // -> tables_
 };
 
 }  // namespace trellin::sql

@@ -55,9 +55,10 @@ SemType ArithmeticOperandType(SemType type) {
 Typed ShiftDate(const Typed& date, const Typed& days, bool subtract) {
   Typed amount = Coerce(days, SemType::Double);
   std::string offset = subtract ? MinusPrefixed(amount) : Wrap(amount, kPrecUnary);
-  std::string serial = "JULIANDAY(" + date.sql + ") + " + offset;
-  return Expression("CASE WHEN " + serial + " = CAST(" + serial + " - 0.5 AS INTEGER) + 0.5 " +
-                        "THEN DATE(" + serial + ") ELSE DATETIME(" + serial + ") END",
+  // DATETIME gives "yyyy-mm-dd hh:mm:ss"; a midnight time is cut off again, so that the date
+  // is written as stored dates are. The operand appears once, so shifts can be chained.
+  return Expression("RTRIM(REPLACE(DATETIME(JULIANDAY(" + date.sql + ") + " + offset +
+                        ") || '|', ' 00:00:00|', ''), '|')",
                     SemType::Date, kPrecAtom);
 }
 
@@ -72,6 +73,16 @@ const ResultColumn* RangeVar::FindColumn(std::string_view column) const {
 }
 
 Typed Emitter::WriteExpr(const Expr& expr, const Scope& scope) {
+  Typed written = WriteNode(expr, scope);
+  // A few conversions write their operand twice; nested deeply, they could grow the text
+  // beyond any use, so the size is bounded.
+  if (written.sql.size() > kMaxExpressionLength) {
+    throw SqlError("expression too large to translate", expr.position, "");
+  }
+  return written;
+}
+
+Typed Emitter::WriteNode(const Expr& expr, const Scope& scope) {
   switch (expr.kind) {
     case ExprKind::kNumber:
       return NumberLiteral(expr.text);
@@ -134,7 +145,9 @@ Typed Emitter::WriteExpr(const Expr& expr, const Scope& scope) {
 }
 
 Typed Emitter::WriteColumn(const Expr& expr, const Scope& scope) {
-  std::string written = expr.qualifier.empty() ? expr.text : expr.qualifier + "." + expr.text;
+  auto written = [&expr] {
+    return expr.qualifier.empty() ? expr.text : expr.qualifier + "." + expr.text;
+  };
   for (const Scope* level = &scope; level != nullptr; level = level->parent) {
     const RangeVar* found_var = nullptr;
     const ResultColumn* found_column = nullptr;
@@ -147,7 +160,7 @@ Typed Emitter::WriteColumn(const Expr& expr, const Scope& scope) {
       const ResultColumn* column = var.FindColumn(expr.text);
       if (column == nullptr) continue;
       if (found_column != nullptr) {
-        throw SqlError("ambiguous column '" + written + "'", expr.position, written);
+        throw SqlError("ambiguous column '" + written() + "'", expr.position, written());
       }
       found_var = &var;
       found_column = column;
@@ -172,7 +185,7 @@ Typed Emitter::WriteColumn(const Expr& expr, const Scope& scope) {
       throw SqlError("unknown table '" + expr.qualifier + "'", expr.position, expr.qualifier);
     }
   }
-  throw SqlError("unknown column '" + written + "'", expr.position, written);
+  throw SqlError("unknown column '" + written() + "'", expr.position, written());
 }
 
 Typed Emitter::WriteUnary(const Expr& expr, const Scope& scope) {

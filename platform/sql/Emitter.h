@@ -71,6 +71,8 @@ class Emitter {
   static std::string ItemList(const std::vector<Item>& items);
 
   // EmitExpr.cpp
+  static constexpr std::size_t kMaxExpressionLength = 1 << 20;
+  Typed WriteNode(const Expr& expr, const Scope& scope);
   Typed WriteColumn(const Expr& expr, const Scope& scope);
   Typed WriteUnary(const Expr& expr, const Scope& scope);
   Typed WriteBinary(const Expr& expr, const Scope& scope);

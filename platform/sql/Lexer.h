@@ -22,6 +22,7 @@ struct Token {
   int position = 0;         // 1-based offset of the first character
   bool bracketed = false;   // a [name], never a keyword
   std::string_view source;  // the token as written, for messages
+  bool reserved = false;    // a word the grammar reserves; set by the parser
 };
 
 // The tokens of `text`, ending in one kEnd token. `text` must outlive the tokens. Throws

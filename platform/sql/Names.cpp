@@ -169,9 +169,12 @@ bool IsPlainWord(std::string_view name) {
 }
 
 bool IsSqliteKeyword(std::string_view name) {
-  std::string upper(name);
-  for (char& c : upper) c = Upper(c);
-  return std::binary_search(kSqliteKeywords.begin(), kSqliteKeywords.end(), upper);
+  // No keyword is longer than CURRENT_TIMESTAMP.
+  char upper[20];
+  if (name.size() > sizeof upper) return false;
+  for (std::size_t i = 0; i < name.size(); ++i) upper[i] = Upper(name[i]);
+  return std::binary_search(kSqliteKeywords.begin(), kSqliteKeywords.end(),
+                            std::string_view(upper, name.size()));
 }
 
 }  // namespace
@@ -184,10 +187,13 @@ bool SameName(std::string_view a, std::string_view b) {
   return true;
 }
 
-std::string NameKey(std::string_view name) {
-  std::string key(name);
-  for (char& c : key) c = Lower(c);
-  return key;
+std::size_t NameHash::operator()(std::string_view name) const {
+  std::size_t hash = 14695981039346656037ull;  // FNV-1a over the lower-cased bytes
+  for (char c : name) {
+    hash ^= static_cast<unsigned char>(Lower(c));
+    hash *= 1099511628211ull;
+  }
+  return hash;
 }
 
 std::string QuoteName(std::string_view name) {

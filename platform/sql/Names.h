@@ -9,8 +9,18 @@ namespace trellin::sql {
 
 // ASCII case-insensitive equality.
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
-// ASCII lower case, the key under which names are looked up.
-[[nodiscard]] std::string NameKey(std::string_view name);
+// Hash and equality that ignore ASCII case, for maps looked up by string_view without copying.
+struct NameHash {
+  using is_transparent = void;
+  [[nodiscard]] std::size_t operator()(std::string_view name) const;
+};
+struct NameEqual {
+  using is_transparent = void;
+  [[nodiscard]] bool operator()(std::string_view a, std::string_view b) const {
+    return SameName(a, b);
+  }
+};
+
 // `name` as an SQLite identifier: as it is when it is a plain word that SQLite does not
 // reserve, otherwise in double quotes with inner quotes doubled.
 [[nodiscard]] std::string QuoteName(std::string_view name);

@@ -29,7 +29,14 @@ DepthGuard::DepthGuard(Parser& parser) : parser_(parser) {
   }
 }
 
-Parser::Parser(std::string_view text) : tokens_(Tokenize(text)) {}
+Parser::Parser(std::string_view text) : tokens_(Tokenize(text)) {
+  for (Token& token : tokens_) {
+    if (token.kind != TokenKind::kName || token.bracketed) continue;
+    for (std::string_view word : kReserved) {
+      if (SameName(word, token.text)) token.reserved = true;
+    }
+  }
+}
 
 std::unique_ptr<Query> Parser::Statement() {
   auto query = ParseQuery();
@@ -249,13 +256,7 @@ void Parser::ExpectSymbol(std::string_view symbol) {
   if (!AcceptSymbol(symbol)) Unexpected(Peek());
 }
 
-bool Parser::IsReserved(const Token& token) const {
-  if (token.kind != TokenKind::kName || token.bracketed) return false;
-  for (std::string_view word : kReserved) {
-    if (SameName(word, token.text)) return true;
-  }
-  return false;
-}
+bool Parser::IsReserved(const Token& token) const { return token.reserved; }
 
 void Parser::Unexpected(const Token& token) const {
   if (token.kind == TokenKind::kEnd) {

@@ -196,7 +196,7 @@ Typed Coerce(const Typed& t, SemType target) {
         Typed b;
         b.form = Form::kBoolean;
         b.type = SemType::Boolean;
-        b.sql = std::strtod(t.number.c_str(), nullptr) != 0 ? "1" : "0";
+        b.sql.assign(1, std::strtod(t.number.c_str(), nullptr) != 0 ? '1' : '0');
         return b;
       }
       return Expression(Wrap(t, kPrecEquality + 1) + " <> 0", SemType::Boolean, kPrecEquality);

@@ -194,6 +194,24 @@ TEST(Translate, DeepNestingFailsCleanly) {
   EXPECT_THROW((void)Translate(minus, catalog), SqlError);
 }
 
+TEST(Translate, RepeatedOperandsCannotBlowUp) {
+  Catalog catalog = SmallCatalog();
+  // Money shown as text writes its operand twice; twenty levels would be 2^20 copies.
+  std::string nested = "SELECT ";
+  for (int i = 0; i < 20; ++i) nested += "CStr(CCur(";
+  nested += "Balance" + std::string(40, ')') + " FROM Account";
+  try {
+    (void)Translate(nested, catalog);
+    FAIL() << "no error";
+  } catch (const SqlError& error) {
+    EXPECT_EQ(error.problem(), "expression too large to translate");
+  }
+  // A date shifted many times grows by its shifts only.
+  std::string shifted = "SELECT Posted";
+  for (int i = 0; i < 100; ++i) shifted += " - 1";
+  EXPECT_LT(Translate(shifted + " FROM Ledger", catalog).sqlite.size(), 20000u);
+}
+
 TEST(Translator, CachesByExactText) {
   Catalog catalog = SmallCatalog();
   Translator translator(catalog);
