@@ -35,7 +35,12 @@ const char* KindName(RowKind k) {
   return kNames[static_cast<int>(k)];
 }
 
-std::string Quote(const std::string& s) { return '"' + s + '"'; }
+std::string Quote(const std::string& s) {
+  std::string out;
+  out.reserve(s.size() + 2);
+  out.append(1, '"').append(s).append(1, '"');
+  return out;
+}
 
 std::string ValueText(const Variant& v) {
   switch (v.Kind()) {
