@@ -53,7 +53,7 @@ std::string ValueText(const Variant& v) {
     case VariantKind::Currency:
       return v.Get<Currency>()->ToString() + "@";
     case VariantKind::Date:
-      return "#" + v.Get<Date>()->ToIso() + "#";
+      return std::string(1, '#').append(v.Get<Date>()->ToIso()).append(1, '#');
     case VariantKind::Object:
       return "Object";
     default:
@@ -83,7 +83,10 @@ std::string DumpPage(const Page& page) {
   }
   for (const auto& b : page.bookmarks) {
     std::string path;
-    for (std::size_t i = 0; i < b.path.size(); ++i) path += (i ? "\\" : "") + b.path[i];
+    for (std::size_t i = 0; i < b.path.size(); ++i) {
+      if (i) path += '\\';
+      path += b.path[i];
+    }
     out << "bookmark " << Quote(path) << " @" << N(b.top) << '\n';
   }
   for (const auto& row : page.rows) {
