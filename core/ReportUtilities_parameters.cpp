@@ -83,11 +83,13 @@ std::string SelectedBooleanNames(const trellin::Parameters& Parameters, const st
       continue;
     }
     // A check box named after its code ("TypeGood") stands for the code after the prefix; one
-    // with a caption of its own stands for that caption. Quotes inside are not doubled: the
-    // codes and captions these lists are made of hold none.
-    const std::string item = parameter->Caption != parameter->Name
-                                 ? parameter->Caption
-                                 : parameter->Name.substr(Prefix.size());
+    // with a caption of its own stands for that caption. A check box with no caption at all is
+    // named after its code too. Quotes inside are not doubled: the codes and captions these
+    // lists are made of hold none.
+    const std::string& caption = parameter->Caption;
+    const std::string item = caption.empty() || caption == parameter->Name
+                                 ? parameter->Name.substr(Prefix.size())
+                                 : caption;
     if (!names.empty()) names += ',';
     names += "'" + item + "'";
   }

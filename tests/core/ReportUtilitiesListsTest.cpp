@@ -106,6 +106,7 @@ TEST(SelectedBooleanNames, CheckedBoxesAsQuotedList) {
   parameters.AddBoolean("TypeBad", true, false, "", true, false, "Bad Debt");
   parameters.AddBoolean("TypeCaution", false, false, "", true, false, "TypeCaution");
   parameters.AddBoolean("TypeXOld", true, false, "", true, false, "TypeXOld");
+  parameters.AddBoolean("TypeAdverse", true, false, "", true, false, "");
   parameters.AddBoolean("Summary", true, false, "", true, false, "Summary");
   parameters.AddString("TypeText", Variant("x"), false, "", Variant("x"), false, "TypeText");
 
@@ -113,8 +114,8 @@ TEST(SelectedBooleanNames, CheckedBoxesAsQuotedList) {
     std::string prefix, exclude, expected;
     bool all_selected;
   } cases[] = {
-      {"Type", "TypeX", "'Good','Bad Debt'", false},
-      {"Type", "", "'Good','Bad Debt','XOld'", false},
+      {"Type", "TypeX", "'Good','Bad Debt','Adverse'", false},
+      {"Type", "", "'Good','Bad Debt','XOld','Adverse'", false},
       {"TypeG", "", "'ood'", true},  // the name loses exactly the prefix
       {"Nothing", "", "", true},
       {"type", "", "", true},  // prefixes match case and all
