@@ -87,8 +87,7 @@ void AppendListParameterCondition(std::string& SQLWhere, const std::string& Fiel
 // The Boolean parameters whose Name starts with Prefix (and not with a non-empty
 // ExcludePrefix), as a quoted list of the checked ones for an IN clause: "'Good','Bad'". Each is
 // named by its Caption, or by its Name without Prefix when the Caption is the Name or empty.
-// AllSelected
-// tells whether every one of them was checked (True when there are none).
+// AllSelected tells whether every one of them was checked (True when there are none).
 [[nodiscard]] std::string SelectedBooleanNames(const trellin::Parameters& Parameters,
                                                const std::string& Prefix, bool& AllSelected,
                                                const std::string& ExcludePrefix = "");
