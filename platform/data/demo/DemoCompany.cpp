@@ -1,0 +1,100 @@
+#include "platform/data/demo/DemoCompany.h"
+
+#include <stdexcept>
+
+#include "platform/data/CompanyFile.h"
+#include "platform/data/demo/DemoChart.h"
+#include "platform/data/demo/DemoContext.h"
+
+namespace trellin::demo {
+
+namespace {
+
+constexpr int kMaxScale = 200;
+
+// The schema's indexes, to drop before the bulk insert and build again after it: building an
+// index once over sorted keys is much faster than keeping it up to date row by row.
+std::vector<std::string> DropIndexes(sqlite3* db) {
+  std::vector<std::string> created;
+  sqlite3_stmt* stmt = nullptr;
+  sqlite3_prepare_v2(db,
+                     "SELECT name, sql FROM sqlite_master WHERE type='index' AND sql IS NOT NULL "
+                     "ORDER BY name",
+                     -1, &stmt, nullptr);
+  std::vector<std::string> names;
+  while (sqlite3_step(stmt) == SQLITE_ROW) {
+    names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
+    created.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)));
+  }
+  sqlite3_finalize(stmt);
+  for (const std::string& name : names) Execute(db, "DROP INDEX \"" + name + "\"", "drop index");
+  return created;
+}
+
+}  // namespace
+
+DemoContext::DemoContext(sqlite3* handle, const DemoOptions& opts)
+    : db(handle),
+      options(opts),
+      facts(FactsOf(opts.country)),
+      calendar(opts.country),
+      random(opts.seed) {}
+
+DemoSummary BuildDemoCompany(const DemoOptions& options) {
+  if (options.path.empty()) {
+    throw std::invalid_argument("the demo company needs a file name to write to");
+  }
+  if (options.scale < 1 || options.scale > kMaxScale) {
+    throw std::invalid_argument("the demo company's scale must be from 1 to " +
+                                std::to_string(kMaxScale) + ", not " +
+                                std::to_string(options.scale));
+  }
+  FactsOf(options.country);  // an unknown country fails before any file is made
+  auto file = data::CreateCompanyFile(options.path);
+  sqlite3* db = file->Handle();
+  // The file is private until it is renamed into place, so the build needs no journal and no
+  // waiting on the disk; it goes back to WAL, as the application keeps it, at the end.
+  Execute(db, "PRAGMA journal_mode=OFF", "journal mode");
+  Execute(db, "PRAGMA synchronous=OFF", "synchronous");
+  Execute(db, "PRAGMA cache_size=-65536", "cache size");
+  const std::vector<std::string> indexes = DropIndexes(db);
+  Execute(db, "BEGIN", "begin");
+  DemoSummary summary;
+  {
+    DemoContext ctx(db, options);
+    ctx.Progress(0.0);
+    WriteSettings(ctx);
+    WriteCodeTables(ctx);
+    WriteChart(ctx);
+    WriteParties(ctx);
+    WriteItems(ctx);
+    WriteTrading(ctx);
+    WriteAssets(ctx);
+    WriteControlDifferences(ctx);
+    // Closing entries last, once every movement of every closed year is in.
+    const auto& years = ctx.calendar.Years();
+    for (std::size_t y = 0; y + 1 < years.size(); ++y) {
+      if (years[y].end < ctx.calendar.Present()) {
+        ctx.ledger->CloseYear(static_cast<int>(y), account::kRetainedEarnings);
+      }
+    }
+    WriteBudgets(ctx);
+    WriteOpenWork(ctx);
+    WriteLogs(ctx);
+    ctx.Progress(0.9);
+    summary = ctx.summary;
+    summary.present = ctx.calendar.Present();
+    summary.first_day = ctx.calendar.FirstDay();
+    summary.financial_years = static_cast<int>(years.size());
+    summary.gl_lines = ctx.ledger->Lines();
+  }
+  for (const std::string& sql : indexes) Execute(db, sql, "create index");
+  Execute(db, "COMMIT", "commit");
+  Execute(db, "ANALYZE", "analyze");
+  Execute(db, "PRAGMA journal_mode=WAL", "journal mode");
+  file->Commit();
+  if (options.progress) options.progress(1.0);
+  return summary;
+}
+
+}  // namespace trellin::demo

@@ -1,0 +1,129 @@
+#pragma once
+// What the parts of the generator share while one company is built: the connection, the
+// calendar, the random stream, the ledger, and the master data chosen so far.
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/data/demo/DemoCalendar.h"
+#include "platform/data/demo/DemoCompany.h"
+#include "platform/data/demo/DemoLedger.h"
+#include "platform/data/demo/DemoRandom.h"
+
+namespace trellin::demo {
+
+// The facts that differ between the two countries.
+struct CountryFacts {
+  const char* country;
+  const char* company;
+  const char* tax_number;
+  double tax_rate;             // per cent
+  const char* standard;        // the standard-rated tax category
+  const char* zero;            // zero rated (exports)
+  const char* exempt;          // exempt or input taxed (interest, bank fees)
+  const char* branches[2][2];  // code, city
+  const char* state;           // the state column of addresses ("" for NZ)
+};
+
+// How a customer pays: days after the due date, and how often it pays only part or nothing.
+enum class Payer { kPrompt, kOnTime, kSlow, kPartial, kBad };
+
+struct PartyInfo {
+  std::string id;
+  std::string name;
+  bool customer = false;
+  bool supplier = false;
+  std::string location;
+  std::string branch;
+  std::string employee;
+  int term = 0;  // index into the payment term table
+  Payer payer = Payer::kOnTime;
+  int weight = 1;  // how much business it does
+};
+
+struct ItemInfo {
+  std::string id;
+  std::string description;
+  int inventory = 0;  // 0 none, 1 plain, 2 serial, 3 batch
+  std::string category;
+  std::string sales_account;
+  std::string dept;
+  std::int64_t cost = 0;     // ten-thousandths, excluding tax
+  std::int64_t price = 0;    // ten-thousandths, excluding tax
+  std::size_t supplier = 0;  // index into DemoContext::suppliers
+  double min_reorder = 0;
+  double max_reorder = 0;
+};
+
+// Payment terms, in the order PartyInfo::term indexes them.
+struct TermInfo {
+  const char* id;
+  const char* description;
+  int days;              // days after the document date ...
+  bool following_month;  // ... or, when set, that day of the month following
+};
+inline constexpr TermInfo kTerms[] = {
+    {"20TH", "20th of the month following", 20, true},
+    {"7DAYS", "7 days", 7, false},
+    {"30DAYS", "30 days", 30, false},
+    {"COD", "Cash on delivery", 0, false},
+};
+
+[[nodiscard]] Date DueDate(Date date, int term);
+
+struct DemoContext {
+  DemoContext(sqlite3* handle, const DemoOptions& opts);
+
+  sqlite3* db;
+  const DemoOptions& options;
+  const CountryFacts& facts;
+  DemoCalendar calendar;
+  DemoRandom random;
+  std::unique_ptr<DemoLedger> ledger;
+
+  std::vector<std::string> branches;
+  std::vector<std::string> departments;
+  std::vector<std::string> locations;  // stock locations, LocationId
+  std::vector<std::string> employees;
+  std::vector<PartyInfo> parties;
+  std::vector<std::size_t> customers;  // indexes into parties
+  std::vector<std::size_t> suppliers;
+  std::vector<ItemInfo> items;
+  std::vector<std::string> jobs;
+
+  std::int64_t next_transaction = 1;
+  std::int64_t next_line = 1;
+  DemoSummary summary;
+
+  // Reports the fraction done to the caller's progress callback, if any.
+  void Progress(double fraction) const {
+    if (options.progress) options.progress(fraction);
+  }
+  // Whole cents from a number of dollars, for amounts written in the tables.
+  [[nodiscard]] static constexpr std::int64_t Dollars(std::int64_t d) { return d * 10000; }
+  // The tax on a net amount at the standard rate, rounded to the cent.
+  [[nodiscard]] std::int64_t TaxOn(std::int64_t net) const;
+};
+
+[[nodiscard]] const CountryFacts& FactsOf(const std::string& country);
+// A money amount rounded to whole cents.
+[[nodiscard]] std::int64_t ToCents(double ten_thousandths);
+
+// The parts of the build, in the order BuildDemoCompany runs them.
+void WriteSettings(DemoContext& ctx);
+void WriteCodeTables(DemoContext& ctx);
+void WriteChart(DemoContext& ctx);
+void WriteParties(DemoContext& ctx);
+void WriteItems(DemoContext& ctx);
+void WriteTrading(DemoContext& ctx);
+void WriteAssets(DemoContext& ctx);
+void WriteBudgets(DemoContext& ctx);
+void WriteOpenWork(DemoContext& ctx);
+void WriteLogs(DemoContext& ctx);
+void WriteControlDifferences(DemoContext& ctx);
+
+}  // namespace trellin::demo

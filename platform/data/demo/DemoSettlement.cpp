@@ -1,0 +1,148 @@
+// When and how the parties settle: receipts, payments, credits and discounts, each allocated to
+// the document it settles.
+
+#include <algorithm>
+
+#include "platform/data/demo/DemoChart.h"
+#include "platform/data/demo/DemoTrader.h"
+
+namespace trellin::demo {
+
+void Trader::PlanSettlements(Side side, std::size_t party, std::int64_t document, Date date,
+                             std::int64_t gross, const std::string& location,
+                             std::vector<Settlement>& plan) {
+  const PartyInfo& p = ctx_.parties[party];
+  const Date present = ctx_.calendar.Present();
+  const bool receivable = side == Side::kReceivables;
+  const Date due = receivable ? DueDate(date, p.term) : DueDate(date, 0);
+  auto add = [&](Date when, int type, std::int64_t amount) {
+    if (amount <= 0 || when > present) return;
+    plan.push_back({when, order_++, type, party, document, amount, location});
+  };
+  std::int64_t left = gross;
+  // A few documents are partly credited a week or two later: a return, a price put right.
+  if (r_.Chance(0.03)) {
+    const std::int64_t credit = ToCents(static_cast<double>(gross) * (0.1 + 0.2 * r_.Unit()));
+    add(date.AddDays(static_cast<int>(r_.Between(3, 20))), receivable ? 31 : 21, credit);
+    left -= credit;
+  }
+  const int pay_type = receivable ? 35 : 25;
+  if (!receivable) {
+    // The company pays its suppliers on the 20th, some bills a little late when cash is short.
+    add(due.AddDays(r_.Chance(0.1) ? static_cast<int>(r_.Between(10, 40)) : 0), pay_type, left);
+    return;
+  }
+  const int late_low[] = {-5, 0, 20, 5, 30};
+  const int late_high[] = {0, 10, 75, 20, 90};
+  const int kind = static_cast<int>(p.payer);
+  Date pay = due.AddDays(static_cast<int>(r_.Between(late_low[kind], late_high[kind])));
+  if (pay < date) pay = date;
+  switch (p.payer) {
+    case Payer::kPrompt:
+      // Prompt trade payers take the prompt payment discount.
+      if (p.weight > 1 && pay <= date.AddDays(10)) {
+        const std::int64_t discount = ToCents(static_cast<double>(gross) * 0.025);
+        add(pay, 32, discount);
+        left -= discount;
+      }
+      add(pay, pay_type, left);
+      break;
+    case Payer::kPartial: {
+      const std::int64_t half = left / 200 * 100;
+      add(pay, pay_type, half);
+      // The second half comes much later, and one in five never comes.
+      if (!r_.Chance(0.2))
+        add(pay.AddDays(static_cast<int>(r_.Between(40, 100))), pay_type, left - half);
+      break;
+    }
+    case Payer::kBad:
+      // A bad payer paid in its early years; lately it pays one document in three.
+      if (date.Serial() < present.Serial() - 400 || r_.Chance(0.33)) add(pay, pay_type, left);
+      break;
+    default:
+      add(pay, pay_type, left);
+  }
+}
+
+void Trader::Settle(const Settlement& s) {
+  const bool receivable = s.type >= 30;
+  const std::int64_t sign = receivable ? -1 : 1;
+  const PartyInfo& p = ctx_.parties[s.party];
+  const std::int64_t id = ctx_.next_transaction++;
+  const char* control = receivable ? account::kReceivables : account::kPayables;
+  struct Kind {
+    int type;
+    const char* type_id;
+    const char* prefix;
+  };
+  constexpr Kind kKinds[] = {{35, "REC", "R"}, {31, "CRN", "CR"},  {32, "DSC", "D"},
+                             {25, "PAY", "P"}, {21, "SCRN", "SC"}, {22, "PPD", "PD"}};
+  const Kind* kind = &kKinds[0];
+  for (const Kind& k : kKinds) {
+    if (k.type == s.type) kind = &k;
+  }
+  const std::string reference = std::string(kind->prefix) + std::to_string(id);
+  std::int64_t bank_entry = 0;
+  Journal journal{s.date, receivable ? "AR" : "AP", reference, p.name, 0, id, p.branch, ""};
+  if (s.type == 35 || s.type == 25) {
+    journal.source = "CB";
+    journal.lines.push_back({account::kBankCheque, -sign * s.amount});
+    journal.lines.push_back({control, sign * s.amount});
+    bank_entry = ctx_.ledger->PostBank(
+        {"CHQ", s.date, p.id, reference, receivable ? "Receipt" : "Payment"}, journal);
+  } else if (s.type == 32 || s.type == 22) {
+    journal.lines.push_back({control, sign * s.amount});
+    journal.lines.push_back(
+        {receivable ? account::kDiscountsAllowed : account::kDiscountsReceived, -sign * s.amount});
+    ctx_.ledger->Post(journal);
+  } else {
+    // A credit: one line, tax included in the amount, turned against the document.
+    const std::int64_t net =
+        ToCents(static_cast<double>(s.amount) * 100.0 / (100.0 + ctx_.facts.tax_rate));
+    const std::int64_t tax = s.amount - net;
+    const char* account = receivable ? account::kSalesShop : account::kPurchases;
+    lines_.Insert({ctx_.next_line++, id, s.type, s.date, Cell::Null{}, s.location, Cell::Null{},
+                   receivable ? "Credit - price adjustment" : "Credit - returned goods",
+                   Cell::Null{}, 0.0, std::int64_t{0}, -sign * net, std::int64_t{0}, 0.0,
+                   -sign * net, ctx_.facts.standard, -sign * tax, std::int64_t{0}});
+    journal.lines.push_back({control, sign * s.amount});
+    journal.lines.push_back(
+        {account, -sign * net, -sign * tax, ctx_.facts.standard, receivable ? "O" : "I"});
+    journal.lines.push_back({account::kGstPayable, -sign * tax});
+    const TaxPeriodSpan& period = ctx_.calendar.TaxPeriodOf(s.date);
+    tax_by_period_[static_cast<std::size_t>(ctx_.calendar.MonthIndex(period.from) /
+                                            ctx_.calendar.TaxMonths())] += -sign * tax;
+    ctx_.ledger->Post(journal);
+  }
+  static constexpr const char* kPayTypes[] = {"Q", "D", "E"};
+  const bool payment = s.type == 35 || s.type == 25;
+  transactions_.Insert({id,
+                        p.id,
+                        s.type,
+                        kind->type_id,
+                        std::string(receivable ? "AR" : "AP") + s.date.ToIso().substr(0, 4) +
+                            s.date.ToIso().substr(5, 2),
+                        reference,
+                        Cell::Null{},
+                        s.date,
+                        s.date,
+                        Cell::Null{},
+                        s.date,
+                        -sign * s.amount,
+                        std::int64_t{0},
+                        std::int64_t{0},
+                        p.employee,
+                        s.location,
+                        Cell::Null{},
+                        Cell::Null{},
+                        Cell::Null{},
+                        std::int64_t{0},
+                        payment ? Cell(kPayTypes[r_.Below(3)]) : Cell(Cell::Null{}),
+                        payment ? Cell(p.name) : Cell(Cell::Null{}),
+                        payment ? Cell("12-3456-" + std::to_string(1000000 + r_.Below(8999999)))
+                                : Cell(Cell::Null{}),
+                        bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry)});
+  allocations_.Insert({id, s.document, -sign * s.amount});
+}
+
+}  // namespace trellin::demo

@@ -1,0 +1,101 @@
+#pragma once
+// The trading years, day by day: sales and purchases with their lines and stock, what the
+// parties pay and when, and the company's own cash movements.
+
+#include <queue>
+#include <string>
+#include <vector>
+
+#include "platform/data/demo/DemoContext.h"
+#include "platform/data/demo/DemoStock.h"
+#include "platform/data/demo/DemoTable.h"
+
+namespace trellin::demo {
+
+enum class Side { kReceivables, kPayables };
+
+// A document line before it is written: signed as the receivables or payables side stores it.
+struct DocLine {
+  std::size_t item = SIZE_MAX;  // SIZE_MAX for a line with no item
+  std::string description;
+  std::string account;  // the income or expense account of the line
+  std::string dept;
+  std::string serial;
+  std::string location;  // empty: the document's
+  double quantity = 0;   // positive: what was sold or bought
+  std::int64_t unit_price = 0;
+  std::int64_t discount = 0;
+  std::int64_t value = 0;  // net of discount, excluding tax
+  std::int64_t tax = 0;
+  std::int64_t cost = 0;  // cost of the stock moved, positive
+  std::string tax_category;
+};
+
+// A settlement planned when a document is written, carried out on its day.
+struct Settlement {
+  Date date;
+  std::int64_t order = 0;  // keeps equal dates in the order they were planned
+  int type = 0;            // 35 receipt, 31 credit, 32 discount; 25, 21, 22 on payables
+  std::size_t party = 0;
+  std::int64_t document = 0;
+  std::int64_t amount = 0;  // positive
+  std::string location;
+  bool operator>(const Settlement& other) const {
+    return date != other.date ? date > other.date : order > other.order;
+  }
+};
+
+struct JobPlan {
+  std::string id;
+  std::size_t customer = 0;
+  Date opened;
+  Date invoiced;
+  std::string category;
+};
+
+class Trader {
+ public:
+  explicit Trader(DemoContext& ctx);
+  void Run();
+
+ private:
+  // Documents.
+  void SalesDay(Date day);
+  void RestockWeek(Date day);
+  void OverheadsMonth(Date month_start);
+  void JobsDay(Date day);
+  std::int64_t WriteDocument(Side side, int type, const char* type_id, std::size_t party, Date date,
+                             std::vector<DocLine>& lines, const std::string& job,
+                             const std::string& location);
+  void PlanSettlements(Side side, std::size_t party, std::int64_t document, Date date,
+                       std::int64_t gross, const std::string& location,
+                       std::vector<Settlement>& plan);
+  void Settle(const Settlement& s);
+  void StockLines(std::vector<DocLine>& lines, std::size_t item, std::size_t location,
+                  double quantity, std::int64_t unit_price, double discount_rate);
+  // Cash and the year.
+  void CashMonth(Date month_start);
+  void TaxReturns(Date day);
+  void YearEnd(int year_index);
+  void StocktakeAdjustments(Date day);
+  void FinishStock();
+  void WriteJobs();
+
+  std::int64_t Gross(const std::vector<DocLine>& lines) const;
+  std::size_t LocationIndex(const std::string& location) const;
+
+  DemoContext& ctx_;
+  DemoRandom& r_;
+  DemoStock stock_;
+  std::priority_queue<Settlement, std::vector<Settlement>, std::greater<>> due_;
+  std::int64_t order_ = 0;
+  std::vector<JobPlan> jobs_;
+  std::size_t next_job_ = 0;
+  std::vector<std::int64_t> tax_by_period_;
+  std::int64_t serial_counter_ = 1000;
+  DemoTable transactions_;
+  DemoTable lines_;
+  DemoTable allocations_;
+};
+
+}  // namespace trellin::demo
