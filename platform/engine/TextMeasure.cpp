@@ -43,6 +43,9 @@ struct TextMeasure::Impl {
     cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
     pango_cairo_context_set_font_options(context, options);
     cairo_font_options_destroy(options);
+    // At 72 dots to the inch a whole pixel is a whole point: rounded glyph positions would make
+    // widths jump by points instead of following the font's design.
+    pango_context_set_round_glyph_positions(context, FALSE);
     layout = pango_layout_new(context);
   }
   ~Impl() {

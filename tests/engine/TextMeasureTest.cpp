@@ -1,0 +1,72 @@
+#include <gtest/gtest.h>
+
+#include "platform/engine/TextMeasure.h"
+
+namespace trellin::engine {
+namespace {
+
+TEST(TextMeasure, WrapsAtBreaksThenWordsThenInsideLongWords) {
+  TextMeasure measure;
+  FontSpec arial;
+  struct Case {
+    const char* text;
+    float width;
+    std::vector<std::string> lines;
+  } cases[] = {
+      {"", 2000, {}},
+      {"Retail", 2000, {"Retail"}},
+      {"Normal\r\nTax", 2000, {"Normal", "Tax"}},
+      {"one\ntwo\nthree", 5000, {"one", "two", "three"}},
+      {"alpha beta gamma delta", 1500, {"alpha beta", "gamma delta"}},
+      {"Supercalifragilistic", 600, {"Superc", "alifrag", "ilistic"}},
+  };
+  for (const auto& c : cases) {
+    auto lines = measure.Wrap(c.text, arial, c.width);
+    // Pango decides where a long word breaks; what matters is that every line fits and no text
+    // is lost.
+    if (std::string(c.text) == "Supercalifragilistic") {
+      std::string joined;
+      for (const auto& l : lines) {
+        EXPECT_LE(measure.Width(l, arial), c.width + 1) << l;
+        joined += l;
+      }
+      EXPECT_EQ(joined, c.text);
+      EXPECT_GE(lines.size(), 2u);
+      continue;
+    }
+    EXPECT_EQ(lines, c.lines) << c.text;
+  }
+}
+
+TEST(TextMeasure, LayoutFontNamesMeasureAsTheirMetricTwins) {
+  TextMeasure measure;
+  struct Case {
+    const char* layout_name;
+    const char* twin;
+  } cases[] = {{"Arial", "Liberation Sans"},
+               {"Times New Roman", "Liberation Serif"},
+               {"Courier New", "Liberation Mono"}};
+  for (const auto& c : cases) {
+    FontSpec named;
+    named.name = c.layout_name;
+    FontSpec twin;
+    twin.name = c.twin;
+    EXPECT_FLOAT_EQ(measure.Width("Balance brought forward", named),
+                    measure.Width("Balance brought forward", twin))
+        << c.layout_name;
+    EXPECT_FLOAT_EQ(measure.LineHeight(named), measure.LineHeight(twin)) << c.layout_name;
+  }
+  FontSpec ten;
+  FontSpec twenty;
+  twenty.size = 20;
+  // A 10 point line is a little over 10 points (200 twips) tall; sizes scale linearly.
+  EXPECT_GT(measure.LineHeight(ten), 200);
+  EXPECT_LT(measure.LineHeight(ten), 260);
+  EXPECT_NEAR(measure.Width("WWW", twenty), 2 * measure.Width("WWW", ten), 1.0);
+  FontSpec bold;
+  bold.bold = true;
+  EXPECT_GT(measure.Width("Total", bold), measure.Width("Total", ten));
+}
+
+}  // namespace
+}  // namespace trellin::engine
