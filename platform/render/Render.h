@@ -18,6 +18,10 @@ enum class Format { Pdf, Png, Html, Text, Csv, Xlsx };
 struct RenderOptions {
   // Resolution of PNG pages, in dots per inch (96 gives 816 x 1056 pixels for Letter).
   double png_dpi = 96.0;
+  // The character cell of plain text output, in twips (see TextPage.h): 100 across reads a 10pt
+  // Arial report at about its printed width; 240 down is six lines to the inch.
+  float text_column_twips = 100;
+  float text_line_twips = 240;
 };
 
 // Raised for output that cannot be written (missing folder, full disk, bad options) and for a

@@ -140,6 +140,10 @@ TEST(Formats, ExtensionsAndNames) {
   RenderOptions bad;
   bad.png_dpi = 0;
   EXPECT_THROW((void)MakeSink(Format::Png, "x.png", bad), RenderError);
+  RenderOptions no_cell;
+  no_cell.text_line_twips = 0;
+  EXPECT_THROW((void)MakeSink(Format::Text, "x.txt", no_cell), RenderError);
+  EXPECT_THROW((void)MakeSink(Format::Pdf, "folder/"), RenderError);
 }
 
 }  // namespace
