@@ -28,7 +28,7 @@ void MoveInCommaList(std::string& List, const std::string& Item, bool First, boo
   }
   // Presence is a substring test while removal takes whole items only: an item that is part of
   // another entry ("Item" in "ItemId") passes the test, removes nothing and comes in again.
-  // Clause lists are built from distinct names, where this never matters.
+  // Reports' clause lists are written with this behaviour in mind, so it is kept.
   if (InStr(List, item) > 0) {
     List = Replace("," + Trim(List) + ",", "," + item + ",", ",");
     if (!List.empty() && List.front() == ',') List.erase(0, 1);
@@ -45,7 +45,7 @@ bool SplitGroupings(const Variant& Value, std::vector<std::string>& Names,
                     std::vector<bool>& PageBreaks) {
   Names.clear();
   PageBreaks.clear();
-  const std::string text = Value.IsNull() ? std::string() : Value.Text();
+  const std::string text = Value.Text();
   if (text.empty()) return false;
 
   Utilities& utilities = TrellinReportGlobals::RequireBusinessLayer().Utilities();
