@@ -77,7 +77,12 @@ std::unique_ptr<engine::PageSink> MakeSink(Format format, const std::filesystem:
     case Format::Html:
       return std::make_unique<HtmlSink>(target);
     case Format::Text:
-      return std::make_unique<TextSink>(target);
+      if (!(options.text_column_twips >= 10 && options.text_column_twips <= 1440 &&
+            options.text_line_twips >= 10 && options.text_line_twips <= 1440)) {
+        throw RenderError("Text cell size must be between 10 and 1440 twips");
+      }
+      return std::make_unique<TextSink>(
+          target, TextGrid{options.text_column_twips, options.text_line_twips});
     case Format::Csv:
       return std::make_unique<CsvSink>(target);
     case Format::Xlsx:
