@@ -63,19 +63,20 @@ const FieldInfo& MemoryRecordset::Field(int index) const {
   return fields_[index];
 }
 
-std::size_t MemoryRecordset::CurrentRow(const char* action) const {
-  if (position_ < 0 || position_ >= End()) {
-    throw RecordsetError(std::string(action) + ": there is no current row (" +
-                         (position_ < 0 ? "BOF" : "EOF") + ")");
-  }
-  std::size_t row = view_[position_];
-  if (deleted_[row]) throw RecordsetError(std::string(action) + ": the current row was deleted");
-  return row;
+std::size_t MemoryRecordset::CurrentRow(std::string_view action, std::string_view field) const {
+  bool on_row = position_ >= 0 && position_ < End();
+  if (on_row && !deleted_[view_[position_]]) return view_[position_];
+  // The message is built only here: reads are the hot path.
+  std::string what(action);
+  if (!field.empty()) what += " " + std::string(field);
+  if (on_row) throw RecordsetError(what + ": the current row was deleted");
+  throw RecordsetError(what + ": there is no current row (" + (position_ < 0 ? "BOF" : "EOF") +
+                       ")");
 }
 
 const Variant& MemoryRecordset::Value(int index) const {
   const FieldInfo& field = Field(index);
-  std::size_t row = CurrentRow(("reading " + field.name).c_str());
+  std::size_t row = CurrentRow("reading", field.name);
   return edit_ ? (*edit_)[index] : rows_[row][index];
 }
 

@@ -60,8 +60,9 @@ class MemoryRecordset : public Recordset {
 
   [[nodiscard]] bool Visible(Position p) const;
   [[nodiscard]] Position End() const { return static_cast<Position>(view_.size()); }
-  // Row index under the cursor; throws RecordsetError when there is no current row.
-  [[nodiscard]] std::size_t CurrentRow(const char* action) const;
+  // Row index under the cursor; throws RecordsetError, saying "<action> <field>", when there is
+  // no current row.
+  [[nodiscard]] std::size_t CurrentRow(std::string_view action, std::string_view field = {}) const;
   void RequireUpdatable(const char* action) const;
   // Keeps a pending edit before the cursor moves or the view changes.
   void Commit();

@@ -78,7 +78,7 @@ void MemoryRecordset::AddNew() {
 void MemoryRecordset::SetValue(int index, const Variant& value) {
   RequireUpdatable("Writing a field");
   const FieldInfo& field = Field(index);
-  std::size_t row = CurrentRow(("writing " + field.name).c_str());
+  std::size_t row = CurrentRow("writing", field.name);
   Variant converted = ToFieldType(field, value);
   if (!edit_) edit_ = rows_[row];
   (*edit_)[index] = std::move(converted);
