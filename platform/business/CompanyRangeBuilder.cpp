@@ -1,8 +1,8 @@
 #include "platform/business/CompanyRangeBuilder.h"
 
-#include <algorithm>
 #include <optional>
 #include <stdexcept>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/business/RangeText.h"
@@ -61,13 +61,13 @@ std::string CompanyRangeBuilder::BuildRangeCondition(const std::string& field,
   }
   const bool numeric = data_type == kNumberDataType;
   std::vector<std::string> singles;
+  // A pasted list may hold thousands of codes; repeats are found by hash, not by scanning.
+  std::unordered_set<std::string> seen;
   std::vector<std::string> ranges;
   for (const RangeItem& item : ParseRangeText(value)) {
     if (!item.IsRange) {
       std::string sql = MakeLiteral(*item.From, numeric, value).sql;
-      if (std::find(singles.begin(), singles.end(), sql) == singles.end()) {
-        singles.push_back(std::move(sql));
-      }
+      if (seen.insert(sql).second) singles.push_back(std::move(sql));
       continue;
     }
     std::optional<Literal> from;

@@ -1,9 +1,16 @@
 #include "platform/business/CompanyUtilities.h"
 
+#include <stdexcept>
+#include <string>
+
 namespace trellin::business {
 
 std::string CompanyUtilities::GetNextToken(const std::string& text, std::int64_t& position,
                                            int delimiter_code) {
+  if (delimiter_code < 1 || delimiter_code > 255) {
+    throw std::invalid_argument("GetNextToken takes a delimiter code from 1 to 255, not " +
+                                std::to_string(delimiter_code) + ".");
+  }
   const auto length = static_cast<std::int64_t>(text.size());
   // Position Len + 1 is the empty token after a final delimiter; anything else outside the text
   // has no token at all.

@@ -15,7 +15,7 @@ namespace trellin::business {
 // are not part of the token ("" inside them stands for one quote); blanks are kept. `position`
 // moves past the delimiter; when no delimiter follows, or `position` is not inside the text, it
 // turns -1 (the token read last is still returned). A text ending in the delimiter gives one
-// empty token more.
+// empty token more. Throws std::invalid_argument for a delimiter code outside 1 to 255.
 class CompanyUtilities : public Utilities {
  public:
   [[nodiscard]] std::string GetNextToken(const std::string& text, std::int64_t& position,

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -57,6 +58,8 @@ TEST(GetNextTokenTest, PositionOutsideTheTextGivesNoToken) {
   }
   std::int64_t position = 3;
   EXPECT_EQ(utilities.GetNextToken("A,B", position, 44), "B");
+  position = 1;
+  EXPECT_THROW((void)utilities.GetNextToken("A,B", position, 300), std::invalid_argument);
 }
 
 }  // namespace
