@@ -1,6 +1,7 @@
 #pragma once
 // The controls of one section, in the order they were laid out or added.
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
@@ -40,23 +41,30 @@ class Controls {
   Control& Add(std::string_view class_name, std::string name = {});
   Control& Add(ControlClass cls, std::string name = {});
 
+  // Walks by position, so that controls added while walking are reached too and nothing is
+  // invalidated.
   class Iterator {
    public:
-    using Base = std::vector<std::unique_ptr<Control>>::const_iterator;
-    explicit Iterator(Base it) : it_(it) {}
-    Control& operator*() const { return **it_; }
-    Control* operator->() const { return it_->get(); }
+    Iterator(const std::vector<std::unique_ptr<Control>>* items, std::size_t at)
+        : items_(items), at_(at) {}
+    Control& operator*() const { return *(*items_)[at_]; }
+    Control* operator->() const { return (*items_)[at_].get(); }
     Iterator& operator++() {
-      ++it_;
+      ++at_;
       return *this;
     }
-    bool operator==(const Iterator& o) const { return it_ == o.it_; }
+    // Equal when both are at or past the end, however far the list grew meanwhile.
+    bool operator==(const Iterator& o) const {
+      std::size_t n = items_->size();
+      return std::min(at_, n) == std::min(o.at_, n);
+    }
 
    private:
-    Base it_;
+    const std::vector<std::unique_ptr<Control>>* items_;
+    std::size_t at_;
   };
-  [[nodiscard]] Iterator begin() const { return Iterator(items_.begin()); }
-  [[nodiscard]] Iterator end() const { return Iterator(items_.end()); }
+  [[nodiscard]] Iterator begin() const { return Iterator(&items_, 0); }
+  [[nodiscard]] Iterator end() const { return Iterator(&items_, static_cast<std::size_t>(-1)); }
 
  private:
   std::string owner_;

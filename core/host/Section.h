@@ -2,6 +2,8 @@
 // A band of a report: its height and flags, and its controls. Plain data; the engine keeps all
 // run state (group keys, totals, page positions) elsewhere.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -103,23 +105,30 @@ class Sections {
   // Appends a section; throws std::invalid_argument for a name already used.
   Section& Add(SectionType type, std::string name);
 
+  // Walks by position, so that controls added while walking are reached too and nothing is
+  // invalidated.
   class Iterator {
    public:
-    using Base = std::vector<std::unique_ptr<Section>>::const_iterator;
-    explicit Iterator(Base it) : it_(it) {}
-    Section& operator*() const { return **it_; }
-    Section* operator->() const { return it_->get(); }
+    Iterator(const std::vector<std::unique_ptr<Section>>* items, std::size_t at)
+        : items_(items), at_(at) {}
+    Section& operator*() const { return *(*items_)[at_]; }
+    Section* operator->() const { return (*items_)[at_].get(); }
     Iterator& operator++() {
-      ++it_;
+      ++at_;
       return *this;
     }
-    bool operator==(const Iterator& o) const { return it_ == o.it_; }
+    // Equal when both are at or past the end, however far the list grew meanwhile.
+    bool operator==(const Iterator& o) const {
+      std::size_t n = items_->size();
+      return std::min(at_, n) == std::min(o.at_, n);
+    }
 
    private:
-    Base it_;
+    const std::vector<std::unique_ptr<Section>>* items_;
+    std::size_t at_;
   };
-  [[nodiscard]] Iterator begin() const { return Iterator(items_.begin()); }
-  [[nodiscard]] Iterator end() const { return Iterator(items_.end()); }
+  [[nodiscard]] Iterator begin() const { return Iterator(&items_, 0); }
+  [[nodiscard]] Iterator end() const { return Iterator(&items_, static_cast<std::size_t>(-1)); }
 
  private:
   std::vector<std::unique_ptr<Section>> items_;

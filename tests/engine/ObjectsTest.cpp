@@ -184,3 +184,20 @@ Sections:
 
 }  // namespace
 }  // namespace trellin::engine
+
+namespace trellin::engine {
+namespace {
+
+TEST(Objects, ControlsAddedWhileWalkingAreReached) {
+  testing::TestReport report(kTwoSections);
+  Controls& controls = report.Sections()["Detail"].Controls();
+  std::vector<std::string> seen;
+  for (Control& c : controls) {
+    seen.push_back(c.Name());
+    if (seen.size() < 3) controls.Add("Field", "txtAdded" + std::to_string(seen.size()));
+  }
+  EXPECT_EQ(seen, (std::vector<std::string>{"txtId", "txtAdded1", "txtAdded2"}));
+}
+
+}  // namespace
+}  // namespace trellin::engine
