@@ -53,10 +53,14 @@ Variant ReadLong(sqlite3_stmt* stmt, int column, const ResultField& field) {
   switch (sqlite3_column_type(stmt, column)) {
     case SQLITE_INTEGER:
       return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
-    case SQLITE_FLOAT:
+    case SQLITE_FLOAT: {
       // A whole-number column computed in floating point: rounded half to even, as CLng does.
-      return Variant(
-          static_cast<std::int64_t>(std::nearbyint(sqlite3_column_double(stmt, column))));
+      double value = sqlite3_column_double(stmt, column);
+      if (!std::isfinite(value) || std::fabs(value) > 9.2e18) {
+        Misfit(stmt, column, field, "a whole number");
+      }
+      return Variant(static_cast<std::int64_t>(std::nearbyint(value)));
+    }
     default:
       if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(*n);
       Misfit(stmt, column, field, "a whole number");

@@ -57,6 +57,10 @@ TEST(ColumnReader, StoredValuesThatDoNotFitTheirTypeAreErrors) {
       {"SELECT 'maybe'", FieldType::Boolean,
        "the column 'X' holds 'maybe', which is not True or False"},
       {"SELECT 45000", FieldType::Date, "the column 'X' holds '45000', which is not a date"},
+      {"SELECT 1e300", FieldType::Long,
+       "the column 'X' holds '1.0e+300', which is not a whole number"},
+      {"SELECT 1e300", FieldType::Currency,
+       "the column 'X' holds '1.0e+300', which is not an amount"},
   };
   auto db = MemoryDatabase("SELECT 1");
   for (const auto& c : cases) {
