@@ -29,6 +29,7 @@ struct DataColumn {
   bool Hidden = false;     // not laid out
   bool Totalled = false;   // summed in group footers and the report footer
   std::string GroupCaption;  // caption over a group of columns
+  bool MultiLine = false;    // a text column whose field grows to hold several lines
 };
 
 class DataColumns {

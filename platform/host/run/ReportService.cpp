@@ -1,0 +1,40 @@
+#include "platform/host/run/ReportService.h"
+
+#include "layouts/EmbeddedLayouts.h"
+#include "platform/engine/LayoutLibrary.h"
+#include "platform/host/ReportHost.h"
+
+namespace trellin::host {
+
+namespace {
+
+std::optional<engine::StoredLayout> CompiledLayout(std::string_view designer) {
+  std::optional<layouts::EmbeddedLayout> found = layouts::FindEmbeddedLayout(designer);
+  if (!found) return std::nullopt;
+  return engine::StoredLayout{std::string(found->path), std::string(found->text)};
+}
+
+}  // namespace
+
+ReportService::ReportService(std::shared_ptr<data::SqliteDatabase> database)
+    : database_(std::move(database)), catalogue_(trellin::Catalogue()) {
+  if (!database_) throw std::invalid_argument("The report service needs a company database.");
+  business_layer_ = std::make_shared<business::CompanyBusinessLayer>(database_);
+  application_ = std::make_shared<business::CompanyApplication>(database_);
+  // The factory holds the business layer weakly: the layer owns the factory.
+  std::weak_ptr<business::CompanyBusinessLayer> weak_layer = business_layer_;
+  business_layer_->SetReportFactory([weak_layer]() -> std::shared_ptr<TLReport> {
+    return std::make_shared<ReportHost>(weak_layer.lock());
+  });
+  ActiveReport::SetLayoutProvider(std::make_shared<engine::LayoutLibrary>(
+      CompiledLayout, std::filesystem::path(application_->Options().TemplateFolder())));
+  reports_.Initialise(business_layer_, application_);
+}
+
+std::unique_ptr<ReportService> ReportService::Open(const std::string& company_path) {
+  return std::make_unique<ReportService>(data::SqliteDatabase::Open(company_path));
+}
+
+ReportService::~ReportService() = default;
+
+}  // namespace trellin::host
