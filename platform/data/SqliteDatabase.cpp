@@ -78,6 +78,10 @@ void SqliteDatabase::LoadCatalog() {
   translator_ = std::make_unique<sql::Translator>(catalog_);
 }
 
+bool SqliteDatabase::ReadOnly() const {
+  return sqlite3_db_readonly(connection_->Handle(), "main") == 1;
+}
+
 std::string SqliteDatabase::ConnectionString() const {
   return "Data Source=" + path_ + ";Mode=ReadOnly";
 }

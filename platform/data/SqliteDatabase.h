@@ -29,6 +29,9 @@ class SqliteDatabase : public Database {
   // "Data Source=<path>;Mode=ReadOnly".
   std::string ConnectionString() const override;
   [[nodiscard]] const std::string& Path() const { return path_; }
+  // Whether SQLite holds the file read-only (always, once opened): the guarantee behind the
+  // translator's refusal of anything but SELECT.
+  [[nodiscard]] bool ReadOnly() const;
   // The tables and typed columns of the file, as the translator sees them.
   [[nodiscard]] const sql::Catalog& Catalog() const { return catalog_; }
 

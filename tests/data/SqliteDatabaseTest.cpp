@@ -139,6 +139,7 @@ TEST(SqliteDatabase, NeverWritesTheCompanyFile) {
   std::string before = Bytes(path);
   {
     auto db = SqliteDatabase::Open(path);
+    EXPECT_TRUE(db->ReadOnly());
     for (const char* sql : {"DELETE FROM Line", "UPDATE Line SET Amount=0",
                             "INSERT INTO Line(Id) VALUES (9)", "DROP TABLE Line"}) {
       EXPECT_THROW((void)db->Query(sql), DatabaseError) << sql;
