@@ -96,29 +96,6 @@ TEST(ClientRecordset, EditsAreKeptOnMoveAndDroppedOnCancel) {
   EXPECT_EQ(rs->Value("TransactionId").ToLong(), 2) << "back on the row before AddNew";
 }
 
-TEST(ClientRecordset, SortsFiltersAndFindsLikeQueryResults) {
-  auto rs = Outstanding();
-  struct Row {
-    int id;
-    const char* date;
-    std::int64_t total;
-  } rows[] = {{1, "2024-01-10", 500}, {2, "2024-01-03", -200}, {3, "2024-01-10", 0}};
-  for (const auto& row : rows) {
-    rs->AddNew();
-    rs->SetValue("TransactionId", Variant(row.id));
-    rs->SetValue("Date", Variant(row.date));
-    rs->SetValue("Total", Variant(Currency::FromWhole(row.total)));
-    rs->Update();
-  }
-  rs->Sort("Date DESC, Total");
-  EXPECT_EQ(Walk(*rs, "TransactionId"), "3,1,2");
-  rs->Filter("Total<>0");
-  EXPECT_EQ(Walk(*rs, "TransactionId"), "1,2");
-  rs->MoveFirst();
-  rs->Find("Total<0");
-  EXPECT_EQ(rs->Value("TransactionId").ToLong(), 2);
-}
-
 TEST(ClientRecordset, FieldsAreAppendedOnce) {
   auto rs = NewClientRecordset();
   EXPECT_THROW(rs->AddNew(), RecordsetError) << "no fields yet";
