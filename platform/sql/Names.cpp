@@ -179,14 +179,6 @@ bool IsSqliteKeyword(std::string_view name) {
 
 }  // namespace
 
-bool SameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (Lower(a[i]) != Lower(b[i])) return false;
-  }
-  return true;
-}
-
 std::size_t NameHash::operator()(std::string_view name) const {
   std::size_t hash = 14695981039346656037ull;  // FNV-1a over the lower-cased bytes
   for (char c : name) {

@@ -8,7 +8,15 @@
 namespace trellin::sql {
 
 // ASCII case-insensitive equality.
-[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+[[nodiscard]] inline bool SameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    char x = a[i], y = b[i];
+    if (x == y) continue;
+    if ((x | 0x20) != (y | 0x20) || (x | 0x20) < 'a' || (x | 0x20) > 'z') return false;
+  }
+  return true;
+}
 // Hash and equality that ignore ASCII case, for maps looked up by string_view without copying.
 struct NameHash {
   using is_transparent = void;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <unordered_set>
 
 #include "platform/sql/Names.h"
 #include "platform/sql/SqlError.h"
@@ -30,11 +31,11 @@ DepthGuard::DepthGuard(Parser& parser) : parser_(parser) {
 }
 
 Parser::Parser(std::string_view text) : tokens_(Tokenize(text)) {
+  static const std::unordered_set<std::string_view, NameHash, NameEqual> reserved(kReserved.begin(),
+                                                                                  kReserved.end());
   for (Token& token : tokens_) {
-    if (token.kind != TokenKind::kName || token.bracketed) continue;
-    for (std::string_view word : kReserved) {
-      if (SameName(word, token.text)) token.reserved = true;
-    }
+    token.reserved =
+        token.kind == TokenKind::kName && !token.bracketed && reserved.count(token.text) > 0;
   }
 }
 
@@ -212,11 +213,6 @@ std::unique_ptr<Query> Parser::ParseParenthesisedQuery() {
   return query;
 }
 
-const Token& Parser::Peek(std::size_t ahead) const {
-  std::size_t index = pos_ + ahead;
-  return index < tokens_.size() ? tokens_[index] : tokens_.back();
-}
-
 const Token& Parser::Advance() {
   const Token& token = tokens_[pos_];
   if (pos_ + 1 < tokens_.size()) ++pos_;
@@ -229,11 +225,6 @@ bool Parser::IsKeyword(const Token& token, std::string_view word) const {
 
 bool Parser::PeekKeyword(std::string_view word, std::size_t ahead) const {
   return IsKeyword(Peek(ahead), word);
-}
-
-bool Parser::PeekSymbol(std::string_view symbol, std::size_t ahead) const {
-  const Token& token = Peek(ahead);
-  return token.kind == TokenKind::kSymbol && token.text == symbol;
 }
 
 bool Parser::AcceptKeyword(std::string_view word) {

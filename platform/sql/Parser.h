@@ -51,11 +51,19 @@ class Parser {
   std::unique_ptr<Query> ParseParenthesisedQuery();
 
   // Tokens.
-  [[nodiscard]] const Token& Peek(std::size_t ahead = 0) const;
+  [[nodiscard]] const Token& Peek(std::size_t ahead = 0) const {
+    std::size_t index = pos_ + ahead;
+    return index < tokens_.size() ? tokens_[index] : tokens_.back();
+  }
   const Token& Advance();
   [[nodiscard]] bool IsKeyword(const Token& token, std::string_view word) const;
   [[nodiscard]] bool PeekKeyword(std::string_view word, std::size_t ahead = 0) const;
-  [[nodiscard]] bool PeekSymbol(std::string_view symbol, std::size_t ahead = 0) const;
+  // Symbols are one or two characters.
+  [[nodiscard]] bool PeekSymbol(std::string_view symbol, std::size_t ahead = 0) const {
+    const Token& token = Peek(ahead);
+    return token.kind == TokenKind::kSymbol && token.text.size() == symbol.size() &&
+           token.text[0] == symbol[0] && (symbol.size() == 1 || token.text[1] == symbol[1]);
+  }
   bool AcceptKeyword(std::string_view word);
   bool AcceptSymbol(std::string_view symbol);
   void ExpectKeyword(std::string_view word);
