@@ -14,7 +14,16 @@ float PangoToTwips(int pango_units) {
 }
 
 std::string FontKey(const FontSpec& f) {
-  return f.name + '|' + std::to_string(f.size) + (f.bold ? "|b" : "|") + (f.italic ? "i" : "");
+  std::string key = f.name;
+  key += '|';
+  key += std::to_string(std::lround(f.size * 100));
+  key += f.bold ? "|b" : "|";
+  key += f.italic ? "i" : "";
+  return key;
+}
+
+bool SameFont(const FontSpec& a, const FontSpec& b) {
+  return a.size == b.size && a.bold == b.bold && a.italic == b.italic && a.name == b.name;
 }
 
 }  // namespace
@@ -31,6 +40,8 @@ struct TextMeasure::Impl {
   PangoContext* context = nullptr;
   PangoLayout* layout = nullptr;
   std::unordered_map<std::string, std::unique_ptr<FontData>> fonts;
+  FontData* last = nullptr;
+  FontSpec last_spec;
 
   Impl() {
     PangoFontMap* map = pango_cairo_font_map_get_default();
@@ -59,6 +70,15 @@ TextMeasure::TextMeasure() : impl_(std::make_unique<Impl>()) {}
 TextMeasure::~TextMeasure() = default;
 
 TextMeasure::FontData& TextMeasure::Font(const FontSpec& spec) {
+  // Lines of a report ask for the same few fonts over and over, mostly the one asked last.
+  if (impl_->last && SameFont(impl_->last_spec, spec)) return *impl_->last;
+  FontData& font = LookUp(spec);
+  impl_->last = &font;
+  impl_->last_spec = spec;
+  return font;
+}
+
+TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& spec) {
   std::string key = FontKey(spec);
   auto it = impl_->fonts.find(key);
   if (it != impl_->fonts.end()) return *it->second;

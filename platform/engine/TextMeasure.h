@@ -33,6 +33,7 @@ class TextMeasure {
  private:
   struct FontData;
   FontData& Font(const FontSpec& font);
+  FontData& LookUp(const FontSpec& font);
 
   struct Impl;
   std::unique_ptr<Impl> impl_;
