@@ -51,6 +51,11 @@ SemType ArithmeticOperandType(SemType type) {
   }
 }
 
+// Money as its amount; other numbers as they are.
+Typed Unscaled(const Typed& t) {
+  return t.type == SemType::Currency ? Coerce(t, SemType::Double) : t;
+}
+
 // Date plus a number of days: the result keeps its time only when it has one.
 Typed ShiftDate(const Typed& date, const Typed& days, bool subtract) {
   Typed amount = Coerce(days, SemType::Double);
@@ -316,15 +321,14 @@ Typed Emitter::WriteArithmetic(Op op, Typed left, Typed right, int position) {
           left.type == SemType::Currency || left.type == SemType::Double
               ? Coerce(left, SemType::Double)
               : Expression("CAST(" + left.sql + " AS REAL)", SemType::Double, kPrecAtom);
-      return Binary(dividend, "/", Coerce(right, SemType::Double), kPrecMul, SemType::Double);
+      return Binary(dividend, "/", Unscaled(right), kPrecMul, SemType::Double);
     }
     case Op::kIntDiv:
     case Op::kMod:
       return Binary(Coerce(left, SemType::Long), op == Op::kMod ? "%" : "/",
                     Coerce(right, SemType::Long), kPrecMul, SemType::Long);
     case Op::kPow:
-      return Expression("POWER(" + Coerce(left, SemType::Double).sql + ", " +
-                            Coerce(right, SemType::Double).sql + ")",
+      return Expression("POWER(" + Unscaled(left).sql + ", " + Unscaled(right).sql + ")",
                         SemType::Double, kPrecAtom);
     default:
       break;

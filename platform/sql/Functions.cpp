@@ -126,8 +126,9 @@ Typed Int(Args& a) {
   }
   if (a[0].type == SemType::Long) return a[0];
   std::string d = Wrap(Coerce(a[0], SemType::Double), kPrecCompare + 1);
-  return Expression("CAST(" + d + " AS INTEGER) - (" + d + " < CAST(" + d + " AS INTEGER))",
-                    SemType::Double, kPrecAdd);
+  return Expression(
+      "CAST(CAST(" + d + " AS INTEGER) - (" + d + " < CAST(" + d + " AS INTEGER)) AS REAL)",
+      SemType::Double, kPrecAtom);
 }
 
 Typed Fix(Args& a) {
@@ -136,8 +137,8 @@ Typed Fix(Args& a) {
     return Expression(x + " - " + x + " % 10000", SemType::Currency, kPrecAdd);
   }
   if (a[0].type == SemType::Long) return a[0];
-  return Expression("CAST(" + NumberOf(a[0], SemType::Double) + " AS INTEGER)", SemType::Double,
-                    kPrecAtom);
+  return Expression("CAST(CAST(" + NumberOf(a[0], SemType::Double) + " AS INTEGER) AS REAL)",
+                    SemType::Double, kPrecAtom);
 }
 
 Typed CCur(Args& a) { return Coerce(a[0], SemType::Currency); }

@@ -162,6 +162,15 @@ Typed Coerce(const Typed& t, SemType target) {
           return Expression("CAST(" + t.sql + " AS REAL)", SemType::Double, kPrecAtom);
         case SemType::Date:
           return Expression("JULIANDAY(" + t.sql + ") - 2415018.5", SemType::Double, kPrecAdd);
+        case SemType::Long:
+          // A Double comes back as REAL, even where its value is whole.
+          if (t.form == Form::kNumber) {
+            return Relabel(
+                NumberLiteral(t.number.find_first_of(".eE") == std::string::npos ? t.number + ".0"
+                                                                                 : t.number),
+                SemType::Double);
+          }
+          return Expression("CAST(" + t.sql + " AS REAL)", SemType::Double, kPrecAtom);
         default:
           return Relabel(t, SemType::Double);
       }

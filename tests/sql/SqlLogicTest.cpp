@@ -162,7 +162,7 @@ std::string RenderValue(sqlite3_stmt* statement, int column, SemType type) {
       return value == 1 ? "True" : value == 0 ? "False" : mismatch("NOT-0/1");
     }
     case SemType::Double:
-      if (storage != SQLITE_FLOAT && storage != SQLITE_INTEGER) return mismatch("NOT-NUMBER");
+      if (storage != SQLITE_FLOAT) return mismatch("NOT-REAL");
       return DoubleText(sqlite3_column_double(statement, column));
     case SemType::Date:
     case SemType::Text:

@@ -44,7 +44,7 @@ struct BlockResult {
 // The rows of a prepared statement as text, each value shown by the column's type: money as
 // its shortest exact decimal, dates as ISO text, booleans True/False, NULL as NULL, an empty
 // text as (empty). A value whose storage class does not match its type is shown with the
-// class in front ("REAL?12.5"), so that the test fails.
+// class in front ("NOT-INTEGER?12.5"), so that the test fails.
 [[nodiscard]] std::string RenderValue(sqlite3_stmt* statement, int column, SemType type);
 
 }  // namespace trellin::sql::testing
