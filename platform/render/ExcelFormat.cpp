@@ -75,7 +75,9 @@ std::string Translate(std::string_view mask, bool date) {
       out += mask.substr(i + 1, end - i - 1);
       out += '"';
       i = end;
-    } else if (c == '\\' && i + 1 < mask.size()) {
+    } else if (i + 1 < mask.size() && (c == '\\' || (!date && (c == 'E' || c == 'e') &&
+                                                     (mask[i + 1] == '+' || mask[i + 1] == '-')))) {
+      // An escaped character, or scientific notation (E+ or E-): both pass as a pair.
       out += mask.substr(i, 2);
       ++i;
     } else if (c == ';' && !date) {
@@ -89,10 +91,6 @@ std::string Translate(std::string_view mask, bool date) {
     } else if (date && (c == 'n' || c == 'N')) {
       out += 'm';
       any_placeholder = true;
-    } else if (!date && (c == 'E' || c == 'e') && i + 1 < mask.size() &&
-               (mask[i + 1] == '+' || mask[i + 1] == '-')) {
-      out += mask.substr(i, 2);  // scientific notation, E+ or E-
-      ++i;
     } else if ((date ? kDatePlaceholders : kNumberPlaceholders).find(c) != std::string_view::npos) {
       out += c;
       any_placeholder = any_placeholder || (c != '.' && c != ',');

@@ -64,6 +64,8 @@ TEST(ExcelFormat, MasksBecomeSpreadsheetFormats) {
       {"#,##0.00;(#,##0.00)", CellKind::Money, "#,##0.00;(#,##0.00)"},
       {"#,###,##0;(#,###,##0);\"\";\"-\"", CellKind::Money, "#,###,##0;(#,###,##0);\"\""},
       {"0.0%", CellKind::Real, "0.0%"},
+      {"0.00E+00", CellKind::Real, "0.00E+00"},
+      {"Each 0", CellKind::Real, "\\E\\a\\c\\h 0"},
       {"", CellKind::Money, "#,##0.00;-#,##0.00"},
       {"Round", CellKind::Integer, "General"},
       {"(auto)", CellKind::Real, "General"},
