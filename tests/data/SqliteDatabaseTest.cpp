@@ -32,6 +32,16 @@ TEST(SqliteDatabase, FilesThatAreNotCompanyFilesGiveClearMessages) {
   std::ofstream(text_file) << "These are not the accounts you are looking for.\n";
   std::string other_db = dir.File("other.db");
   Write(other_db, "CREATE TABLE Something(x)");
+  std::string empty_file = dir.File("empty.db");
+  std::ofstream{empty_file};
+  // A company file whose first page (the list of tables) has been overwritten after its header.
+  std::string damaged = dir.File("damaged.db");
+  MakeCompany(damaged);
+  {
+    std::fstream file(damaged, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(100);
+    file << std::string(400, '\xff');
+  }
   struct Case {
     std::string path;
     std::string why;
@@ -39,6 +49,8 @@ TEST(SqliteDatabase, FilesThatAreNotCompanyFilesGiveClearMessages) {
       {dir.File("missing.db"), "there is no such file"},
       {text_file, "it is not an SQLite database, or it is damaged"},
       {other_db, "it has no CompanySetting table, so it is not a company file"},
+      {empty_file, "it has no CompanySetting table, so it is not a company file"},
+      {damaged, "it is not an SQLite database, or it is damaged"},
       {dir.File(""), "it is a folder, not a file"},
   };
   for (const auto& c : cases) {
