@@ -134,24 +134,28 @@ Parameter& ParameterDialogue::Known(std::string_view name) const {
 void ParameterDialogue::Resolve() {
   for (const ParameterPtr& parameter : parameters_) {
     if (parameter->Kind != ParameterType::Date) continue;
-    const bool pending = pending_.erase(LCase(parameter->Name)) > 0;
-    if (pending) {
-      const Variant expression = parameter->Value;
-      Variant date = resolver_ ? resolver_(expression, parameters_) : Variant::Null();
-      if (!date.IsDate()) {
-        resolve_errors_.emplace_back(LCase(parameter->Name),
-                                     parameter->Label() + ": \"" + expression.Text() +
-                                         "\" is not a date or a date expression.");
-        date = Variant::Null();
-      }
-      parameter->Value = date;
-    } else if (HasNoValue(parameter->Value) && resolver_ &&
-               !HasNoDefault(parameter->DefaultValue)) {
-      // A default that means nothing leaves the date absent (Null): the report's range stays
-      // open at that end, as when the user clears the date.
-      Variant date = resolver_(parameter->DefaultValue, parameters_);
-      parameter->Value = date.IsDate() ? date : Variant::Null();
+    const std::string key = LCase(parameter->Name);
+    const bool pending = pending_.erase(key) > 0;
+    const bool defaulted = !pending && HasNoValue(parameter->Value) && resolver_ &&
+                           !HasNoDefault(parameter->DefaultValue);
+    if (!pending && !defaulted) continue;
+    const Variant expression = pending ? parameter->Value : parameter->DefaultValue;
+    Variant date = Variant::Null();
+    std::string problem;
+    try {
+      if (resolver_) date = resolver_(expression, parameters_);
+    } catch (const std::exception& e) {
+      // The calendar behind a keyword can fail (a company file gone away); the user sees
+      // which date could not be worked out and why, and the other dates still resolve.
+      problem = "\"" + expression.Text() + "\" could not be worked out: " + e.what();
     }
+    if (pending && problem.empty() && !date.IsDate()) {
+      problem = "\"" + expression.Text() + "\" is not a date or a date expression.";
+    }
+    if (!problem.empty()) resolve_errors_.emplace_back(key, parameter->Label() + ": " + problem);
+    // A default that means nothing leaves the date absent (Null): the report's range stays
+    // open at that end, as when the user clears the date.
+    parameter->Value = date.IsDate() ? date : Variant::Null();
   }
 }
 

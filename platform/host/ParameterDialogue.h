@@ -99,7 +99,8 @@ class ParameterDialogue {
 
   // In collection order, so a date may build on one before it: a date given as an expression
   // becomes its date (an expression that means nothing is an error for Validate), and a date
-  // parameter with no value yet (Empty or Missing) takes what its default resolves to.
+  // parameter with no value yet (Empty or Missing) takes what its default resolves to. A
+  // resolver that throws leaves that date Null, with an error for Validate naming it.
   void Resolve();
 
   // Resolves what is still pending, then runs the collection's checks and the list syntax check.
