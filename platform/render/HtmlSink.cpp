@@ -1,5 +1,6 @@
 #include "platform/render/HtmlSink.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
@@ -187,8 +188,23 @@ void HtmlSink::OnBegin(const engine::DocumentInfo& info) {
 void HtmlSink::OnPage(const engine::Page& page) {
   const float width = page.width > 0 ? page.width : Info().page_width;
   const float height = page.height > 0 ? page.height : Info().page_height;
-  std::string out = "<div class=p id=\"page-" + std::to_string(page.number) +
-                    "\" style=\"width:" + Pt(width) + ";height:" + Pt(height) + "\">\n";
+  std::string out;
+  std::string print_page;
+  // A page of another paper size (a landscape page among portrait ones) prints on its own named
+  // page size; the style for it is declared the first time it is met.
+  if (width != Info().page_width || height != Info().page_height) {
+    const auto size = std::make_pair(width, height);
+    auto it = std::find(sizes_.begin(), sizes_.end(), size);
+    const std::string name = "s" + std::to_string(it - sizes_.begin() + 1);
+    if (it == sizes_.end()) {
+      sizes_.push_back(size);
+      out +=
+          "<style>@page " + name + "{size:" + Pt(width) + " " + Pt(height) + ";margin:0}</style>\n";
+    }
+    print_page = ";page:" + name;
+  }
+  out += "<div class=p id=\"page-" + std::to_string(page.number) + "\" style=\"width:" + Pt(width) +
+         ";height:" + Pt(height) + print_page + "\">\n";
   for (const engine::PageItem& item : page.items) {
     if (const auto* text = std::get_if<engine::TextRun>(&item)) {
       if (!text->text.empty()) out += TextHtml(*text);

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/render/SinkBase.h"
 #include "platform/render/StagedFile.h"
@@ -26,6 +28,8 @@ class HtmlSink final : public SinkBase {
 
   std::filesystem::path target_;
   std::optional<StagedFile> file_;
+  // Paper sizes that differ from the document's, each a named print page ("s1", "s2", ...).
+  std::vector<std::pair<float, float>> sizes_;
 };
 
 // `text` with & < > " ' written as character references, for element content and attributes.

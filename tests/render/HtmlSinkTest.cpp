@@ -50,7 +50,9 @@ TEST(HtmlSink, PagesAreBoxesWithPositionedEscapedText) {
   EXPECT_THAT(html, HasSubstr("<title>Ledger &lt;A&amp;B&gt;</title>"));
   EXPECT_EQ(Count(html, "<div class=p "), 2);
   EXPECT_THAT(html, HasSubstr("id=\"page-1\" style=\"width:612pt;height:792pt\""));
-  EXPECT_THAT(html, HasSubstr("id=\"page-2\" style=\"width:792pt;height:612pt\""));
+  EXPECT_THAT(html,
+              HasSubstr("<style>@page s1{size:792pt 612pt;margin:0}</style>\n"
+                        "<div class=p id=\"page-2\" style=\"width:792pt;height:612pt;page:s1\">"));
   EXPECT_THAT(html, HasSubstr("page-break-after:always"));
   EXPECT_THAT(html,
               HasSubstr("left:72pt;top:36pt;width:100pt;height:11.5pt;font:10pt/11.5pt 'Arial', "
