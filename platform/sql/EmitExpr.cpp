@@ -174,7 +174,10 @@ Typed Emitter::WriteColumn(const Expr& expr, const Scope& scope) {
       Typed t;
       t.form = Form::kColumn;
       t.type = found_column->type;
-      t.sql = QuoteName(found_var->name) + "." + QuoteName(found_column->name);
+      // A derived table without an alias has no name to qualify its columns with.
+      t.sql = found_var->name.empty()
+                  ? QuoteName(found_column->name)
+                  : QuoteName(found_var->name) + "." + QuoteName(found_column->name);
       return t;
     }
     // A qualifier names the nearest table of that name; an outer one of the same name is

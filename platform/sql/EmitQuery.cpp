@@ -203,7 +203,8 @@ void Emitter::ExpandStar(const SelectItem& item, const Scope& scope, std::vector
       expanded.value.form = Form::kColumn;
       expanded.value.type = column.type;
       expanded.qualifier = QuoteName(var.name);
-      expanded.value.sql = expanded.qualifier + "." + QuoteName(column.name);
+      expanded.value.sql = var.name.empty() ? QuoteName(column.name)
+                                            : expanded.qualifier + "." + QuoteName(column.name);
       expanded.name = column.name;
       expanded.from_column = true;
       items.push_back(std::move(expanded));
