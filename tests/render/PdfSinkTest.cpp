@@ -164,7 +164,7 @@ doc = json.loads(subprocess.run(['qpdf', '--json', '--json-key=outlines', sys.ar
                                 capture_output=True, text=True).stdout)
 def walk(items, depth):
     for item in items:
-        print('  ' * depth + item['title'] + ' @' + str(item['destpageposfrom1']))
+        print('  ' * depth + item['title'] + ' @' + str(item['destpageposfrom1']) + ' y' + str(item['dest'][3]))
         walk(item['kids'], depth + 1)
 walk(doc['outlines'], 0)
 )";
@@ -172,12 +172,12 @@ walk(doc['outlines'], 0)
   const std::string outline =
       RunCommand("python3 '" + (dir / "outline.py").string() + "' '" + path.string() + "'");
   EXPECT_EQ(outline,
-            "North @1\n"
-            "  Acme @1\n"
-            "  Bolt @2\n"
-            "South @2\n"
-            "  Crane @2\n"
-            "Summary @2\n");
+            "North @1 y699\n"
+            "  Acme @1 y699\n"
+            "  Bolt @2 y576\n"
+            "South @2 y537\n"
+            "  Crane @2 y537\n"
+            "Summary @2 y512\n");
 }
 
 }  // namespace
