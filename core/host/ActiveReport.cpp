@@ -33,6 +33,18 @@ void ActiveReport::Initialize() {
   }
 }
 
+bool ActiveReport::LoadLayoutFile(const std::string& path) {
+  auto provider = ProviderSlot();
+  if (!provider || sections_.Count() != 0) return false;
+  try {
+    if (provider->LoadFile(path, *this)) return true;
+  } catch (const std::exception&) {
+  }
+  // A half-read layout is worse than none: start again from an empty report.
+  sections_.Clear();
+  return false;
+}
+
 Control& ActiveReport::Field(std::string_view control_name) const {
   if (Control* c = FindControl(control_name)) return *c;
   throw NoSuchItem(designer_name_ + " has no control named '" + std::string(control_name) + "'");

@@ -54,6 +54,9 @@ class LayoutProvider {
   // Loads the layout stored for `designer` into `report`. False when there is none; throws for a
   // layout that exists but is bad, naming the file, line and problem.
   virtual bool Load(std::string_view designer, ActiveReport& report) = 0;
+  // Loads the layout file at `path` into `report`. False when there is no such file; throws for
+  // a bad one, as Load.
+  virtual bool LoadFile(const std::string& path, ActiveReport& report) = 0;
 };
 
 // Receives an error raised in one of the designer's events: the event's name and the message.
@@ -75,6 +78,10 @@ class ActiveReport : public Object {
   // A bad layout throws; an error in the event goes to the error hook.
   void Initialize();
   [[nodiscard]] bool Initialized() const { return initialized_; }
+  // Loads a user's layout file into this report, which must have no sections yet, through the
+  // installed provider. False, leaving the report empty, when there is no provider or the file is
+  // missing or bad: a layout script asking for a sub-layout gets an empty report, not an error.
+  bool LoadLayoutFile(const std::string& path);
   static void SetLayoutProvider(std::shared_ptr<LayoutProvider> provider);
   [[nodiscard]] static std::shared_ptr<LayoutProvider> GetLayoutProvider();
 

@@ -104,6 +104,8 @@ class Sections {
 
   // Appends a section; throws std::invalid_argument for a name already used.
   Section& Add(SectionType type, std::string name);
+  // Removes every section, for a layout that is loaded again from nothing.
+  void Clear() { items_.clear(); }
 
   // Walks by position, so that controls added while walking are reached too and nothing is
   // invalidated.

@@ -30,6 +30,19 @@ std::optional<StoredLayout> LayoutLibrary::Find(std::string_view designer) const
   return compiled;
 }
 
+bool LayoutLibrary::LoadFile(const std::string& path, ActiveReport& report) {
+  std::filesystem::path file(path);
+  if (!file.has_parent_path() && !template_folder_.empty()) file = template_folder_ / file;
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(file, ec)) return false;
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return false;
+  std::ostringstream text;
+  text << in.rdbuf();
+  LoadLayout(text.str(), file.string(), report);
+  return true;
+}
+
 bool LayoutLibrary::Load(std::string_view designer, ActiveReport& report) {
   std::optional<StoredLayout> layout = Find(designer);
   if (!layout) return false;

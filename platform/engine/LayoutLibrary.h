@@ -27,6 +27,8 @@ class LayoutLibrary : public LayoutProvider {
   // Looks in the template folder for "<designer>.yaml" (also under the compiled layout's area
   // folder), then in the compiled layouts. Throws LayoutError for a bad layout.
   bool Load(std::string_view designer, ActiveReport& report) override;
+  // A file given by path; a bare file name is looked for in the template folder.
+  bool LoadFile(const std::string& path, ActiveReport& report) override;
 
   // The layout text that Load would read, and the name it goes by in messages; nullopt if none.
   [[nodiscard]] std::optional<StoredLayout> Find(std::string_view designer) const;

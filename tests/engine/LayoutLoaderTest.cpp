@@ -142,6 +142,23 @@ TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
   }
   ActiveReport missing("arMissing");
   EXPECT_FALSE(library.Load("arMissing", missing));
+
+  // A user's layout by file name comes from the template folder; a bad or missing one leaves an
+  // empty report and no error.
+  {
+    std::ofstream bad(dir / "Broken.yaml");
+    bad << "Sections:\n  - Name: Detail\n  - Name: Detail\n";
+  }
+  ActiveReport::SetLayoutProvider(std::make_shared<LayoutLibrary>(compiled, dir));
+  ActiveReport by_name("arUser");
+  EXPECT_TRUE(by_name.LoadLayoutFile("arOverridden.yaml"));
+  EXPECT_EQ(by_name.Caption(), "From the template folder");
+  ActiveReport broken("arUser");
+  EXPECT_FALSE(broken.LoadLayoutFile("Broken.yaml"));
+  EXPECT_EQ(broken.Sections().Count(), 0u);
+  ActiveReport absent("arUser");
+  EXPECT_FALSE(absent.LoadLayoutFile((dir / "Nowhere.yaml").string()));
+  ActiveReport::SetLayoutProvider(nullptr);
   std::filesystem::remove_all(dir);
 }
 
