@@ -52,7 +52,7 @@ void GroupedDirect(benchmark::State& state) {
   const std::string sqlite_sql =
       sql::Translate(kGroupedJet, SqliteDatabase::Open(LedgerFile())->Catalog()).sqlite;
   sqlite3* db = nullptr;
-  sqlite3_open_v2(LedgerFile().c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_open_v2(LedgerFile().c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   for (auto _ : state) {
     sqlite3_stmt* stmt = nullptr;
     sqlite3_prepare_v2(db, sqlite_sql.c_str(), -1, &stmt, nullptr);
@@ -86,7 +86,7 @@ BENCHMARK(GroupedThroughQuery)->Unit(benchmark::kMillisecond);
 
 void ReadDirect(benchmark::State& state) {
   sqlite3* db = nullptr;
-  sqlite3_open_v2(LedgerFile().c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_open_v2(LedgerFile().c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   for (auto _ : state) {
     sqlite3_stmt* stmt = nullptr;
     sqlite3_prepare_v2(db, "SELECT Id, AccountId, Date, Value FROM Ledger", -1, &stmt, nullptr);

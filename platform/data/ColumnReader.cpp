@@ -36,8 +36,8 @@ std::optional<double> ParseReal(std::string_view text) {
   return value;
 }
 
-Variant ReadAsStored(sqlite3_stmt* stmt, int column) {
-  switch (sqlite3_column_type(stmt, column)) {
+Variant ReadAsStored(sqlite3_stmt* stmt, int column, int storage) {
+  switch (storage) {
     case SQLITE_INTEGER:
       return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
     case SQLITE_FLOAT:
@@ -49,8 +49,8 @@ Variant ReadAsStored(sqlite3_stmt* stmt, int column) {
   }
 }
 
-Variant ReadLong(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  switch (sqlite3_column_type(stmt, column)) {
+Variant ReadLong(sqlite3_stmt* stmt, int column, int storage, const ResultField& field) {
+  switch (storage) {
     case SQLITE_INTEGER:
       return Variant(static_cast<std::int64_t>(sqlite3_column_int64(stmt, column)));
     case SQLITE_FLOAT: {
@@ -67,8 +67,7 @@ Variant ReadLong(sqlite3_stmt* stmt, int column, const ResultField& field) {
   }
 }
 
-Variant ReadDouble(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  int storage = sqlite3_column_type(stmt, column);
+Variant ReadDouble(sqlite3_stmt* stmt, int column, int storage, const ResultField& field) {
   if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) {
     return Variant(sqlite3_column_double(stmt, column));
   }
@@ -76,8 +75,8 @@ Variant ReadDouble(sqlite3_stmt* stmt, int column, const ResultField& field) {
   Misfit(stmt, column, field, "a number");
 }
 
-Variant ReadCurrency(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  switch (sqlite3_column_type(stmt, column)) {
+Variant ReadCurrency(sqlite3_stmt* stmt, int column, int storage, const ResultField& field) {
+  switch (storage) {
     case SQLITE_INTEGER:
       return Variant(Currency::FromRaw(sqlite3_column_int64(stmt, column)));
     case SQLITE_FLOAT: {
@@ -93,15 +92,14 @@ Variant ReadCurrency(sqlite3_stmt* stmt, int column, const ResultField& field) {
   }
 }
 
-Variant ReadDate(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  if (sqlite3_column_type(stmt, column) == SQLITE_TEXT) {
+Variant ReadDate(sqlite3_stmt* stmt, int column, int storage, const ResultField& field) {
+  if (storage == SQLITE_TEXT) {
     if (auto date = Date::FromIso(TextOf(stmt, column))) return Variant(*date);
   }
   Misfit(stmt, column, field, "a date");
 }
 
-Variant ReadBoolean(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  int storage = sqlite3_column_type(stmt, column);
+Variant ReadBoolean(sqlite3_stmt* stmt, int column, int storage, const ResultField& field) {
   if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) {
     return Variant(sqlite3_column_double(stmt, column) != 0);
   }
@@ -111,11 +109,11 @@ Variant ReadBoolean(sqlite3_stmt* stmt, int column, const ResultField& field) {
   Misfit(stmt, column, field, "True or False");
 }
 
-using Reader = Variant (*)(sqlite3_stmt*, int, const ResultField&);
+using Reader = Variant (*)(sqlite3_stmt*, int, int, const ResultField&);
 
 // One reader per field type, in the order of FieldType.
 constexpr Reader kReaders[] = {
-    [](sqlite3_stmt* stmt, int column, const ResultField&) {
+    [](sqlite3_stmt* stmt, int column, int, const ResultField&) {
       return Variant(TextOf(stmt, column));
     },
     ReadLong,
@@ -128,9 +126,12 @@ constexpr Reader kReaders[] = {
 }  // namespace
 
 Variant ReadColumn(sqlite3_stmt* stmt, int column, const ResultField& field) {
-  if (sqlite3_column_type(stmt, column) == SQLITE_NULL) return Variant::Null();
-  if (!field.typed) return ReadAsStored(stmt, column);
-  return kReaders[static_cast<int>(field.info.type)](stmt, column, field);
+  // The storage class is read once: each sqlite3_column_* call costs, and a report reads
+  // millions of cells.
+  int storage = sqlite3_column_type(stmt, column);
+  if (storage == SQLITE_NULL) return Variant::Null();
+  if (!field.typed) return ReadAsStored(stmt, column, storage);
+  return kReaders[static_cast<int>(field.info.type)](stmt, column, storage, field);
 }
 
 }  // namespace trellin::data

@@ -18,6 +18,7 @@ namespace trellin::data {
 class SqliteDatabase : public Database {
  public:
   // Opens an existing company file read-only; nothing done through the result can change it.
+  // The database and its recordsets are used from one thread at a time.
   // Throws DatabaseError, with a one-line message naming `path`, when the file is missing, is
   // not an SQLite database, or has no CompanySetting table (not a company file).
   [[nodiscard]] static std::shared_ptr<SqliteDatabase> Open(const std::string& path);
