@@ -234,6 +234,14 @@ std::string Emitter::WriteOrderBy(const Query& query, const SelectText& select) 
   std::string text = " ORDER BY ";
   for (std::size_t i = 0; i < query.order_by.size(); ++i) {
     const OrderItem& term = query.order_by[i];
+    if (term.expr->kind == ExprKind::kNumber) {
+      // SQLite reads a whole number here as a column's place; one past the last is refused.
+      std::size_t ordinal = std::strtoul(term.expr->text.c_str(), nullptr, 10);
+      if (ordinal < 1 || ordinal > select.items.size()) {
+        throw SqlError("ORDER BY " + term.expr->text + " names no column", term.expr->position,
+                       term.expr->text);
+      }
+    }
     Typed value;
     try {
       value = WriteExpr(*term.expr, select.scope);
