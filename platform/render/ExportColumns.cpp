@@ -27,6 +27,9 @@ constexpr engine::RowKind kColumnSources[] = {
     engine::RowKind::ReportFooter, engine::RowKind::ReportHeader,
 };
 
+// A position that is not a number sorts as the left edge, so ordering stays well defined.
+float Finite(float twips) { return std::isfinite(twips) ? twips : 0.0f; }
+
 float Overlap(const ExportColumn& column, const engine::DataCell& cell) {
   return std::min(column.left + column.width, cell.left + cell.width) -
          std::max(column.left, cell.left);
@@ -85,7 +88,8 @@ ExportColumns ExportColumns::FromRows(const std::vector<engine::DataRow>& rows) 
       for (const engine::DataCell& cell : row.cells) {
         const bool known = std::any_of(result.columns_.begin(), result.columns_.end(),
                                        [&](const ExportColumn& c) { return c.name == cell.name; });
-        if (!known) result.columns_.push_back({cell.name, cell.left, cell.width, ""});
+        if (!known)
+          result.columns_.push_back({cell.name, Finite(cell.left), Finite(cell.width), ""});
       }
     }
     if (!result.columns_.empty()) break;
@@ -126,9 +130,10 @@ std::vector<const engine::DataCell*> ExportColumns::Assign(const engine::DataRow
   std::vector<const engine::DataCell*> slots(columns_.size(), nullptr);
   std::vector<const engine::DataCell*> cells;
   for (const engine::DataCell& cell : row.cells) cells.push_back(&cell);
-  std::stable_sort(
-      cells.begin(), cells.end(),
-      [](const engine::DataCell* a, const engine::DataCell* b) { return a->left < b->left; });
+  std::stable_sort(cells.begin(), cells.end(),
+                   [](const engine::DataCell* a, const engine::DataCell* b) {
+                     return Finite(a->left) < Finite(b->left);
+                   });
 
   std::vector<const engine::DataCell*> pending;
   // Cells named like a column go there first, so that a detail row is always laid out exactly.

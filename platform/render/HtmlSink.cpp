@@ -13,8 +13,10 @@ namespace trellin::render {
 namespace {
 
 // Measures go out in points with at most two decimals: exact enough, and locale-free.
+// Positions that are not numbers, or absurdly far off, are held to something a browser can take.
 std::string Pt(double twips) {
-  const long hundredths = std::lround(twips * 5.0);  // twips / 20 * 100
+  const double held = std::isfinite(twips) ? std::clamp(twips, -1e9, 1e9) : 0.0;
+  const long hundredths = std::lround(held * 5.0);  // twips / 20 * 100
   std::string out = hundredths < 0 ? "-" : "";
   const long abs = std::labs(hundredths);
   out += std::to_string(abs / 100);

@@ -42,6 +42,21 @@ double SnapEdge(double user, bool horizontal, cairo_t* cr) {
   return horizontal ? y : x;
 }
 
+// An item placed at a position that is not a number would put the whole cairo context in an error
+// state and lose the document; it is left out instead.
+bool Finite(const engine::TextRun& r) {
+  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
+         std::isfinite(r.font.size);
+}
+bool Finite(const engine::LineItem& l) {
+  return std::isfinite(l.x1) && std::isfinite(l.y1) && std::isfinite(l.x2) && std::isfinite(l.y2) &&
+         std::isfinite(l.thickness);
+}
+bool Finite(const engine::RectItem& r) {
+  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
+         std::isfinite(r.height) && std::isfinite(r.thickness);
+}
+
 }  // namespace
 
 void PagePainter::Paint(cairo_t* cr, const engine::Page& page) {
@@ -51,6 +66,7 @@ void PagePainter::Paint(cairo_t* cr, const engine::Page& page) {
     std::visit(
         [&](const auto& it) {
           using T = std::decay_t<decltype(it)>;
+          if (!Finite(it)) return;
           if constexpr (std::is_same_v<T, engine::TextRun>) {
             DrawText(cr, it);
           } else if constexpr (std::is_same_v<T, engine::LineItem>) {

@@ -47,8 +47,18 @@ struct Placed {
   Cells text;
 };
 
-int Column(float twips, const TextGrid& grid) {
-  return static_cast<int>(std::lround(twips / grid.column_twips));
+// Positions far off the paper (or not numbers at all) must not ask for lines of millions of
+// characters: columns stay within a generous width, blank runs within a page or two.
+constexpr double kMaxColumn = 4000;
+constexpr double kMaxBlankLines = 400;
+
+int GridCount(double cells, double limit) {
+  if (!(cells > 0)) return 0;  // also NaN
+  return static_cast<int>(std::lround(std::min(cells, limit)));
+}
+
+int Column(double twips, const TextGrid& grid) {
+  return GridCount(twips / grid.column_twips, kMaxColumn);
 }
 
 std::vector<Placed> PlaceRuns(const Row& row, const TextGrid& grid) {
@@ -60,10 +70,9 @@ std::vector<Placed> PlaceRuns(const Row& row, const TextGrid& grid) {
     const int n = static_cast<int>(text.size());
     int start = Column(run->left, grid);
     if (run->align == engine::Align::Right) {
-      start = Column(run->left + run->width, grid) - n;
+      start = Column(static_cast<double>(run->left) + run->width, grid) - n;
     } else if (run->align == engine::Align::Center) {
-      start =
-          static_cast<int>(std::lround((run->left + run->width / 2) / grid.column_twips - n / 2.0));
+      start = GridCount((run->left + run->width / 2.0) / grid.column_twips - n / 2.0, kMaxColumn);
     }
     placed.push_back({std::max(start, 0), std::move(text)});
   }
@@ -94,9 +103,12 @@ std::vector<Row> CollectRows(const engine::Page& page, const TextGrid& grid) {
   std::vector<Row> items;
   for (const engine::PageItem& item : page.items) {
     if (const auto* run = std::get_if<engine::TextRun>(&item)) {
-      if (!run->text.empty()) items.push_back({run->top, false, {run}, {}});
+      const bool placed =
+          std::isfinite(run->left) && std::isfinite(run->top) && std::isfinite(run->width);
+      if (!run->text.empty() && placed) items.push_back({run->top, false, {run}, {}});
     } else if (const auto* line = std::get_if<engine::LineItem>(&item)) {
-      if (line->y1 == line->y2 && std::fabs(line->x2 - line->x1) >= grid.column_twips / 2) {
+      if (line->y1 == line->y2 && std::isfinite(line->y1) &&
+          std::fabs(line->x2 - line->x1) >= grid.column_twips / 2) {
         items.push_back({line->y1, true, {}, {line}});
       }
     }
@@ -154,8 +166,9 @@ std::string RenderTextPage(const engine::Page& page, const TextGrid& grid) {
   std::string out;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (i > 0) {
-      const long blanks = std::lround((positions[i] - positions[i - 1]) / grid.line_twips) - 1;
-      out.append(static_cast<std::size_t>(std::max(blanks, 0L)), '\n');
+      const int lines =
+          GridCount((positions[i] - positions[i - 1]) / grid.line_twips, kMaxBlankLines);
+      out.append(static_cast<std::size_t>(std::max(lines - 1, 0)), '\n');
     }
     Cells& cells = lines[i];
     while (!cells.empty() && cells.back() == " ") cells.pop_back();

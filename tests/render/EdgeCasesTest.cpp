@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "RenderTestSupport.h"
 #include "platform/render/Render.h"
 
@@ -23,11 +25,25 @@ engine::Page Awkward() {
   page.items.push_back(testing::Text(1e6f, 1e6f, 100, "far away", engine::Align::Right));
   page.items.push_back(testing::Text(1440, 2000, 0, std::string(5000, 'W')));
   page.items.push_back(engine::LineItem{0, 0, 0, 0, 0, {}});
+  const float nan = std::nanf("");
+  const float huge = 1e30f;
+  page.items.push_back(testing::Text(nan, nan, nan, "not a place"));
+  page.items.push_back(testing::Text(huge, huge, huge, "beyond", engine::Align::Center));
+  page.items.push_back(testing::Text(1440, 2e9f, 100, "far below"));
+  page.items.push_back(engine::LineItem{nan, nan, huge, huge, nan, {}});
+  page.items.push_back(testing::Rule(-huge, huge, 3000));
+  page.items.push_back(testing::Shade(nan, 0, huge, huge, {9, 9, 9}));
   page.items.push_back(testing::Shade(0, 0, -100, -100, {1, 2, 3}));
   page.rows.push_back({engine::RowKind::Detail,
                        0,
                        "",
                        {{"txt\xFF", 0, 0, Variant("bad \xFF"), "", "\"unclosed"}},
+                       {}});
+  page.rows.push_back({engine::RowKind::Detail,
+                       0,
+                       "",
+                       {{"a", std::nanf(""), 1e30f, Variant(std::nan("")), "", ""},
+                        {"b", -1e30f, std::nanf(""), Variant(1e300), "", ""}},
                        {}});
   return page;
 }
