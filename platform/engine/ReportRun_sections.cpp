@@ -63,7 +63,14 @@ void ReportRun::FillBoundControls(Section& section) {
       b.field = fields.IndexOf(df);
     }
     if (b.field < 0) b.field = fields.IndexOf(df);
-    if (b.field >= 0) c.SetDataValue(fields.Item(static_cast<std::size_t>(b.field)).Value());
+    if (b.field < 0) continue;
+    try {
+      c.SetDataValue(fields.Item(static_cast<std::size_t>(b.field)).Value());
+    } catch (const std::exception& e) {
+      // A value that cannot print (an object in a field) prints as nothing and is reported.
+      c.SetText(std::string());
+      ReportEventError(c.Name(), e.what());
+    }
   }
 }
 
