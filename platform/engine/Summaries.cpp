@@ -8,13 +8,18 @@ void Summaries::Add(Summary& s, const Variant& value) {
   if (s.func != SummaryFunc::Sum) return;
   // Money stays Currency and whole numbers stay Long, so sums of money are exact; numeric text
   // counts by its value and other text not at all.
-  if (value.IsNumber()) {
-    s.sum = trellin::Add(s.sum, value);
-  } else if (value.IsString()) {
-    if (auto c = Currency::Parse(*value.Get<std::string>()))
-      s.sum = trellin::Add(s.sum, Variant(*c));
-  } else if (value.IsBoolean()) {
-    s.sum = trellin::Add(s.sum, Variant(std::int64_t{*value.Get<bool>() ? -1 : 0}));
+  try {
+    if (value.IsNumber()) {
+      s.sum = trellin::Add(s.sum, value);
+    } else if (value.IsString()) {
+      if (auto c = Currency::Parse(*value.Get<std::string>())) {
+        s.sum = trellin::Add(s.sum, Variant(*c));
+      }
+    } else if (value.IsBoolean()) {
+      s.sum = trellin::Add(s.sum, Variant(std::int64_t{*value.Get<bool>() ? -1 : 0}));
+    }
+  } catch (const std::exception&) {
+    // A sum past the range of money stops growing rather than ending the report.
   }
 }
 
