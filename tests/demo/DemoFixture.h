@@ -33,7 +33,7 @@ class Company {
 // Builds (once) and opens the scale-1 company of a country with seed 1.
 struct Built {
   std::string path;
-  DemoSummary summary;
+  DemoSummary summary;  // empty when the company came from the cache
   std::unique_ptr<Company> company;
 };
 const Built& DemoOf(const std::string& country);
