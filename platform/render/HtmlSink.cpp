@@ -65,16 +65,27 @@ std::string_view AlignCss(engine::Align align) {
   }
 }
 
-std::string TextHtml(const engine::TextRun& r) {
+// The look of a run that many runs share: font, line height, alignment, decoration, colour.
+std::string TextStyle(const engine::TextRun& r) {
   const engine::FontSpec& f = r.font;
-  std::string out = "<div class=t style=\"left:" + Pt(r.left) + ";top:" + Pt(r.top) +
-                    ";width:" + Pt(r.width) + ";height:" + Pt(r.height) +
-                    ";font:" + (f.italic ? "italic " : "") + (f.bold ? "bold " : "") +
-                    Pt(f.size * 20.0) + "/" + Pt(r.height) + " " + FontStack(f.name);
+  std::string out = "font:";
+  if (f.italic) out += "italic ";
+  if (f.bold) out += "bold ";
+  out += Pt(f.size * 20.0);
+  out += '/';
+  out += Pt(r.height);
+  out += ' ';
+  out += FontStack(f.name);
   if (r.align != engine::Align::Left) out += ";text-align:" + std::string(AlignCss(r.align));
   if (f.underline) out += ";text-decoration:underline";
   if (r.color != engine::Color{}) out += ";color:" + Hex(r.color);
-  return out + "\">" + EscapeHtml(r.text) + "</div>\n";
+  return out;
+}
+
+std::string TextHtml(const engine::TextRun& r, const std::string& style_class) {
+  return "<div class=\"t " + style_class + "\" style=\"left:" + Pt(r.left) + ";top:" + Pt(r.top) +
+         ";width:" + Pt(r.width) + ";height:" + Pt(r.height) + "\">" + EscapeHtml(r.text) +
+         "</div>\n";
 }
 
 std::string LineHtml(const engine::LineItem& l) {
@@ -187,6 +198,19 @@ void HtmlSink::OnBegin(const engine::DocumentInfo& info) {
   Emit(head + "</style></head><body>\n");
 }
 
+std::string HtmlSink::StyleClass(const engine::TextRun& run, std::string& out) {
+  // Each distinct look is declared once, where it is first used, so a long report does not
+  // repeat its fonts on every line.
+  std::string style = TextStyle(run);
+  auto it = styles_.find(style);
+  if (it == styles_.end()) {
+    const std::string name = "f" + std::to_string(styles_.size() + 1);
+    out += "<style>." + name + "{" + style + "}</style>\n";
+    it = styles_.emplace(std::move(style), name).first;
+  }
+  return it->second;
+}
+
 void HtmlSink::OnPage(const engine::Page& page) {
   const float width = page.width > 0 ? page.width : Info().page_width;
   const float height = page.height > 0 ? page.height : Info().page_height;
@@ -197,7 +221,7 @@ void HtmlSink::OnPage(const engine::Page& page) {
   if (width != Info().page_width || height != Info().page_height) {
     const auto size = std::make_pair(width, height);
     auto it = std::find(sizes_.begin(), sizes_.end(), size);
-    const std::string name = "s" + std::to_string(it - sizes_.begin() + 1);
+    const std::string name = "paper" + std::to_string(it - sizes_.begin() + 1);
     if (it == sizes_.end()) {
       sizes_.push_back(size);
       out +=
@@ -209,7 +233,7 @@ void HtmlSink::OnPage(const engine::Page& page) {
          ";height:" + Pt(height) + print_page + "\">\n";
   for (const engine::PageItem& item : page.items) {
     if (const auto* text = std::get_if<engine::TextRun>(&item)) {
-      if (!text->text.empty()) out += TextHtml(*text);
+      if (!text->text.empty()) out += TextHtml(*text, StyleClass(*text, out));
     } else if (const auto* line = std::get_if<engine::LineItem>(&item)) {
       out += LineHtml(*line);
     } else {

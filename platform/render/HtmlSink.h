@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -25,11 +26,14 @@ class HtmlSink final : public SinkBase {
 
  private:
   void Emit(const std::string& text);
+  // The class name for the run's look; declares it into `out` the first time.
+  std::string StyleClass(const engine::TextRun& run, std::string& out);
 
   std::filesystem::path target_;
   std::optional<StagedFile> file_;
-  // Paper sizes that differ from the document's, each a named print page ("s1", "s2", ...).
+  // Paper sizes that differ from the document's, each a named print page ("paper1", "paper2", ...).
   std::vector<std::pair<float, float>> sizes_;
+  std::unordered_map<std::string, std::string> styles_;
 };
 
 // `text` with & < > " ' written as character references, for element content and attributes.

@@ -50,14 +50,17 @@ TEST(HtmlSink, PagesAreBoxesWithPositionedEscapedText) {
   EXPECT_THAT(html, HasSubstr("<title>Ledger &lt;A&amp;B&gt;</title>"));
   EXPECT_EQ(Count(html, "<div class=p "), 2);
   EXPECT_THAT(html, HasSubstr("id=\"page-1\" style=\"width:612pt;height:792pt\""));
-  EXPECT_THAT(html,
-              HasSubstr("<style>@page s1{size:792pt 612pt;margin:0}</style>\n"
-                        "<div class=p id=\"page-2\" style=\"width:792pt;height:612pt;page:s1\">"));
+  EXPECT_THAT(
+      html,
+      HasSubstr("<style>@page paper1{size:792pt 612pt;margin:0}</style>\n"
+                "<div class=p id=\"page-2\" style=\"width:792pt;height:612pt;page:paper1\">"));
   EXPECT_THAT(html, HasSubstr("page-break-after:always"));
-  EXPECT_THAT(html,
-              HasSubstr("left:72pt;top:36pt;width:100pt;height:11.5pt;font:10pt/11.5pt 'Arial', "
-                        "'Liberation Sans', Helvetica, sans-serif;text-align:right\">"
-                        "&lt;b&gt;Smith &amp; Sons&lt;/b&gt;</div>"));
+  // A look is declared once, where it is first used, and runs refer to it by class.
+  EXPECT_THAT(
+      html, HasSubstr("<style>.f1{font:10pt/11.5pt 'Arial', 'Liberation Sans', Helvetica, "
+                      "sans-serif;text-align:right}</style>\n"
+                      "<div class=\"t f1\" style=\"left:72pt;top:36pt;width:100pt;height:11.5pt\">"
+                      "&lt;b&gt;Smith &amp; Sons&lt;/b&gt;</div>"));
   EXPECT_THAT(html,
               HasSubstr("left:72pt;top:49.63pt;width:150pt;height:0.75pt;background:#000000"));
   EXPECT_THAT(html, HasSubstr("left:72pt;top:55pt;width:150pt;height:12pt;background:#e8ecf2"));
