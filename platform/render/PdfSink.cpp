@@ -2,6 +2,7 @@
 
 #include <cairo-pdf.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -78,8 +79,10 @@ void PdfSink::OnPage(const engine::Page& page) {
 void PdfSink::AddBookmarks(const engine::Page& page) {
   for (const engine::Bookmark& mark : page.bookmarks) {
     if (mark.path.empty()) continue;
-    const std::string dest = "page=" + std::to_string(pages_) + " pos=[0 " +
-                             std::to_string(std::lround(mark.top / kTwipsPerPoint)) + "]";
+    const double top =
+        std::isfinite(mark.top) ? std::clamp(mark.top / kTwipsPerPoint, 0.0, 14400.0) : 0.0;
+    const std::string dest =
+        "page=" + std::to_string(pages_) + " pos=[0 " + std::to_string(std::lround(top)) + "]";
     // Keep the open entries the path shares with the previous bookmark; add the rest, each
     // pointing at this place.
     std::size_t shared = 0;
