@@ -76,7 +76,9 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
     a.control = &c;
     a.top = c.Top();
     a.height = c.Height();
-    if (const std::string* text = PrintedText(c)) {
+    // A control with no width never prints: it only carries a value, for summaries and exports.
+    const std::string* text = c.Width() > 0 ? PrintedText(c) : nullptr;
+    if (text) {
       FontSpec font = ToFontSpec(c.Font());
       a.line_height = measure.LineHeight(font);
       float text_width =

@@ -163,6 +163,7 @@ Sections:
       - {Class: Field, Name: txtMemo, DataField: Memo, Rect: [0, 0, 2000, 250], CanGrow: true}
       - {Class: Field, Name: txtBeside, DataField: Name, Rect: [2000, 0, 2000, 250]}
       - {Class: Field, Name: txtBelow, DataField: Name, Rect: [0, 300, 2000, 250]}
+      - {Class: Field, Name: txtHidden, DataField: Memo, Rect: [5000, 0, 0, 250]}
 )");
   const std::string memo = "a line of memo text that will not fit in two thousand twips";
   report.on_start = [&] {
@@ -186,6 +187,13 @@ Sections:
   std::string joined;
   for (const auto* t : memo_lines) joined += (joined.empty() ? "" : " ") + t->text;
   EXPECT_EQ(joined, memo);
+  // The column with no width only carries a value, as hidden sum columns do: it prints nothing.
+  for (const auto& item : page.items) {
+    if (const auto* t = std::get_if<TextRun>(&item)) {
+      EXPECT_NE(t->left, 1080 + 5000) << t->text;
+    }
+  }
+
   float line_height = memo_lines[0]->height;
   float grown = line_height * static_cast<float>(memo_lines.size()) - 250;
   // The field beside stays; the one below moves down by the growth; the section grows by it.
