@@ -8,6 +8,9 @@
 namespace trellin {
 
 // reports/admin
+DesignerPtr CreatearAdminBase();
 DesignerPtr CreatearCustomerTypeList();
+DesignerPtr CreatearDepartmentList();
+DesignerPtr CreatearPostcodeList();
 
 }  // namespace trellin

@@ -1,0 +1,112 @@
+#include "tests/reports/admin/ReportFixture.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/data/demo/DemoCompany.h"
+#include "platform/engine/DumpPage.h"
+#include "platform/engine/ReportEngine.h"
+#include "platform/host/ParameterDialogue.h"
+#include "platform/host/run/RunReport.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Strings.h"
+
+namespace trellin::reports::testing {
+
+namespace fs = std::filesystem;
+
+std::unique_ptr<host::ReportService> DemoReports::service_;
+
+namespace {
+
+// Each test runs in a process of its own, so the company is cached, keyed by the binary's build
+// time: a new build of the generator comes with a new binary and a new company.
+std::string DemoPath() {
+  const auto stamp = fs::last_write_time("/proc/self/exe").time_since_epoch().count();
+  const fs::path folder =
+      fs::temp_directory_path() / "trellin-report-tests" / std::to_string(stamp);
+  fs::create_directories(folder);
+  const std::string path = (folder / "demo.db").string();
+  if (!fs::exists(path)) {
+    demo::DemoOptions options;
+    options.path = path + "." + std::to_string(getpid());
+    demo::BuildDemoCompany(options);
+    fs::rename(options.path, path);
+  }
+  return path;
+}
+
+class DumpSink : public engine::PageSink {
+ public:
+  void Begin(const engine::DocumentInfo&) override {}
+  void AddPage(const engine::Page& page) override { pages.push_back(engine::DumpPage(page)); }
+  void End() override {}
+  void Abort() override { pages.clear(); }
+
+  std::vector<std::string> pages;
+};
+
+}  // namespace
+
+void DemoReports::SetUpTestSuite() {
+  SetClockForTesting(Date::FromYmdHms(2026, 3, 31, 9, 30, 0));
+  if (!service_) service_ = host::ReportService::Open(DemoPath());
+}
+
+void DemoReports::TearDownTestSuite() {
+  service_.reset();
+  SetClockForTesting(std::nullopt);
+}
+
+host::ReportService& DemoReports::Service() { return *service_; }
+
+DesignerPtr DemoReports::Open(const std::string& key, const std::vector<std::string>& assignments) {
+  DesignerPtr designer = host::OpenReport(*service_, key);
+  TLReport& report_host = *designer->TLReport();
+  host::DateResolver resolver = [](const Variant& expression, const Parameters& parameters) {
+    return service_->Reports().InterpretDate(expression, &parameters);
+  };
+  host::ParameterDialogue dialogue(report_host.Parameters(), service_->DatabasePtr(), resolver,
+                                   &service_->BusinessLayer().Utilities().RangeBuilder());
+  for (const std::string& assignment : assignments) dialogue.SetFromAssignment(assignment);
+  EXPECT_TRUE(dialogue.Validate()) << key << ": " << Join(dialogue.Errors(), "; ");
+  EXPECT_TRUE(designer->ValidateParameters()) << key;
+  return designer;
+}
+
+std::vector<std::string> DemoReports::RunPages(const DesignerPtr& designer) {
+  DumpSink sink;
+  engine::RunReport(*designer, sink);
+  std::vector<std::string> pages = std::move(sink.pages);
+  std::string errors;
+  for (const ReportErrorInfo& error : designer->TLReport()->Errors()) {
+    errors += error.source + ": " + error.message + "\n";
+  }
+  if (!errors.empty()) pages.push_back("errors:\n" + errors);
+  designer->TLReport()->SetArReport(nullptr);
+  designer->SetTLReport(nullptr);
+  return pages;
+}
+
+void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual) {
+  const fs::path path =
+      fs::path(TRELLIN_SOURCE_DIR) / "tests" / "reports" / area / "golden" / (name + ".txt");
+  const char* update = std::getenv("TRELLIN_UPDATE_GOLDEN");
+  if (update != nullptr && std::string(update) == "1") {
+    std::ofstream(path, std::ios::binary) << actual;
+    std::cout << "[ golden  ] wrote " << path.string() << "\n";
+    return;
+  }
+  std::ifstream file(path, std::ios::binary);
+  ASSERT_TRUE(file) << "no golden file " << path.string()
+                    << "; run with TRELLIN_UPDATE_GOLDEN=1 to write it, then read it";
+  std::stringstream expected;
+  expected << file.rdbuf();
+  EXPECT_EQ(expected.str(), actual) << "golden file " << path.string();
+}
+
+}  // namespace trellin::reports::testing

@@ -1,0 +1,42 @@
+#pragma once
+// The reports run end to end on the scale-1 demo company: a service over the company, a report
+// opened by key with values applied, its pages as text dumps, and golden files to compare them
+// with.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Designer.h"
+#include "platform/host/run/ReportService.h"
+
+namespace trellin::reports::testing {
+
+// The demo company (built once per test binary and cached beside the temporary files) and a
+// service over it, with the clock fixed so that "Printed on" lines stay the same from run to run.
+class DemoReports : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+
+  [[nodiscard]] static host::ReportService& Service();
+
+  // The report `key` with "NAME=VALUE" assignments applied and validated; fails the test on
+  // parameter errors.
+  [[nodiscard]] static DesignerPtr Open(const std::string& key,
+                                        const std::vector<std::string>& assignments);
+  // Runs an opened report and returns every page's dump, one string a page; the report's
+  // errors, when there are any, come back as the last item, starting "errors:".
+  [[nodiscard]] static std::vector<std::string> RunPages(const DesignerPtr& designer);
+
+ private:
+  static std::unique_ptr<host::ReportService> service_;
+};
+
+// Compares `actual` with tests/reports/<area>/golden/<name>.txt. With TRELLIN_UPDATE_GOLDEN=1 in
+// the environment the file is written instead, and the test notes it.
+void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual);
+
+}  // namespace trellin::reports::testing
