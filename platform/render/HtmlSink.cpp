@@ -204,8 +204,13 @@ std::string HtmlSink::StyleClass(const engine::TextRun& run, std::string& out) {
   std::string style = TextStyle(run);
   auto it = styles_.find(style);
   if (it == styles_.end()) {
-    const std::string name = "f" + std::to_string(styles_.size() + 1);
-    out += "<style>." + name + "{" + style + "}</style>\n";
+    std::string name(1, 'f');
+    name += std::to_string(styles_.size() + 1);
+    out += "<style>.";
+    out += name;
+    out += '{';
+    out += style;
+    out += "}</style>\n";
     it = styles_.emplace(std::move(style), name).first;
   }
   return it->second;
@@ -221,7 +226,8 @@ void HtmlSink::OnPage(const engine::Page& page) {
   if (width != Info().page_width || height != Info().page_height) {
     const auto size = std::make_pair(width, height);
     auto it = std::find(sizes_.begin(), sizes_.end(), size);
-    const std::string name = "paper" + std::to_string(it - sizes_.begin() + 1);
+    std::string name = "paper";
+    name += std::to_string(it - sizes_.begin() + 1);
     if (it == sizes_.end()) {
       sizes_.push_back(size);
       out +=
