@@ -1,0 +1,137 @@
+// The run driver end to end: a PDF with the right page count, values from JSON and NAME=VALUE,
+// and every failure leaving no file behind.
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "platform/host/ParameterDialogue.h"
+#include "platform/host/run/RunReport.h"
+#include "tests/host/HostFixture.h"
+
+namespace trellin::host::testing {
+namespace {
+
+class RunReportTest : public HostTest {
+ protected:
+  RunRequest Request(const std::string& key, std::vector<std::string> assignments,
+                     const std::string& file) {
+    RunRequest request;
+    request.key = key;
+    request.assignments = std::move(assignments);
+    request.output = folder_ / file;
+    return request;
+  }
+};
+
+// The page count pdfinfo reads from the file, -1 when it cannot.
+int PdfPages(const std::filesystem::path& pdf) {
+  std::string command = "pdfinfo '" + pdf.string() + "' 2>/dev/null";
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return -1;
+  char line[512];
+  int pages = -1;
+  while (fgets(line, sizeof line, pipe) != nullptr) {
+    std::sscanf(line, "Pages: %d", &pages);
+  }
+  pclose(pipe);
+  return pages;
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
+  RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "types.pdf");
+  RunResult result = RunReportToFile(*service_, request);
+  EXPECT_TRUE(result.completed);
+  EXPECT_EQ(result.pages, 3);
+  EXPECT_EQ(result.rows, 4);
+  EXPECT_TRUE(result.errors.empty());
+  ASSERT_EQ(result.outputs, std::vector<std::filesystem::path>{request.output});
+  EXPECT_EQ(PdfPages(request.output), 3);
+}
+
+TEST_F(RunReportTest, AssignmentsWinOverJson) {
+  RunRequest request = Request("CustomersByType", {"Groupings=Type"}, "types.txt");
+  request.parameters_json = R"({"Groupings": "Category", "Summary": true})";
+  RunResult result = RunReportToFile(*service_, request);
+  ASSERT_TRUE(result.completed);
+  EXPECT_EQ(result.rows, 0) << "summary mode prints no detail";
+  std::string text = ReadFile(request.output);
+  EXPECT_NE(text.find("Total RETAIL  Retail customers"), std::string::npos) << text;
+  EXPECT_EQ(text.find("Category A"), std::string::npos) << text;
+}
+
+TEST_F(RunReportTest, CancelledRunReportsItsErrorAndWritesNothing) {
+  RunRequest request = Request("CustomersByType", {"Fail=ReportStart"}, "cancelled.pdf");
+  RunResult result = RunReportToFile(*service_, request);
+  EXPECT_FALSE(result.completed);
+  EXPECT_EQ(result.pages, 0);
+  ASSERT_EQ(result.errors.size(), 1u);
+  EXPECT_EQ(result.errors[0].source, "ActiveReport_ReportStart");
+  EXPECT_TRUE(result.outputs.empty());
+  EXPECT_FALSE(std::filesystem::exists(request.output));
+}
+
+TEST_F(RunReportTest, BadRequestsAreRefusedWithTheirReasonAndNoFile) {
+  struct Case {
+    const char* key;
+    std::vector<std::string> assignments;
+    const char* file;
+    const char* message;  // a part of the error's text
+  };
+  const Case cases[] = {
+      {"Customers",
+       {},
+       "a.pdf",
+       "There is no report named \"Customers\". Did you mean CustomersByType?"},
+      {"NotBuilt", {}, "b.pdf", "The report \"NotBuilt\" (arNotBuilt) is not available"},
+      {"CustomersByType", {"Summary=maybe"}, "c.pdf", "Summary"},
+      {"CustomersByType", {"DateAsAt=31/02/2025"}, "d.pdf", "Date As At"},
+      {"CustomersByType", {"Nothing=1"}, "e.pdf", "Nothing"},
+      {"CustomersByType", {}, "f.doc", "does not say its format"},
+  };
+  for (const Case& c : cases) {
+    RunRequest request = Request(c.key, c.assignments, c.file);
+    try {
+      (void)RunReportToFile(*service_, request);
+      ADD_FAILURE() << "accepted: " << c.key << " " << c.file;
+    } catch (const std::invalid_argument& e) {
+      EXPECT_NE(std::string(e.what()).find(c.message), std::string::npos)
+          << "expected \"" << c.message << "\" in: " << e.what();
+    }
+    EXPECT_FALSE(std::filesystem::exists(request.output)) << c.file;
+  }
+}
+
+TEST(NearReportKeysTest, SuggestsKeysOfTheBuiltInCatalogue) {
+  struct Case {
+    const char* asked;
+    const char* first;  // "" for no suggestion
+  };
+  const Case cases[] = {
+      {"ledgerar", "LedgerAR"},
+      {"LedgerXR", "LedgerAR"},
+      {"TrialBalanse", "TrialBalance"},
+      {"zzzzqqqq", ""},
+  };
+  for (const Case& c : cases) {
+    std::vector<std::string> near = NearReportKeys(Catalogue(), c.asked);
+    if (*c.first == '\0') {
+      EXPECT_TRUE(near.empty()) << c.asked << " -> " << (near.empty() ? "" : near[0]);
+    } else {
+      ASSERT_FALSE(near.empty()) << c.asked;
+      EXPECT_EQ(near[0], c.first) << c.asked;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace trellin::host::testing
