@@ -58,13 +58,13 @@ AdminDetails::Details BranchDetails(const Recordset& rs) {
           {"ContactDetails", contact}};
 }
 
-// The "Contact" column shows how to reach the employee and where: "Mobile: 021 555 0142".
+// The "Contact" column shows how to reach the employee over where, one line each, so that a
+// number never breaks in the middle: "Mobile" and "021 555 0142".
 AdminDetails::Details EmployeeDetails(const Recordset& rs) {
   const std::string method = TextOf(rs, "ContactMethod");
   const std::string detail = TextOf(rs, "ContactDetail");
-  std::string shown = detail;
-  if (!method.empty()) shown = detail.empty() ? method : method + ": " + detail;
-  return {{"ContactMethod", shown}, {"ContactDetail", detail}};
+  return {{"ContactMethod", AdminDetails::JoinPresent({method, detail}, kLineBreak)},
+          {"ContactDetail", detail}};
 }
 
 struct DetailSource {

@@ -133,6 +133,11 @@ void arAdminBase::OnFormat(Section& section) {
   if (section.Type() == SectionType::Detail) Detail_Format();
 }
 
+// The report footer prints the run's parameters, filled in by the host.
+void arAdminBase::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
 void arAdminBase::Detail_Format() {
   const auto& rs = DataControl().Recordset();
   if (!rs || rs->Eof()) return;

@@ -51,6 +51,7 @@ class arAdminBase : public Designer {
   void ActiveReport_DataInitialize() override;
   void ActiveReport_FetchData(bool& eof) override;
   void OnFormat(Section& section) override;
+  void OnBeforePrint(Section& section) override;
   void ActiveReport_ReportEnd() override;
 
   // The SELECT of the run; built by the SQL routine at report start.

@@ -40,6 +40,11 @@ void arDepartmentList::OnFormat(Section& section) {
   if (section.Type() == SectionType::Detail) Detail_Format();
 }
 
+// The report footer prints the run's parameters, filled in by the host.
+void arDepartmentList::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
 void arDepartmentList::Detail_Format() {
   const auto& rs = DataControl().Recordset();
   if (!rs || rs->Eof()) return;

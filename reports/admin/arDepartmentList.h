@@ -16,6 +16,7 @@ class arDepartmentList : public Designer {
   void ActiveReport_Initialize() override;
   void ActiveReport_ReportStart() override;
   void OnFormat(Section& section) override;
+  void OnBeforePrint(Section& section) override;
 
   // The SELECT of the run; built by the SQL routine at report start.
   [[nodiscard]] const std::string& SQL() const { return sql_; }

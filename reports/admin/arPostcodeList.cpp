@@ -69,6 +69,11 @@ void arPostcodeList::ghState_Format() {
   TOC().Add(state.empty() ? country : country + "\\" + state);
 }
 
+// The report footer prints the run's parameters, filled in by the host.
+void arPostcodeList::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
 void arPostcodeList::Detail_Format() {
   const auto& rs = DataControl().Recordset();
   if (!rs || rs->Eof()) return;

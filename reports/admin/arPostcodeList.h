@@ -16,6 +16,7 @@ class arPostcodeList : public Designer {
   void ActiveReport_Initialize() override;
   void ActiveReport_ReportStart() override;
   void OnFormat(Section& section) override;
+  void OnBeforePrint(Section& section) override;
 
   // The SELECT of the run and the description of its filters; built by the SQL routine at
   // report start.

@@ -67,7 +67,7 @@ TEST_F(AdminDetailsTest, DetailsOfTheDemoCompany) {
       {"BranchList", "AKL",
        {{"AddressDetails", "12 Wharf Road\r\nAuckland"},
         {"ContactDetails", "Bus: 0800 884 627\r\nEmail: accounts.AKL@tuibay.example"}}},
-      {"EmployeeList", "MW", {{"ContactMethod", "Mobile: 021 555 01MW"}, {"ContactDetail", "021 555 01MW"}}},
+      {"EmployeeList", "MW", {{"ContactMethod", "Mobile\r\n021 555 01MW"}, {"ContactDetail", "021 555 01MW"}}},
       {"AssetCategoryList", "VEHICLE",
        {{"Description", "Motor vehicles"}, {"CalculationPeriod", "Monthly"},
         {"Revaluation", "Market"}, {"DisposalType", "Sale"}}},
