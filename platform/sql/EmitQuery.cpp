@@ -1,5 +1,6 @@
 // Queries: SELECT lists, FROM clauses with their joins, UNION, ORDER BY, TOP.
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -49,11 +50,13 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
   for (const Select& select : query.selects) parts.push_back(WriteSelect(select, outer));
 
   QueryText out;
-  const SelectText& first = parts.front();
+  SelectText& first = parts.front();
   for (const Item& item : first.items) out.columns.push_back({item.name, item.value.type});
 
   if (parts.size() == 1) {
-    out.sql = first.head + " " + ItemList(first.items) + first.tail + WriteOrderBy(query, first);
+    std::string order_by = WriteOrderBy(query, first);
+    if (query.selects[0].distinct) CaseBlindItems(first.items);
+    out.sql = first.head + " " + ItemList(first.items) + first.tail + order_by;
     if (query.selects[0].top) out.sql += " LIMIT " + std::to_string(*query.selects[0].top);
     return out;
   }
@@ -72,11 +75,17 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
       out.columns[c].type = part.items[c].value.type;
     }
   }
+  std::string order_by = WriteCompoundOrderBy(query, first);
   for (std::size_t p = 0; p < parts.size(); ++p) {
     for (std::size_t c = 0; c < out.columns.size(); ++c) {
       Typed& value = parts[p].items[c].value;
       if (value.type != out.columns[c].type) value = Coerce(value, out.columns[c].type);
     }
+    // UNION drops duplicates by the first SELECT's collations: text compares without case.
+    bool distinct = query.selects[p].distinct ||
+                    (p == 0 && std::find(query.union_all.begin(), query.union_all.end(), false) !=
+                                   query.union_all.end());
+    if (distinct) CaseBlindItems(parts[p].items);
     std::string text = parts[p].head + " " + ItemList(parts[p].items) + parts[p].tail;
     // TOP belongs to its own SELECT; SQLite allows LIMIT only at the end of the whole.
     if (query.selects[p].top) {
@@ -85,7 +94,7 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
     if (p > 0) out.sql += query.union_all[p - 1] ? " UNION ALL " : " UNION ";
     out.sql += text;
   }
-  out.sql += WriteCompoundOrderBy(query, first);
+  out.sql += order_by;
   return out;
 }
 
@@ -216,6 +225,14 @@ void Emitter::ExpandStar(const SelectItem& item, const Scope& scope, std::vector
     }
     throw SqlError("unknown table '" + item.star_qualifier + "'", item.position,
                    item.star_qualifier);
+  }
+}
+
+void Emitter::CaseBlindItems(std::vector<Item>& items) {
+  // DISTINCT compares by each column's collation; a text expression has none of its own.
+  for (Item& item : items) {
+    if (item.value.type != SemType::Text || item.value.form == Form::kColumn) continue;
+    item.value = Expression(CaseBlind(item.value), SemType::Text, kPrecCollate);
   }
 }
 

@@ -69,6 +69,7 @@ class Emitter {
   std::string WriteOrderBy(const Query& query, const SelectText& select);
   std::string WriteCompoundOrderBy(const Query& query, const SelectText& first);
   static std::string ItemList(const std::vector<Item>& items);
+  static void CaseBlindItems(std::vector<Item>& items);
 
   // EmitExpr.cpp
   static constexpr std::size_t kMaxExpressionLength = 1 << 20;
