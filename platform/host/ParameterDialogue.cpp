@@ -175,7 +175,9 @@ void ParameterDialogue::CheckListSyntax(const Parameter& parameter, const std::s
 }
 
 bool ParameterDialogue::Validate() {
-  if (!pending_.empty()) Resolve();
+  // Resolving again touches only dates still without a value, so a caller that resolved
+  // already loses nothing, and one that did not still validates real dates.
+  Resolve();
   errors_.clear();
   for (const auto& [name, error] : resolve_errors_) errors_.push_back(error);
   parameters_.Validate("");

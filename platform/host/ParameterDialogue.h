@@ -103,7 +103,8 @@ class ParameterDialogue {
   // resolver that throws leaves that date Null, with an error for Validate naming it.
   void Resolve();
 
-  // Resolves what is still pending, then runs the collection's checks and the list syntax check.
+  // Resolves (as Resolve: expressions given, and defaults of dates still without a value), then
+  // runs the collection's checks and the list syntax check.
   // Returns Valid(); Errors() holds one message per problem.
   bool Validate();
   [[nodiscard]] bool Valid() const { return errors_.empty(); }

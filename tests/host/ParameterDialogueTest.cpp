@@ -93,7 +93,7 @@ TEST_F(ParameterDialogueTest, ListsSetsResolvesAndValidates) {
         "OverdueFrom=1,250.50", "Message= Thank you "}) {
     dialogue.SetFromAssignment(assignment);
   }
-  dialogue.Resolve();
+  // Validate resolves first: DateAsAt takes its default, DatedTo builds on it.
   EXPECT_TRUE(dialogue.Validate()) << ::testing::PrintToString(dialogue.Errors());
   EXPECT_EQ(dialogue.ValuesToJson(), json::parse(R"({
     "OrderBy": "Name", "Summary": true, "DateAsAt": "2025-03-31", "DatedFrom": "2025-02-01",
