@@ -62,6 +62,10 @@ std::string_view FormatName(Format format) {
   return "";
 }
 
+std::filesystem::path PngPagePath(const std::filesystem::path& target, int number) {
+  return PngSink::PagePath(target, number);
+}
+
 std::unique_ptr<engine::PageSink> MakeSink(Format format, const std::filesystem::path& target,
                                            const RenderOptions& options) {
   if (target.filename().empty())

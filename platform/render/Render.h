@@ -39,6 +39,10 @@ class RenderError : public std::runtime_error {
 // The lower-case name of a format: "pdf", "png", "html", "text", "csv", "xlsx".
 [[nodiscard]] std::string_view FormatName(Format format);
 
+// The file a PNG run writes for page `number` (1-based) of `target`: "out/ledger.png", 3 gives
+// "out/ledger-3.png"; a target without an extension gets ".png".
+[[nodiscard]] std::filesystem::path PngPagePath(const std::filesystem::path& target, int number);
+
 // A sink writing `format` to `target`. For PNG the target names the series: "out/ledger.png"
 // gives "out/ledger-1.png", "out/ledger-2.png", ... Nothing is created until Begin; the caller
 // owns the sink and streams pages into it, then calls End (or Abort). Destroying a sink without

@@ -146,6 +146,9 @@ TEST(Formats, ExtensionsAndNames) {
     EXPECT_EQ(FormatFromName(FormatName(f)), f);
   }
   EXPECT_EQ(FormatFromName("TXT"), Format::Text);
+  EXPECT_EQ(PngPagePath("out/ledger.png", 3), "out/ledger-3.png");
+  EXPECT_EQ(PngPagePath("out/ledger", 1), "out/ledger-1.png");
+  EXPECT_EQ(PngPagePath("ledger.v2.PNG", 12), "ledger.v2-12.PNG");
   EXPECT_EQ(FormatFromName("docx"), std::nullopt);
   RenderOptions bad;
   bad.png_dpi = 0;
