@@ -27,7 +27,7 @@ void CsvSink::WriteLine(std::string& line) {
   }
 }
 
-void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns) {
+void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns, int /*group_levels*/) {
   std::string line = "Row,Level";
   for (const ExportColumn& column : columns) {
     line += ',';

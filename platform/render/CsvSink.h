@@ -23,7 +23,7 @@ class CsvSink final : public ExportSink {
 
  protected:
   void Open(const engine::DocumentInfo& info) override;
-  void WriteHeading(const std::vector<ExportColumn>& columns) override;
+  void WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) override;
   void WriteRow(const engine::DataRow& row, std::string_view caption,
                 const std::vector<const engine::DataCell*>& cells) override;
   void Finish() override;

@@ -29,7 +29,15 @@ void ExportSink::OnPage(const engine::Page& page) {
 
 void ExportSink::Flush() {
   columns_ = ExportColumns::FromRows(held_);
-  WriteHeading(columns_->Columns());
+  // Every group level opens with its header before the first detail row, so the rows held so
+  // far show how deep the groups go.
+  int group_levels = 0;
+  for (const engine::DataRow& row : held_) {
+    if (row.kind == engine::RowKind::GroupHeader || row.kind == engine::RowKind::GroupFooter) {
+      group_levels = std::max(group_levels, row.level);
+    }
+  }
+  WriteHeading(columns_->Columns(), group_levels);
   for (const engine::DataRow& row : held_) {
     if (auto caption = RowKindCaption(row.kind)) WriteRow(row, *caption, columns_->Assign(row));
   }

@@ -15,7 +15,9 @@ class ExportSink : public SinkBase {
   // Opens the output.
   virtual void Open(const engine::DocumentInfo& info) = 0;
   // The heading line; called once, before any row, also for a report without rows.
-  virtual void WriteHeading(const std::vector<ExportColumn>& columns) = 0;
+  // `group_levels`: how many levels of groups the report has (0 for none), as far as its first
+  // rows show.
+  virtual void WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) = 0;
   // One row; `caption` is its RowKindCaption, `cells` from ExportColumns::Assign.
   virtual void WriteRow(const engine::DataRow& row, std::string_view caption,
                         const std::vector<const engine::DataCell*>& cells) = 0;

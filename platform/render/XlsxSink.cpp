@@ -13,6 +13,7 @@ namespace {
 // A spreadsheet column's width counts characters of about 7 pixels at 96 dpi: 105 twips.
 constexpr double kTwipsPerCharacter = 105.0;
 constexpr lxw_col_t kFirstCellColumn = 2;  // after "Row" and "Level"
+constexpr int kMaxOutlineLevel = 7;        // the deepest outline a worksheet has
 
 // The first `count` characters of UTF-8 `text`, never splitting a sequence.
 std::string FirstCharacters(const std::string& text, std::size_t count) {
@@ -88,8 +89,9 @@ lxw_format* XlsxSink::FormatFor(const std::string& number_format, bool bold) {
   return format;
 }
 
-void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns) {
+void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) {
   columns_ = columns;
+  group_levels_ = group_levels;
   AddSheet();
   lxw_format* bold = FormatFor("", true);
   Check(worksheet_set_column(sheet_, 0, 0, 14, nullptr));
@@ -141,7 +143,21 @@ void XlsxSink::WriteRow(const engine::DataRow& row, std::string_view caption,
                         const std::vector<const engine::DataCell*>& cells) {
   if (row_ >= rows_per_sheet_) {
     CloseSheet();
-    WriteHeading(columns_);
+    WriteHeading(columns_, group_levels_);
+  }
+  // Details sit deepest, each group's header and footer one level above its contents, the
+  // report's own header and footer at the top: folding shows the totals of any group level.
+  int outline = 0;
+  if (row.kind == engine::RowKind::Detail) {
+    outline = group_levels_;
+  } else if (row.kind == engine::RowKind::GroupHeader || row.kind == engine::RowKind::GroupFooter) {
+    outline = group_levels_ - row.level;
+  }
+  outline = std::clamp(outline, 0, kMaxOutlineLevel);
+  if (outline > 0) {
+    lxw_row_col_options options{};
+    options.level = static_cast<uint8_t>(outline);
+    Check(worksheet_set_row_opt(sheet_, row_, LXW_DEF_ROW_HEIGHT, nullptr, &options));
   }
   const bool bold = IsSummaryRow(row.kind);
   lxw_format* text_format = bold ? FormatFor("", true) : nullptr;

@@ -4,7 +4,8 @@
 // numbers with a number format from their mask, dates as dates, booleans as booleans, text as
 // text, Null as a blank cell. Header and footer rows are bold. Rows stream to disk: memory stays
 // flat however long the report. A report longer than a worksheet holds goes on in further sheets
-// ("Ledger (2)", ...), each with its own heading line.
+// ("Ledger (2)", ...), each with its own heading line. Rows carry outline levels by their groups,
+// so the sheet folds to group totals with the spreadsheet's outline buttons.
 
 #include <xlsxwriter.h>
 
@@ -34,7 +35,7 @@ class XlsxSink final : public ExportSink {
 
  protected:
   void Open(const engine::DocumentInfo& info) override;
-  void WriteHeading(const std::vector<ExportColumn>& columns) override;
+  void WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) override;
   void WriteRow(const engine::DataRow& row, std::string_view caption,
                 const std::vector<const engine::DataCell*>& cells) override;
   void Finish() override;
@@ -56,6 +57,7 @@ class XlsxSink final : public ExportSink {
   lxw_row_t row_ = 0;
   int sheets_ = 0;
   std::vector<ExportColumn> columns_;
+  int group_levels_ = 0;
   lxw_col_t last_column_ = 0;
   std::string title_;
 };

@@ -30,6 +30,8 @@ for ref, attrs, body in re.findall(r'<c r="([A-Z]+\d+)"([^>]*)>(.*?)</c>', sheet
     v = re.search(r'<v>(.*?)</v>', body) or re.search(r'<t[^>]*>(.*?)</t>', body, re.S)
     fmt = codes.get(int(xfs[int(s.group(1))]), '?') if s else 'General'
     print(ref, t.group(1) if t else 'n', v.group(1) if v else '', fmt)
+for row, level in re.findall(r'<row r="(\d+)"[^>]*outlineLevel="(\d+)"', sheet):
+    print('row', row, 'outline', level)
 for tag in re.findall(r'<(?:autoFilter|pane|sheetView) [^>]*>', sheet):
     print(tag)
 print(re.search(r'<sheet name="([^"]*)"', z.read('xl/workbook.xml').decode()).group(1))
@@ -93,6 +95,8 @@ TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
             "B5 n 1 General\n"
             "D5 n -1234.5599 $#,##0.00;-$#,##0.00\n"
             "E5 n 2 0 \"items\"\n"
+            "row 3 outline 1\n"
+            "row 4 outline 1\n"
             "<sheetView tabSelected=\"1\" workbookViewId=\"0\">\n"
             "<pane ySplit=\"1\" topLeftCell=\"A2\" activePane=\"bottomLeft\" state=\"frozen\"/>\n"
             "<autoFilter ref=\"A1:E5\"/>\n"
