@@ -58,6 +58,15 @@ TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
   EXPECT_EQ(PdfPages(request.output), 3);
 }
 
+TEST_F(RunReportTest, PngWritesOneFilePerPage) {
+  RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "types.png");
+  RunResult result = RunReportToFile(*service_, request);
+  ASSERT_EQ(result.outputs.size(), 3u);
+  for (const std::filesystem::path& file : result.outputs) {
+    EXPECT_TRUE(std::filesystem::exists(file)) << file;
+  }
+}
+
 TEST_F(RunReportTest, AssignmentsWinOverJson) {
   RunRequest request = Request("CustomersByType", {"Groupings=Type"}, "types.txt");
   request.parameters_json = R"({"Groupings": "Category", "Summary": true})";

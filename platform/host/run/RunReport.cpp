@@ -63,14 +63,10 @@ render::Format OutputFormat(const RunRequest& request) {
 std::vector<std::filesystem::path> OutputFiles(const RunRequest& request, render::Format format,
                                                int pages) {
   if (format != render::Format::Png) return {request.output};
-  // A PNG run is a series, one file per page: "out/ledger.png" gives "out/ledger-1.png", ...
+  // A PNG run is a series, one file per page, named as the renderer names them.
   std::vector<std::filesystem::path> files;
-  std::filesystem::path stem = request.output;
-  stem.replace_extension();
-  for (int page = 1; page <= pages; ++page) {
-    files.push_back(stem.string() + "-" + std::to_string(page) +
-                    request.output.extension().string());
-  }
+  for (int page = 1; page <= pages; ++page)
+    files.push_back(render::PngPagePath(request.output, page));
   return files;
 }
 
