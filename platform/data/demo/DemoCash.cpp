@@ -39,7 +39,7 @@ void Trader::CashMonth(Date month_start) {
   for (int fortnight : {13, 27}) {
     const Date payday = month_start.AddDays(fortnight);
     if (payday > present) break;
-    const std::int64_t gross = DemoContext::Dollars(16000 + r_.Below(2000)) * scale;
+    const std::int64_t gross = DemoContext::Dollars(52000 + r_.Below(4000)) * scale;
     const std::int64_t paye = gross / 500 * 100;  // a fifth, to the cent
     const std::int64_t super = gross * 3 / 10000 * 100;
     gl.PostBank({"CHQ", payday, "", "WAGES", "Wages " + payday.ToIso()},
@@ -74,7 +74,7 @@ void Trader::CashMonth(Date month_start) {
   const std::int64_t loan = -gl.Balance(account::kBankLoan);
   if (loan > 0) {
     const std::int64_t interest = ToCents(static_cast<double>(loan) * 0.0055);
-    const std::int64_t principal = std::min(loan, DemoContext::Dollars(2500) * scale);
+    const std::int64_t principal = std::min(loan, DemoContext::Dollars(20000) * scale);
     gl.PostBank({"CHQ", last, "", "LOAN", "Loan instalment " + month},
                 {last,
                  "CB",
@@ -88,13 +88,26 @@ void Trader::CashMonth(Date month_start) {
                   {account::kInterestPaid, interest},
                   {account::kBankLoan, principal}}});
   }
+  // Income tax provided at a year end is paid seven months later.
+  for (std::size_t y = 0; y < cal.Years().size(); ++y) {
+    if (cal.Years()[y].end.AddDays(1).AddMonths(7) == month_start) {
+      Cash(ctx_, account::kBankCheque, month_start.AddDays(6), "GL", "IRTAX",
+           "Income tax " + cal.Years()[y].name, account::kIncomeTaxPayable,
+           gl.Balance(account::kIncomeTaxPayable));
+    }
+  }
+}
+
+void Trader::SweepCash(Date day) {
+  DemoLedger& gl = *ctx_.ledger;
+  const std::int64_t scale = ctx_.options.scale;
   // Surplus cash goes to the saver account at the month's end.
   const std::int64_t surplus =
-      gl.Balance(account::kBankCheque) - DemoContext::Dollars(120000) * scale;
+      gl.Balance(account::kBankCheque) - DemoContext::Dollars(200000) * scale;
   if (surplus > DemoContext::Dollars(10000)) {
     const std::int64_t transfer = surplus / 1000000 * 1000000;
-    gl.PostBank({"CHQ", last, "", "TFR", "Transfer to saver"},
-                {last,
+    gl.PostBank({"CHQ", day, "", "TFR", "Transfer to saver"},
+                {day,
                  "CB",
                  "TFR",
                  "Transfer to saver",
@@ -105,16 +118,9 @@ void Trader::CashMonth(Date month_start) {
                  {{account::kBankCheque, -transfer}, {account::kBankSaver, transfer}}});
   } else if (surplus < -DemoContext::Dollars(40000) * scale &&
              gl.Balance(account::kBankSaver) > DemoContext::Dollars(60000) * scale) {
-    Cash(ctx_, account::kBankCheque, last, "CB", "TFR", "Transfer from saver", account::kBankSaver,
-         DemoContext::Dollars(50000) * scale);
-  }
-  // Income tax provided at a year end is paid seven months later.
-  for (std::size_t y = 0; y < cal.Years().size(); ++y) {
-    if (cal.Years()[y].end.AddDays(1).AddMonths(7) == month_start) {
-      Cash(ctx_, account::kBankCheque, month_start.AddDays(6), "GL", "IRTAX",
-           "Income tax " + cal.Years()[y].name, account::kIncomeTaxPayable,
-           gl.Balance(account::kIncomeTaxPayable));
-    }
+    Cash(ctx_, account::kBankCheque, day, "CB", "TFR", "Transfer from saver", account::kBankSaver,
+         std::min(-surplus / 100000000 * 100000000 + DemoContext::Dollars(10000),
+                  gl.Balance(account::kBankSaver) / 1000000 * 1000000));
   }
 }
 

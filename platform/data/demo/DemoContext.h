@@ -43,6 +43,7 @@ struct PartyInfo {
   int term = 0;  // index into the payment term table
   Payer payer = Payer::kOnTime;
   int weight = 1;  // how much business it does
+  bool exporter = false;
 };
 
 struct ItemInfo {

@@ -202,6 +202,8 @@ void WriteParties(DemoContext& ctx) {
     // One customer's category was deleted after it was given: the lists show it as a code
     // with no description, the deliberate dangling code of the party table.
     if (p.customer && i == 7) category = "RETIRED";
+    // Export customers are invoiced zero rated, in the export sales account.
+    p.exporter = p.customer && std::string_view(category) == "EXPORT";
     const int status = p.payer == Payer::kBad ? 4 : p.payer == Payer::kSlow ? 3 : 2;
     parties.Insert({p.id,
                     p.name,
@@ -281,8 +283,8 @@ void WriteItems(DemoContext& ctx) {
         item.supplier =
             static_cast<std::size_t>(r.Below(static_cast<std::int64_t>(ctx.suppliers.size())));
         const bool big = item.cost > DemoContext::Dollars(1000);
-        item.min_reorder = item.inventory == 0 ? 0 : big ? 2 : 10;
-        item.max_reorder = item.inventory == 0 ? 0 : big ? 6 : 40;
+        item.min_reorder = item.inventory == 0 ? 0 : big ? 1 : 10;
+        item.max_reorder = item.inventory == 0 ? 0 : big ? 3 : 40;
         const std::string& supplier = ctx.parties[ctx.suppliers[item.supplier]].id;
         // The last one of each family is no longer sold: inactive, kept for its history.
         const bool active = v < per_name || per_name == 1;

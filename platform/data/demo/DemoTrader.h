@@ -76,6 +76,8 @@ class Trader {
   // Cash and the year.
   void CashMonth(Date month_start);
   void TaxReturns(Date day);
+  // At a month's end, keeps the cheque account near its working balance against the saver.
+  void SweepCash(Date day);
   void YearEnd(int year_index);
   void StocktakeAdjustments(Date day);
   void FinishStock();

@@ -60,9 +60,9 @@ void Trader::Run() {
        0,
        ctx_.branches[0],
        "ADM",
-       {{account::kBankCheque, DemoContext::Dollars(400000) * ctx_.options.scale},
-        {account::kShareCapital, -DemoContext::Dollars(250000) * ctx_.options.scale},
-        {account::kBankLoan, -DemoContext::Dollars(150000) * ctx_.options.scale}}});
+       {{account::kBankCheque, DemoContext::Dollars(2500000) * ctx_.options.scale},
+        {account::kShareCapital, -DemoContext::Dollars(1000000) * ctx_.options.scale},
+        {account::kBankLoan, -DemoContext::Dollars(1500000) * ctx_.options.scale}}});
   const int months = cal.Months();
   for (Date day = cal.FirstDay(); day <= present; day = day.AddDays(1)) {
     if (day.Day() == 1) {
@@ -79,6 +79,7 @@ void Trader::Run() {
       Settle(s);
     }
     TaxReturns(day);
+    if (day == day.LastOfMonth()) SweepCash(day);
     for (std::size_t y = 0; y + 1 < cal.Years().size(); ++y) {
       if (cal.Years()[y].end == day) YearEnd(static_cast<int>(y));
     }
@@ -143,16 +144,20 @@ void Trader::SalesDay(Date day) {
     std::vector<DocLine> lines;
     const int wanted = static_cast<int>(r_.Between(1, 4));
     for (int l = 0; l < wanted; ++l) {
-      const std::size_t item =
+      std::size_t item =
           static_cast<std::size_t>(r_.Below(static_cast<std::int64_t>(ctx_.items.size())));
+      // Engines and electronics are a few sales a week; the counter trade is parts and gear.
+      while (ctx_.items[item].cost > DemoContext::Dollars(1000) && !r_.Chance(0.05)) {
+        item = static_cast<std::size_t>(r_.Below(static_cast<std::int64_t>(ctx_.items.size())));
+      }
       const ItemInfo& info = ctx_.items[item];
       const bool big = info.cost > DemoContext::Dollars(1000);
-      const double quantity = big ? 1.0 : static_cast<double>(r_.Between(1, 8));
+      const double quantity = big ? 1.0 : static_cast<double>(r_.Between(1, 5));
       const double discount = customer.weight > 1 && r_.Chance(0.2) ? 5.0 : 0.0;
       StockLines(lines, item, location, quantity, info.price, discount);
     }
     if (lines.empty()) continue;
-    const bool export_sale = customer.id.size() > 0 && customer.weight > 10;
+    const bool export_sale = customer.exporter;
     for (DocLine& line : lines) {
       line.tax_category = export_sale ? ctx_.facts.zero : ctx_.facts.standard;
       line.tax = export_sale ? 0 : ctx_.TaxOn(line.value);
