@@ -21,11 +21,9 @@ namespace fs = std::filesystem;
 
 std::unique_ptr<host::ReportService> DemoReports::service_;
 
-namespace {
-
 // Each test runs in a process of its own, so the company is cached, keyed by the binary's build
 // time: a new build of the generator comes with a new binary and a new company.
-std::string DemoPath() {
+std::string DemoCompanyPath() {
   const auto stamp = fs::last_write_time("/proc/self/exe").time_since_epoch().count();
   const fs::path folder =
       fs::temp_directory_path() / "trellin-report-tests" / std::to_string(stamp);
@@ -39,6 +37,8 @@ std::string DemoPath() {
   }
   return path;
 }
+
+namespace {
 
 class DumpSink : public engine::PageSink {
  public:
@@ -54,7 +54,7 @@ class DumpSink : public engine::PageSink {
 
 void DemoReports::SetUpTestSuite() {
   SetClockForTesting(Date::FromYmdHms(2026, 3, 31, 9, 30, 0));
-  if (!service_) service_ = host::ReportService::Open(DemoPath());
+  if (!service_) service_ = host::ReportService::Open(DemoCompanyPath());
 }
 
 void DemoReports::TearDownTestSuite() {
@@ -79,6 +79,10 @@ DesignerPtr DemoReports::Open(const std::string& key, const std::vector<std::str
 }
 
 std::vector<std::string> DemoReports::RunPages(const DesignerPtr& designer) {
+  return DumpPages(designer);
+}
+
+std::vector<std::string> DumpPages(const DesignerPtr& designer) {
   DumpSink sink;
   engine::RunReport(*designer, sink);
   std::vector<std::string> pages = std::move(sink.pages);

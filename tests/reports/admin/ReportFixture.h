@@ -35,6 +35,12 @@ class DemoReports : public ::testing::Test {
   static std::unique_ptr<host::ReportService> service_;
 };
 
+// The path of the cached scale-1 demo company, building it when it is not there yet.
+[[nodiscard]] std::string DemoCompanyPath();
+
+// Runs an opened report into page dumps (see DemoReports::RunPages).
+[[nodiscard]] std::vector<std::string> DumpPages(const DesignerPtr& designer);
+
 // Compares `actual` with tests/reports/<area>/golden/<name>.txt. With TRELLIN_UPDATE_GOLDEN=1 in
 // the environment the file is written instead, and the test notes it.
 void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual);
