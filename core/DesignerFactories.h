@@ -7,6 +7,9 @@
 
 namespace trellin {
 
+// reports/ledger
+DesignerPtr CreatearglAccountReports();
+
 // reports/admin
 DesignerPtr CreatearAdminBase();
 DesignerPtr CreatearCustomerTypeList();

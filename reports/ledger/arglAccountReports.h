@@ -1,0 +1,233 @@
+#pragma once
+// The twelve account statements ("TrialBalance", "FinancialStatement", "PeriodSummary", ...):
+// one designer that walks the chart of accounts by hand inside its Detail section and decides on
+// each pass what the next printed line is: an account, a heading, a total or nothing. Totals are
+// kept in seven level records, not in the engine; the figures of each column family come from
+// one grouped query over the ledger, looked up by account.
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Designer.h"
+#include "core/host/Recordset.h"
+#include "platform/runtime/Currency.h"
+#include "platform/runtime/Date.h"
+#include "platform/runtime/Variant.h"
+
+namespace trellin {
+
+// The statements this designer serves, one per catalogue key.
+enum class LedgerReport {
+  GeneralLedger,
+  TrialBalance,
+  EndOfYearTrialBalance,
+  FinancialStatement,
+  FiveYearSummary,
+  PeriodSummary,
+  MovementReport,
+  VarianceReport,
+  LastYearComparison,
+  BudgetCashFlow,
+  BudgetSummary,
+  BudgetVarianceReport,
+};
+
+// The statement of a catalogue key; throws std::invalid_argument naming a key this designer does
+// not serve.
+[[nodiscard]] LedgerReport LedgerReportFromKey(std::string_view key);
+
+// One level of totals. Index 0 sums the whole statement, 1 to 5 follow ALevel, 6 is the
+// current account's own row.
+struct AccountLevel {
+  std::int16_t State = 0;  // 0 none, 1 heading waiting, 2 group with a total due
+  std::int32_t Lines = 0;  // accounts printed since the heading was set
+  std::string Code;
+  std::string Description;
+  std::uint8_t Type = 0;
+  std::array<Currency, 21> Values{};  // columns 1 to 20; [0] unused
+
+  void Zero() { Values.fill(Currency()); }
+};
+
+inline constexpr int kAccountLevels = 7;
+inline constexpr int kRowLevel = 6;
+inline constexpr int kMaxColumns = 20;
+
+// The heading a statement grouped by type gives account class 1 to 11; "" otherwise.
+[[nodiscard]] std::string_view TypeHeading(int type);
+// Types 1, 4, 6, 9, 10 and 11: income, appropriations, liabilities and capital.
+[[nodiscard]] bool IsCreditType(int type);
+// "TOTAL " + description when it is all capitals, otherwise "Total " + description.
+[[nodiscard]] std::string TotalCaption(const std::string& description);
+
+// The ends of the period columns: ends[0] closes the period before column 1, ends[n] closes
+// column n. `fiscal_year_end` is used by "Year to Date" only. Throws std::invalid_argument for a
+// frequency the statements do not know.
+[[nodiscard]] std::vector<Date> PeriodEnds(const std::string& frequency, Date to_date,
+                                           Date fiscal_year_end);
+
+class arglAccountReports : public Designer {
+ public:
+  arglAccountReports() : Designer("arglAccountReports") {}
+
+  void RefreshParameters(std::string& ReportName) override;
+  [[nodiscard]] bool ValidateParameters() override;
+
+  void ActiveReport_ReportStart() override;
+  void ActiveReport_FetchData(bool& eof) override;
+  void OnFormat(Section& section) override;
+  void ActiveReport_ReportEnd() override;
+
+  // The title rule: "YTD Trial Balance ending 31/03/2025", "Trial Balance (1/04/2024-...)", ...
+  // Uses the designer's Period, FromDate and ToDate and the business layer's date format.
+  [[nodiscard]] std::string FormatPeriodTitle(const std::string& title,
+                                              const std::string& period) const;
+
+  // State after ApplyParameters, for the statement's callers and tests.
+  [[nodiscard]] LedgerReport Report() const { return report_; }
+  [[nodiscard]] const Variant& FromDate() const { return from_date_; }
+  [[nodiscard]] const Variant& ToDate() const { return to_date_; }
+  [[nodiscard]] const Variant& LastFromDate() const { return last_from_date_; }
+  [[nodiscard]] const Variant& LastToDate() const { return last_to_date_; }
+  [[nodiscard]] const std::string& ParametersText() const { return parameters_text_; }
+  [[nodiscard]] const std::string& ChartSQL() const { return chart_sql_; }
+  // The queries of the column families as opened for the current group combination.
+  [[nodiscard]] const std::vector<std::string>& ValueSQL() const { return value_sql_; }
+
+ private:
+  // --- parameters (arglAccountReports_parameters.cpp) ---
+  void DeclareParameters(const std::string& key);
+  void ApplyParameters();
+  void DefineGroupings();
+  void NormaliseDates();
+  void BuildChartSQL();
+  [[nodiscard]] std::string DateText(const Variant& date) const;
+
+  // --- columns and titles (arglAccountReports_columns.cpp) ---
+  void CreateColumns();
+  void SetTitle();
+  void SetColumnFormats();
+  Control& AddValueField(int n, float left, float width);
+  void AddCaption(int n, const std::string& caption, float left, float width);
+
+  // --- figures (arglAccountReports_figures.cpp) ---
+  void OpenValueSets();
+  void OpenStatementSets();
+  void OpenPeriodSets();
+  void ReadStartFigures();
+  [[nodiscard]] bool IsPeriodColumns() const;
+  // Balance-sheet accounts to `to`, profit and loss within the period; a Null date drops its
+  // own part.
+  [[nodiscard]] std::string StatementFigures(const Variant& from, const Variant& to) const;
+  [[nodiscard]] std::string SumByAccount(const std::vector<std::string>& conditions) const;
+  // The account types whose figures go to the retained earnings row; "" when none do.
+  [[nodiscard]] std::string RetainedCondition() const;
+  void FillRow(const std::string& account_id, int type);
+  void FillPeriodRow(const std::string& account_id, int type);
+  [[nodiscard]] Currency Lookup(std::size_t set, const std::string& account_id, int field);
+  [[nodiscard]] Currency Retained(std::size_t set, int field) const;
+  [[nodiscard]] std::string Where(std::vector<std::string> conditions) const;
+  [[nodiscard]] std::string SumValue() const;
+  void OpenSet(const std::string& sql);
+  void OpenRetained(const std::string& sql);
+  void AddRetainedFigures(const std::string& account_id);
+  void RunFooterChecks();
+
+  // --- the walk (arglAccountReports_walk.cpp) ---
+  void Detail_Format(Section& detail);
+  bool LevelGroupEnds(Section& detail);
+  bool TypeEnds(Section& detail);
+  void ChartRowLine(Section& detail);
+  void AccountLine(Section& detail);
+  void PrintTotal(Section& detail, int level, const std::string& caption);
+  void PrintHeading(Section& detail, const AccountLevel& level);
+  void ResetLine(Section& detail);
+  void MoveNextRow();
+  // GeneralLedger: whether the account has ledger lines in the period, for a row whose
+  // figures net to nothing; and the period's movement added to the totals.
+  [[nodiscard]] bool HasLedgerLines(const std::string& account_id);
+  void AddLedgerMovement();
+  void StartCombination();
+  [[nodiscard]] bool NextCombination();
+  [[nodiscard]] std::string GroupFilter() const;
+
+  // --- level values (arglAccountReports_levels.cpp) ---
+  bool ShowLevelValues(int level, bool lastLine);
+  void ShowValueFields(bool showNumbers, bool showTexts);
+  void StatementRule(int level, bool lastLine, bool total_line);
+  void ShowWhenNonZero(int n);
+  void PeriodVisibility();
+  void ShowPercent(int n, double numerator, double denominator);
+  [[nodiscard]] Control* NumField(int n) const;
+  [[nodiscard]] std::string ChartText(const char* field) const;
+  [[nodiscard]] int ChartLong(const char* field) const;
+
+  struct GroupList {
+    std::string field;           // BranchId or DeptId
+    std::shared_ptr<Recordset> rs;  // first column the value, Null a real group
+  };
+
+  LedgerReport report_ = LedgerReport::TrialBalance;
+  std::string key_;
+  std::string title_;
+
+  // Parameters as applied.
+  std::string period_;
+  std::int64_t fiscal_year_ = 0;  // index into the calendar's years, from 1
+  Variant from_date_, to_date_, last_from_date_, last_to_date_;
+  std::string account_filter_;
+  std::string accounts_, branches_, departments_;
+  bool by_type_ = false;
+  int account_summary_level_ = 5;
+  int account_total_level_ = 3;
+  int round_digits_ = 2;
+  bool include_code_ = true, adjust_credits_ = false, show_total_ = false;
+  bool tax_inclusive_ = false, add_net_profit_ = false, add_appropriations_ = false;
+  bool drilldown_ = false;
+  std::string budget_column_ = "Budget";
+  std::string split_by_;
+  bool filtered_ = false;
+  std::vector<Date> period_ends_;
+  Currency sales_total_;
+  std::string parameters_text_;
+  std::string chart_sql_;
+  std::string frequency_;
+  std::string tax_name_;
+  std::string retained_account_;
+  Currency opening_bank_;
+  std::array<Currency, 21> column_sums_{};  // BudgetCashFlow's sums over every account
+
+  // The walk.
+  std::array<AccountLevel, kAccountLevels> AccountLevels{};
+  int CurrentType = 0;
+  int CurrentLevel = 0;
+  int LastLevel = 0;
+  bool PendingBlankLine = false;
+  std::shared_ptr<Recordset> chart_;
+  bool chart_done_ = false;
+  bool finished_ = false;
+  bool started_ = false;
+  float standard_height_ = 260;
+  float description_left_ = 0;
+  std::int64_t row_number_ = 0;   // moves with the chart's row pointer
+  std::int64_t filled_row_ = -1;  // the row whose figures level 6 holds
+  Currency gl_debits_, gl_credits_;
+  int column_count_ = 0;
+  int total_column_ = 0;  // the ShowTotal column of the period statements, 0 when none
+  float column_width_ = 1300;
+  std::array<Control*, kMaxColumns + 1> num_fields_{};
+  std::vector<std::shared_ptr<Recordset>> ValueSets;
+  std::vector<Variant> RetainedSets;  // one scalar per column, Null when nothing to add
+  std::vector<std::string> value_sql_;
+  std::vector<GroupList> groups_;
+  std::vector<std::string> year_captions_;
+  std::vector<bool> year_present_;
+};
+
+[[nodiscard]] DesignerPtr CreatearglAccountReports();
+
+}  // namespace trellin

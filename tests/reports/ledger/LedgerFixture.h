@@ -1,0 +1,46 @@
+#pragma once
+// The statements run end to end on the scale-1 demo company: a service over the company, a
+// statement opened by key with values applied, its pages as text dumps and golden files.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Designer.h"
+#include "platform/host/run/ReportService.h"
+
+namespace trellin::ledger_testing {
+
+class LedgerReports : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+
+  [[nodiscard]] static host::ReportService& Service();
+  // The path of the demo company file, built once per test binary.
+  [[nodiscard]] static const std::string& CompanyPath();
+
+  // The statement `key` with "NAME=VALUE" assignments applied and validated.
+  [[nodiscard]] static DesignerPtr Open(const std::string& key,
+                                        const std::vector<std::string>& assignments);
+  // Runs an opened statement; one string a page, the run's errors last, starting "errors:".
+  [[nodiscard]] static std::vector<std::string> RunPages(const DesignerPtr& designer);
+  // Open and run, the pages joined.
+  [[nodiscard]] static std::string Run(const std::string& key,
+                                       const std::vector<std::string>& assignments);
+
+ private:
+  static std::unique_ptr<host::ReportService> service_;
+};
+
+// The printed text of every control named `name` (in the "row" lines of a dump), in order.
+[[nodiscard]] std::vector<std::string> TextsOf(const std::string& dump, const std::string& name);
+// The printed lines of a dump (texts only), for searching.
+[[nodiscard]] std::vector<std::string> PrintedTexts(const std::string& dump);
+
+// Compares `actual` with tests/reports/ledger/golden/<name>.txt; TRELLIN_UPDATE_GOLDEN=1 writes.
+void ExpectLedgerGolden(const std::string& name, const std::string& actual);
+
+}  // namespace trellin::ledger_testing
