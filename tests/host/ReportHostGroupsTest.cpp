@@ -138,6 +138,34 @@ TEST_F(ReportHostGroupsTest, DefinitionsThatCannotWorkAreRefusedWithTheirReason)
       << "the layout has two group levels";
 }
 
+TEST_F(ReportHostGroupsTest, SetupBindsUsedLevelsAndQuietsTheRest) {
+  struct Case {
+    std::int64_t footer_height;
+    float expected_height;
+  };
+  const Case cases[] = {{500, 500}, {-1, 250}, {100, 240}};
+  for (const Case& c : cases) {
+    DesignerPtr designer = Prepare("CustomersByType");
+    TLReport& host = *designer->TLReport();
+    host.DefineGroup(1, "Customer Type", "OtherParty.CustomerTypeId", "", true);
+    host.EndDefineGroups();
+    host.SetupGroupSections(false, c.footer_height, true);
+    Sections& sections = designer->Sections();
+    // Never below the footer's own controls, which reach 240 twips.
+    EXPECT_EQ(sections["GroupFooter1"].Height(), c.expected_height) << c.footer_height;
+    EXPECT_EQ(sections["GroupHeader1"].DataField(), "CustomerTypeId");
+    EXPECT_EQ(sections["GroupHeader1"].NewPage(), NewPageMode::Before);
+    EXPECT_EQ(designer->Field("ghLabel1").Tag(), "Customer Type");
+    EXPECT_FALSE(sections["GroupHeader2"].Visible());
+    EXPECT_FALSE(sections["GroupFooter2"].Visible());
+    EXPECT_EQ(sections["GroupHeader2"].DataField(), "");
+    EXPECT_EQ(designer->Field("gfCount1").SummaryType(), SummaryType::SubTotal);
+    EXPECT_EQ(designer->Field("gfCount1").SummaryFunc(), SummaryFunc::Count);
+    EXPECT_EQ(designer->Field("rfCount").SummaryType(), SummaryType::GrandTotal);
+    EXPECT_EQ(designer->Field("gf1Limit").SummaryFunc(), SummaryFunc::Sum) << "the layout's own";
+  }
+}
+
 TEST(GroupDefinitionTest, KeyTextAndBoundField) {
   GroupDefinition group(1, "Supplier", "Item.SupplierId", "", false);
   EXPECT_EQ(group.BoundField(), "SupplierId");
