@@ -40,13 +40,12 @@ AdminDetails::Details AssetCategoryDetails(const Recordset& rs) {
 AdminDetails::Details BankDetails(const Recordset& rs) {
   const std::string lines = AdminDetails::JoinPresent(
       {TextOf(rs, "BankName"), TextOf(rs, "Branch"), TextOf(rs, "AccountNumber")}, kLineBreak);
-  return {{"BankDetails", lines},
-          {"AssetAccount",
-           AdminDetails::JoinPresent({TextOf(rs, "AssetAccountId"), TextOf(rs, "AssetDescription")},
-                                     ", ")},
-          {"FeesAccount",
-           AdminDetails::JoinPresent({TextOf(rs, "FeesAccountId"), TextOf(rs, "FeesDescription")},
-                                     ", ")}};
+  return {
+      {"BankDetails", lines},
+      {"AssetAccount", AdminDetails::JoinPresent(
+                           {TextOf(rs, "AssetAccountId"), TextOf(rs, "AssetDescription")}, ", ")},
+      {"FeesAccount", AdminDetails::JoinPresent(
+                          {TextOf(rs, "FeesAccountId"), TextOf(rs, "FeesDescription")}, ", ")}};
 }
 
 AdminDetails::Details BranchDetails(const Recordset& rs) {

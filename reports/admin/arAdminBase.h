@@ -17,12 +17,12 @@ class AdminDetails;
 
 // What one key of the master lists is made of.
 struct AdminKey {
-  std::string_view key;             // "BankList"
-  std::string_view order_choices;   // the OrderBy pick-list, "Code,Account Name"
-  long standard_index;              // the standard parameter that filters the list
-  std::string_view base_sql;        // the SELECT, without WHERE or ORDER BY
-  std::string_view code_field;      // the key's code: the filter field and the default order
-  std::string_view parent_field;    // the field of a "Parent Asset" order; "" when none
+  std::string_view key;            // "BankList"
+  std::string_view order_choices;  // the OrderBy pick-list, "Code,Account Name"
+  long standard_index;             // the standard parameter that filters the list
+  std::string_view base_sql;       // the SELECT, without WHERE or ORDER BY
+  std::string_view code_field;     // the key's code: the filter field and the default order
+  std::string_view parent_field;   // the field of a "Parent Asset" order; "" when none
 };
 
 // The row of `key`; nullptr for a key the designer does not serve.

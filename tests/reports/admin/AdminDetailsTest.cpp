@@ -58,19 +58,32 @@ TEST_F(AdminDetailsTest, DetailsOfTheDemoCompany) {
     const char* code;
     AdminDetails::Details details;
   } cases[] = {
-      {"BankList", "chq",
+      {"BankList",
+       "chq",
        {{"BankDetails", "Harbour Bank\r\nAuckland\r\n12-3108-0456123-00"},
-        {"AssetAccount", "3010, " + database->Query("SELECT Description FROM Account WHERE "
-                                                    "AccountId='3010'")->Value(0).Text()},
-        {"FeesAccount", "1255, " + database->Query("SELECT Description FROM Account WHERE "
-                                                   "AccountId='1255'")->Value(0).Text()}}},
-      {"BranchList", "AKL",
+        {"AssetAccount", "3010, " + database
+                                        ->Query("SELECT Description FROM Account WHERE "
+                                                "AccountId='3010'")
+                                        ->Value(0)
+                                        .Text()},
+        {"FeesAccount", "1255, " + database
+                                       ->Query("SELECT Description FROM Account WHERE "
+                                               "AccountId='1255'")
+                                       ->Value(0)
+                                       .Text()}}},
+      {"BranchList",
+       "AKL",
        {{"AddressDetails", "12 Wharf Road\r\nAuckland"},
         {"ContactDetails", "Bus: 0800 884 627\r\nEmail: accounts.AKL@tuibay.example"}}},
-      {"EmployeeList", "MW", {{"ContactMethod", "Mobile\r\n021 555 01MW"}, {"ContactDetail", "021 555 01MW"}}},
-      {"AssetCategoryList", "VEHICLE",
-       {{"Description", "Motor vehicles"}, {"CalculationPeriod", "Monthly"},
-        {"Revaluation", "Market"}, {"DisposalType", "Sale"}}},
+      {"EmployeeList",
+       "MW",
+       {{"ContactMethod", "Mobile\r\n021 555 01MW"}, {"ContactDetail", "021 555 01MW"}}},
+      {"AssetCategoryList",
+       "VEHICLE",
+       {{"Description", "Motor vehicles"},
+        {"CalculationPeriod", "Monthly"},
+        {"Revaluation", "Market"},
+        {"DisposalType", "Sale"}}},
   };
   for (const auto& c : cases) {
     AdminDetails details(database, c.key);

@@ -27,29 +27,35 @@ const std::vector<GoldenCase>& GoldenCases() {
   static const std::vector<GoldenCase> cases = {
       {"AssetCategoryList", "AssetCategoryList", {}},
       {"AssetCategoryList-description", "AssetCategoryList", {"OrderBy=Description"}},
-      {"AssetCategoryList-all-columns", "AssetCategoryList",
+      {"AssetCategoryList-all-columns",
+       "AssetCategoryList",
        {"Columns=Code,Description,CalculationPeriod,Revaluation,DisposalType"}},
       {"AssetSiteList", "AssetSiteList", {}},
       {"AssetSiteList-description", "AssetSiteList", {"OrderBy=Description"}},
-      {"AssetSiteList-parent-site", "AssetSiteList", {"OrderBy=Parent Site", "AssetSites=HQ..WSHOP"}},
+      {"AssetSiteList-parent-site",
+       "AssetSiteList",
+       {"OrderBy=Parent Site", "AssetSites=HQ..WSHOP"}},
       {"AssetTypeList", "AssetTypeList", {}},
       {"AssetTypeList-description", "AssetTypeList", {"OrderBy=Description"}},
       {"AssetTypeList-parent-type", "AssetTypeList", {"OrderBy=Parent Type"}},
       {"BankList", "BankList", {}},
       {"BankList-account-name", "BankList", {"OrderBy=Account Name"}},
-      {"BankList-accounts", "BankList",
+      {"BankList-accounts",
+       "BankList",
        {"Banks=CHQ,SAVE", "Columns=Code,Name,Bank,AssetAccount,FeesAccount"}},
       {"BranchList", "BranchList", {}},
       {"BranchList-name", "BranchList", {"OrderBy=Name", "Branches=TGA"}},
       {"CustomerCategoryList", "CustomerCategoryList", {}},
-      {"CustomerCategoryList-description", "CustomerCategoryList",
+      {"CustomerCategoryList-description",
+       "CustomerCategoryList",
        {"OrderBy=Description", "CustomerCategories=EXPORT..RETAIL"}},
       {"EmployeeList", "EmployeeList", {}},
       {"EmployeeList-name", "EmployeeList", {"OrderBy=Name"}},
       {"JobCategoryList", "JobCategoryList", {}},
       {"JobCategoryList-description", "JobCategoryList", {"OrderBy=Description"}},
       {"DepartmentList", "DepartmentList", {}},
-      {"DepartmentList-description", "DepartmentList",
+      {"DepartmentList-description",
+       "DepartmentList",
        {"OrderBy=Description", "Departments=ADM..TRD"}},
       {"PostCodeList", "PostCodeList", {}},
       {"PostCodeList-postcode", "PostCodeList", {"OrderBy=Postcode", "Countries=NZ"}},
@@ -79,16 +85,16 @@ TEST_F(AdminGolden, PostcodeStatesAreBookmarksUnderTheirCountry) {
 // reader to look at.
 TEST_F(AdminGolden, RendersToPdfAndXlsx) {
   const char* keep = std::getenv("TRELLIN_KEEP_OUTPUT");
-  const std::filesystem::path folder =
-      keep != nullptr ? std::filesystem::path(keep)
-                      : std::filesystem::temp_directory_path() /
-                            ("trellin-admin-out-" + std::to_string(getpid()));
+  const std::filesystem::path folder = keep != nullptr
+                                           ? std::filesystem::path(keep)
+                                           : std::filesystem::temp_directory_path() /
+                                                 ("trellin-admin-out-" + std::to_string(getpid()));
   std::filesystem::create_directories(folder);
   std::vector<const char*> extensions = {".pdf", ".xlsx"};
   if (keep != nullptr) extensions.push_back(".png");
-  const char* keys[] = {"AssetCategoryList", "AssetSiteList", "AssetTypeList", "BankList",
-                        "BranchList", "CustomerCategoryList", "EmployeeList", "JobCategoryList",
-                        "DepartmentList", "PostCodeList"};
+  const char* keys[] = {
+      "AssetCategoryList",    "AssetSiteList", "AssetTypeList",   "BankList",       "BranchList",
+      "CustomerCategoryList", "EmployeeList",  "JobCategoryList", "DepartmentList", "PostCodeList"};
   for (const char* key : keys) {
     for (const char* extension : extensions) {
       SCOPED_TRACE(std::string(key) + extension);
