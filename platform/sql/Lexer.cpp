@@ -1,6 +1,8 @@
 #include "platform/sql/Lexer.h"
 
 #include <array>
+#include <cmath>
+#include <cstdlib>
 
 #include "platform/sql/SqlError.h"
 
@@ -110,7 +112,11 @@ class Lexer {
       std::string bad(text_.substr(start, pos_ - start));
       throw SqlError("invalid number '" + bad + "'", Position(start), bad);
     }
-    return Make(TokenKind::kNumber, start, std::string(text_.substr(start, pos_ - start)));
+    std::string number(text_.substr(start, pos_ - start));
+    if (!std::isfinite(std::strtod(number.c_str(), nullptr))) {
+      throw SqlError("number out of range '" + number + "'", Position(start), number);
+    }
+    return Make(TokenKind::kNumber, start, std::move(number));
   }
 
   // [name] and #date#: everything up to the closing character, which has no escape.

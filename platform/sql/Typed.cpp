@@ -106,6 +106,7 @@ std::string ScaleDecimal(std::string_view decimal) {
     double value = std::strtod(std::string(decimal).c_str(), nullptr) * 10000.0;
     if (negative) value = -value;
     char buffer[40];
+    if (!std::isfinite(value)) return negative ? "-9e999" : "9e999";  // SQLite's infinity
     if (std::fabs(value) < 9e15 && value == std::floor(value)) {
       std::snprintf(buffer, sizeof buffer, "%.0f", value);
     } else {

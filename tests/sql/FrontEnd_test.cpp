@@ -51,10 +51,11 @@ TEST(ScaleDecimal, ShiftsFourPlacesExactly) {
     const char* scaled;
     bool exact_money;
   } cases[] = {
-      {"100", "1000000", true}, {"12.34", "123400", true}, {"-0.5", "-5000", true},
-      {"0.0001", "1", true},    {"0.00005", "0.5", false}, {"007.10", "71000", true},
-      {".25", "2500", true},    {"1E3", "10000000", true}, {"2.5e-5", "0.25", false},
-      {"-0", "0", true},        {"0.00010", "1", true},    {"9999999999", "99999999990000", true},
+      {"100", "1000000", true},  {"12.34", "123400", true}, {"-0.5", "-5000", true},
+      {"0.0001", "1", true},     {"0.00005", "0.5", false}, {"007.10", "71000", true},
+      {".25", "2500", true},     {"1E3", "10000000", true}, {"2.5e-5", "0.25", false},
+      {"-0", "0", true},         {"0.00010", "1", true},    {"9999999999", "99999999990000", true},
+      {"1e305", "9e999", false},  // beyond a double once scaled: SQLite's infinity
   };
   for (const Case& c : cases) {
     EXPECT_EQ(ScaleDecimal(c.decimal), c.scaled) << c.decimal;
@@ -116,6 +117,7 @@ TEST(Lexer, ErrorsNamePositionAndToken) {
       {"SELECT #2024", "unterminated date literal at position 8", 8, "#2024"},
       {"SELECT a ! b", "unexpected character '!' at position 10", 10, "!"},
       {"SELECT 12ab", "invalid number '12ab' at position 8", 8, "12ab"},
+      {"SELECT 2e999", "number out of range '2e999' at position 8", 8, "2e999"},
   };
   for (const Case& c : cases) {
     try {
