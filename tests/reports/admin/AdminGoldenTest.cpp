@@ -73,6 +73,21 @@ TEST_F(AdminGolden, PageDumps) {
   }
 }
 
+TEST_F(AdminGolden, AListWithNoRowsPrintsItsHeadingsOnly) {
+  const struct {
+    const char* key;
+    const char* filter;
+  } cases[] = {{"BankList", "Banks=ZZZ"}, {"DepartmentList", "Departments=ZZZ"},
+               {"PostCodeList", "Countries=ZZ"}, {"EmployeeList", "Employees=ZZZ"}};
+  for (const auto& c : cases) {
+    std::vector<std::string> pages = RunPages(Open(c.key, {c.filter}));
+    ASSERT_EQ(pages.size(), 1u) << c.key << "\n" << Join(pages, "\n");
+    EXPECT_EQ(pages[0].find("row Detail"), std::string::npos) << c.key;
+    EXPECT_EQ(pages[0].find("rect "), std::string::npos) << c.key << ": a shaded empty row";
+    EXPECT_NE(pages[0].find("Page 1"), std::string::npos) << c.key;
+  }
+}
+
 TEST_F(AdminGolden, PostcodeStatesAreBookmarksUnderTheirCountry) {
   std::vector<std::string> pages = RunPages(Open("PostCodeList", {}));
   ASSERT_FALSE(pages.empty());
