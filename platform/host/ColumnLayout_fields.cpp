@@ -90,6 +90,7 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
   if (picked.empty()) return;
 
   std::vector<ColumnWidthRequest> requests;
+  requests.reserve(picked.size());
   for (const DataColumn* column : picked) requests.push_back({column->Width, column->MinimumWidth});
   const float print_width = designer.PrintWidth();
   std::vector<float> widths = ColumnWidths(requests, print_width);
