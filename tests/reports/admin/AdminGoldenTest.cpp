@@ -77,8 +77,10 @@ TEST_F(AdminGolden, AListWithNoRowsPrintsItsHeadingsOnly) {
   const struct {
     const char* key;
     const char* filter;
-  } cases[] = {{"BankList", "Banks=ZZZ"}, {"DepartmentList", "Departments=ZZZ"},
-               {"PostCodeList", "Countries=ZZ"}, {"EmployeeList", "Employees=ZZZ"}};
+  } cases[] = {{"BankList", "Banks=ZZZ"},
+               {"DepartmentList", "Departments=ZZZ"},
+               {"PostCodeList", "Countries=ZZ"},
+               {"EmployeeList", "Employees=ZZZ"}};
   for (const auto& c : cases) {
     std::vector<std::string> pages = RunPages(Open(c.key, {c.filter}));
     ASSERT_EQ(pages.size(), 1u) << c.key << "\n" << Join(pages, "\n");
