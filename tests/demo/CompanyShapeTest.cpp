@@ -41,9 +41,11 @@ TEST(DemoCompany, SomethingForEveryReportToShow) {
       {"held amounts", "SELECT Count(*) FROM Transactions WHERE Held<>0"},
       {"open supplier bills",
        "SELECT Count(*) FROM Transactions WHERE Type=20 AND ValueRemaining>0"},
-      {"credits, discounts",
-       "SELECT Count(DISTINCT Type)=3 FROM Transactions WHERE Type IN "
-       "(21,31,32)"},
+      {"credits, discounts, journals",
+       "SELECT Count(DISTINCT Type)=5 FROM Transactions WHERE Type IN (21,23,31,32,33)"},
+      {"receipts on account",
+       "SELECT Count(*) FROM Transactions WHERE Type=35 AND "
+       "ValueRemaining>0"},
       {"customers who supply", "SELECT Count(*) FROM OtherParty WHERE IsCustomer AND IsSupplier"},
       {"every chart row kind", "SELECT Count(DISTINCT IfNull(Post,'-'))=6 FROM Account"},
       {"levels 1 to 5",

@@ -63,6 +63,16 @@ void Trader::CashMonth(Date month_start) {
          account::kPayePayable,
          gl.MonthMovement(account::kPayePayable, cal.MonthIndex(month_start) - 1));
   }
+  // A few customers pay in advance, on account; the money waits for their next invoice.
+  for (std::int64_t k = 0; k < scale; ++k) {
+    const Date day = month_start.AddDays(static_cast<int>(r_.Between(0, 25)));
+    const std::size_t party = ctx_.customers[static_cast<std::size_t>(
+        r_.Below(static_cast<std::int64_t>(ctx_.customers.size())))];
+    if (day <= present) {
+      due_.push({day, order_++, 35, party, 0, DemoContext::Dollars(r_.Between(50, 500)),
+                 ctx_.parties[party].location});
+    }
+  }
   const Date last = month_start.LastOfMonth();
   if (last > present) return;
   Cash(ctx_, account::kBankCheque, last, "CB", "FEES", "Account fees " + month, account::kBankFees,

@@ -261,6 +261,7 @@ void WriteCodeTables(DemoContext& ctx) {
       {"DSC", "Discount", 32},         {"REC", "Receipt", 35},
       {"JINV", "Job Invoice", 30},     {"SINV", "Supplier Invoice", 20},
       {"SCRN", "Supplier Credit", 21}, {"PPD", "Prompt Payment Discount", 22},
+      {"JNL", "Journal", 33},          {"SJNL", "Supplier Journal", 23},
       {"PAY", "Payment", 25},          {"PO", "Purchase Order", 80},
       {"SO", "Sales Order", 90},
   };

@@ -29,6 +29,12 @@ void Trader::PlanSettlements(Side side, std::size_t party, std::int64_t document
   const int pay_type = receivable ? 35 : 25;
   if (!receivable) {
     // The company pays its suppliers on the 20th, some bills a little late when cash is short.
+    // Now and then the bill differs from the order by a few dollars, put right by a journal.
+    if (r_.Chance(0.03)) {
+      const std::int64_t difference = std::min(left, r_.Between(1, 500) * 100);
+      add(due.AddDays(-1), 23, difference);
+      left -= difference;
+    }
     add(due.AddDays(r_.Chance(0.1) ? static_cast<int>(r_.Between(10, 40)) : 0), pay_type, left);
     return;
   }
@@ -50,9 +56,13 @@ void Trader::PlanSettlements(Side side, std::size_t party, std::int64_t document
     case Payer::kPartial: {
       const std::int64_t half = left / 200 * 100;
       add(pay, pay_type, half);
-      // The second half comes much later, and one in five never comes.
-      if (!r_.Chance(0.2))
+      // The second half comes much later; one time in five it never comes, and then half the
+      // time it is written off by a journal six months on.
+      if (!r_.Chance(0.2)) {
         add(pay.AddDays(static_cast<int>(r_.Between(40, 100))), pay_type, left - half);
+      } else if (r_.Chance(0.5)) {
+        add(pay.AddDays(180), 33, left - half);
+      }
       break;
     }
     case Payer::kBad:
@@ -76,7 +86,8 @@ void Trader::Settle(const Settlement& s) {
     const char* prefix;
   };
   constexpr Kind kKinds[] = {{35, "REC", "R"}, {31, "CRN", "CR"},  {32, "DSC", "D"},
-                             {25, "PAY", "P"}, {21, "SCRN", "SC"}, {22, "PPD", "PD"}};
+                             {25, "PAY", "P"}, {21, "SCRN", "SC"}, {22, "PPD", "PD"},
+                             {33, "JNL", "J"}, {23, "SJNL", "SJ"}};
   const Kind* kind = &kKinds[0];
   for (const Kind& k : kKinds) {
     if (k.type == s.type) kind = &k;
@@ -90,10 +101,14 @@ void Trader::Settle(const Settlement& s) {
     journal.lines.push_back({control, sign * s.amount});
     bank_entry = ctx_.ledger->PostBank(
         {"CHQ", s.date, p.id, reference, receivable ? "Receipt" : "Payment"}, journal);
-  } else if (s.type == 32 || s.type == 22) {
+  } else if (s.type == 32 || s.type == 22 || s.type == 33 || s.type == 23) {
+    // Discounts go to their own accounts; journals write a bad debt off, or a bill's
+    // difference back to purchases.
+    const bool discount = s.type == 32 || s.type == 22;
+    const char* other = receivable ? (discount ? account::kDiscountsAllowed : account::kBadDebts)
+                                   : (discount ? account::kDiscountsReceived : account::kPurchases);
     journal.lines.push_back({control, sign * s.amount});
-    journal.lines.push_back(
-        {receivable ? account::kDiscountsAllowed : account::kDiscountsReceived, -sign * s.amount});
+    journal.lines.push_back({other, -sign * s.amount});
     ctx_.ledger->Post(journal);
   } else {
     // A credit: one line, tax included in the amount, turned against the document.
@@ -129,7 +144,7 @@ void Trader::Settle(const Settlement& s) {
                         Cell::Null{},
                         s.date,
                         -sign * s.amount,
-                        std::int64_t{0},
+                        s.document == 0 ? -sign * s.amount : std::int64_t{0},
                         std::int64_t{0},
                         p.employee,
                         s.location,
@@ -142,7 +157,8 @@ void Trader::Settle(const Settlement& s) {
                         payment ? Cell("12-3456-" + std::to_string(1000000 + r_.Below(8999999)))
                                 : Cell(Cell::Null{}),
                         bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry)});
-  allocations_.Insert({id, s.document, -sign * s.amount});
+  // A receipt on account settles nothing yet: it stays open as the customer's credit.
+  if (s.document != 0) allocations_.Insert({id, s.document, -sign * s.amount});
 }
 
 }  // namespace trellin::demo
