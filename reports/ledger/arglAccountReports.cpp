@@ -86,6 +86,7 @@ void arglAccountReports::RefreshParameters(std::string& ReportName) {
   report_ = LedgerReportFromKey(ReportName);
   TLReport()->SetHasParameters(true);
   DeclareParameters(ReportName);
+  SetPage();
 }
 
 bool arglAccountReports::ValidateParameters() {

@@ -109,6 +109,8 @@ class arglAccountReports : public Designer {
 
   // --- columns and titles (arglAccountReports_columns.cpp) ---
   void CreateColumns();
+  // Turns the page for the wide statements; idempotent.
+  void SetPage();
   void SetTitle();
   void SetColumnFormats();
   Control& AddValueField(int n, float left, float width);
@@ -146,6 +148,8 @@ class arglAccountReports : public Designer {
   void PrintTotal(Section& detail, int level, const std::string& caption);
   void PrintHeading(Section& detail, const AccountLevel& level);
   void ResetLine(Section& detail);
+  // Moves a description in by its level, keeping its right edge.
+  void Indent(Control& description, int level) const;
   void MoveNextRow();
   // GeneralLedger: whether the account has ledger lines in the period, for a row whose
   // figures net to nothing; and the period's movement added to the totals.
@@ -213,12 +217,14 @@ class arglAccountReports : public Designer {
   bool started_ = false;
   float standard_height_ = 260;
   float description_left_ = 0;
+  float description_width_ = 3000;
   std::int64_t row_number_ = 0;   // moves with the chart's row pointer
   std::int64_t filled_row_ = -1;  // the row whose figures level 6 holds
   Currency gl_debits_, gl_credits_;
   int column_count_ = 0;
   int total_column_ = 0;  // the ShowTotal column of the period statements, 0 when none
   float column_width_ = 1300;
+  float figure_font_size_ = 9;
   std::array<Control*, kMaxColumns + 1> num_fields_{};
   std::vector<std::shared_ptr<Recordset>> ValueSets;
   std::vector<Variant> RetainedSets;  // one scalar per column, Null when nothing to add

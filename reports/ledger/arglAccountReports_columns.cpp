@@ -19,8 +19,8 @@ struct ColumnCaption {
 
 constexpr float kCodeWidth = 900;
 constexpr float kGap = 60;
-constexpr float kMinDescription = 2800;
-constexpr float kMaxColumnWidth = 1350;
+constexpr float kMinDescription = 2400;
+constexpr float kMaxColumnWidth = 1250;
 constexpr float kCommentWidth = 2600;
 
 constexpr const char* kNumberFormat = "#,##0.00;(#,##0.00)";
@@ -54,7 +54,6 @@ void arglAccountReports::CreateColumns() {
   std::vector<ColumnCaption> captions;
   float comment_width = 0;
   std::string comment_caption;
-  const bool landscape = IsPeriodReport(report_) || report_ == LedgerReport::GeneralLedger;
 
   switch (report_) {
     case LedgerReport::TrialBalance:
@@ -142,12 +141,10 @@ void arglAccountReports::CreateColumns() {
   column_count_ = 0;
   for (const ColumnCaption& c : captions) column_count_ = std::max(column_count_, c.last);
 
-  if (landscape) {
-    PageSettings().Orientation = PageOrientation::Landscape;
-    SetPrintWidth(PageSettings().PaperHeight - PageSettings().LeftMargin -
-                  PageSettings().RightMargin);
-  }
+  SetPage();
   const float width = PrintWidth();
+  // Twelve months and a total share the width in a smaller type.
+  figure_font_size_ = column_count_ > 8 ? 7.0f : 8.0f;
   const float code_width = include_code_ ? kCodeWidth : 0;
   // The ledger's own columns sit between the description and the figures.
   const float ledger_width = report_ == LedgerReport::GeneralLedger ? 3400 : 0;
@@ -155,6 +152,7 @@ void arglAccountReports::CreateColumns() {
   column_width_ = std::min(kMaxColumnWidth, room / static_cast<float>(std::max(column_count_, 1)));
   const float values_left = width - comment_width - column_width_ * column_count_;
   description_left_ = code_width;
+  description_width_ = values_left - ledger_width - description_left_ - kGap;
 
   for (const char* name : {"txtCode", "lblCode"}) {
     if (Control* c = FindControl(name)) c->SetVisible(include_code_);
@@ -246,7 +244,7 @@ Control& arglAccountReports::AddValueField(int n, float left, float width) {
   c.SetTop(model.Top());
   c.SetHeight(model.Height());
   c.SetAlignment(TextAlignment::Right);
-  c.Font().Size = model.Font().Size;
+  c.Font().Size = figure_font_size_;
   num_fields_[static_cast<std::size_t>(n)] = &c;
   return c;
 }
@@ -263,6 +261,22 @@ void arglAccountReports::AddCaption(int n, const std::string& caption, float lef
   label.SetAlignment(TextAlignment::Right);
   label.Font().Size = model.Font().Size;
   label.Font().Bold = true;
+}
+
+void arglAccountReports::SetPage() {
+  // The page is laid out before the run starts, so the statement's orientation is set as soon
+  // as its key is known.
+  static constexpr LedgerReport kLandscape[] = {
+      LedgerReport::GeneralLedger,      LedgerReport::EndOfYearTrialBalance,
+      LedgerReport::VarianceReport,     LedgerReport::LastYearComparison,
+      LedgerReport::PeriodSummary,      LedgerReport::BudgetSummary,
+      LedgerReport::BudgetCashFlow};
+  if (std::find(std::begin(kLandscape), std::end(kLandscape), report_) == std::end(kLandscape)) {
+    return;
+  }
+  PageSettings().Orientation = PageOrientation::Landscape;
+  SetPrintWidth(PageSettings().PaperHeight - PageSettings().LeftMargin -
+                PageSettings().RightMargin);
 }
 
 void arglAccountReports::SetColumnFormats() {

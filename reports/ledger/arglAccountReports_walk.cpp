@@ -63,7 +63,7 @@ void arglAccountReports::ResetLine(Section& detail) {
       c->Font().Bold = false;
     }
   }
-  if (Control* description = FindControl("txtDescription")) description->SetLeft(description_left_);
+  if (Control* description = FindControl("txtDescription")) Indent(*description, 1);
   if (Control* sub = FindControl("srptSplit")) sub->SetVisible(false);
 }
 
@@ -110,6 +110,9 @@ bool arglAccountReports::TypeEnds(Section& detail) {
   if (next_type == CurrentType) return false;
   for (int level : {3, 2, 1}) {
     AccountLevel& open = AccountLevels[level];
+    // Appropriations close the profit: what follows on level 1 sums the balance sheet alone,
+    // whether or not an appropriation printed.
+    if (level == 1 && CurrentType == 6) open.Zero();
     if (open.Lines == 0) continue;
     std::string caption;
     if (level == 3) {
@@ -117,8 +120,6 @@ bool arglAccountReports::TypeEnds(Section& detail) {
     } else if (const char* fixed = TypeTotalCaption(level, CurrentType)) {
       caption = fixed;
     } else {
-      // Appropriations close the profit: what follows on level 1 sums the balance sheet alone.
-      if (level == 1 && CurrentType == 6) open.Zero();
       continue;
     }
     PrintTotal(detail, level, caption);
@@ -145,7 +146,8 @@ bool arglAccountReports::TypeEnds(Section& detail) {
 void arglAccountReports::PrintTotal(Section& detail, int level, const std::string& caption) {
   (void)detail;
   const AccountLevel& open = AccountLevels[level];
-  CurrentType = open.Type;
+  // Grouped by type, the type that is ending stays current until every total of it is out.
+  if (!by_type_) CurrentType = open.Type;
   CurrentLevel = level;
   if (level == account_summary_level_) {
     // A group at the summary level stands in for its hidden accounts, as an account line does.
@@ -155,7 +157,7 @@ void arglAccountReports::PrintTotal(Section& detail, int level, const std::strin
     Control& description = Field("txtDescription");
     description.SetText(caption);
     description.Font().Bold = true;
-    description.SetLeft(description_left_ + kIndentPerLevel * (level - 1));
+    Indent(description, level);
   }
   ShowLevelValues(level, false);
 }
@@ -171,7 +173,13 @@ void arglAccountReports::PrintHeading(Section& detail, const AccountLevel& level
   for (int l = 1; l <= 5; ++l) {
     if (&AccountLevels[l] == &level) depth = l;
   }
-  description.SetLeft(description_left_ + kIndentPerLevel * (depth - 1));
+  Indent(description, depth);
+}
+
+void arglAccountReports::Indent(Control& description, int level) const {
+  const float indent = kIndentPerLevel * static_cast<float>(level - 1);
+  description.SetLeft(description_left_ + indent);
+  description.SetWidth(description_width_ - indent);
 }
 
 void arglAccountReports::ChartRowLine(Section& detail) {
@@ -184,7 +192,7 @@ void arglAccountReports::ChartRowLine(Section& detail) {
     Control& description = Field("txtDescription");
     description.SetText(ChartText("Description"));
     description.Font().Bold = true;
-    description.SetLeft(description_left_ + kIndentPerLevel * (a_level - 1));
+    Indent(description, a_level);
     if (level.Lines > 0) {
       CurrentType = ChartLong("Type");
       CurrentLevel = a_level;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,14 +32,29 @@ class LedgerReports : public ::testing::Test {
   [[nodiscard]] static std::string Run(const std::string& key,
                                        const std::vector<std::string>& assignments);
 
- private:
+ protected:
   static std::unique_ptr<host::ReportService> service_;
 };
+
+// One printed row of a dump: control name -> (value as dumped, printed text).
+using DumpRow = std::map<std::string, std::pair<std::string, std::string>>;
+// The rows of one kind ("Detail", "ReportFooter", ...) of a dump, in order.
+[[nodiscard]] std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind);
 
 // The printed text of every control named `name` (in the "row" lines of a dump), in order.
 [[nodiscard]] std::vector<std::string> TextsOf(const std::string& dump, const std::string& name);
 // The printed lines of a dump (texts only), for searching.
 [[nodiscard]] std::vector<std::string> PrintedTexts(const std::string& dump);
+
+// A small company built for the statements' edge cases: a few accounts of every kind, a group
+// with nothing in it, a total with nothing above it, a balance below one thousand, budgets with
+// a month missing, a year-end closing entry stamped after midnight, and from January 2025 one
+// ledger line with no other side.
+class LedgerFixtureCompany : public LedgerReports {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+};
 
 // Compares `actual` with tests/reports/ledger/golden/<name>.txt; TRELLIN_UPDATE_GOLDEN=1 writes.
 void ExpectLedgerGolden(const std::string& name, const std::string& actual);
