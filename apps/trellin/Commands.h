@@ -33,6 +33,9 @@ struct Context {
 using Args = std::vector<std::string>;
 
 int ListCommand(const Args& args, const Context& context);
+int ParamsCommand(const Args& args, const Context& context);
+int RunCommand(const Args& args, const Context& context);
+int DemoCommand(const Args& args, const Context& context);
 int SqlCommand(const Args& args, const Context& context);
 
 }  // namespace trellin::cli

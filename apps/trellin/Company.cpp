@@ -1,5 +1,6 @@
 #include "apps/trellin/Company.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "apps/trellin/Commands.h"
@@ -27,6 +28,15 @@ std::filesystem::path CompanyPath(const std::optional<std::string>& db_option) {
 
 std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option) {
   std::filesystem::path path = CompanyPath(db_option);
+  bool is_default = !db_option && CompanyPath(std::nullopt) == DefaultDemoPath();
+  if (is_default && !std::filesystem::exists(path)) {
+    std::fprintf(stderr, "trellin: no company file given; building the demo company at %s\n", path.c_str());
+    try {
+      BuildDemo(path, 1, 1, "NZ");
+    } catch (const std::exception& e) {
+      throw CommandError(kExitDatabase, std::string("cannot build the demo company: ") + e.what());
+    }
+  }
   try {
     return data::SqliteDatabase::Open(path.string());
   } catch (const DatabaseError& e) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/data/SqliteDatabase.h"
+#include "platform/data/demo/DemoCompany.h"
 
 namespace trellin::cli {
 
@@ -18,5 +19,10 @@ namespace trellin::cli {
 // does not exist yet, with a one-line notice on stderr. Throws CommandError with exit code 3
 // for a file that is missing or not a company file.
 [[nodiscard]] std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option);
+
+// Builds the demo company at `path`, with a progress bar when stderr is a terminal. Throws what
+// the generator throws.
+demo::DemoSummary BuildDemo(const std::filesystem::path& path, int scale, std::uint64_t seed,
+                            const std::string& country);
 
 }  // namespace trellin::cli

@@ -21,6 +21,9 @@ struct Command {
 
 const Command kCommands[] = {
     {"list", "list the report keys, with caption and area", trellin::cli::ListCommand},
+    {"params", "show what a report asks: parameters, defaults, choices, pick-lists", trellin::cli::ParamsCommand},
+    {"run", "run a report to a PDF, PNG, HTML, text, CSV or XLSX file", trellin::cli::RunCommand},
+    {"demo", "build the demo company file", trellin::cli::DemoCommand},
     {"sql", "run Jet-dialect SQL on the company file (read only), or show its SQLite text",
      trellin::cli::SqlCommand},
 };

@@ -1,0 +1,93 @@
+// trellin demo: builds the demo company file.
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+#include "apps/trellin/CommandLine.h"
+#include "apps/trellin/Commands.h"
+#include "apps/trellin/Company.h"
+#include "apps/trellin/Progress.h"
+#include "platform/data/demo/DemoCompany.h"
+
+namespace trellin::cli {
+
+namespace {
+
+const std::vector<OptionSpec> kDemoOptions = {
+    {"scale", 0, true, false, "N", "volume, 1 (a small business) to 200; default 1"},
+    {"seed", 0, true, false, "S", "the same seed gives the same file; default 1"},
+    {"country", 0, true, false, "NZ|AU", "balance date and tax of NZ (31 March) or AU (30 June); default NZ"},
+    {"output", 'o', true, false, "FILE", "where to write it (default: the demo company in the user's data folder)"},
+    {"help", 'h', false, false, "", "show this help"},
+};
+
+long long WholeNumber(const std::string& option, const std::string& text) {
+  std::size_t used = 0;
+  long long value = 0;
+  try {
+    value = std::stoll(text, &used);
+  } catch (const std::exception&) {
+    used = 0;
+  }
+  if (used == 0 || used != text.size()) throw UsageError("--" + option + " takes a whole number, not '" + text + "'");
+  return value;
+}
+
+}  // namespace
+
+demo::DemoSummary BuildDemo(const std::filesystem::path& path, int scale, std::uint64_t seed,
+                            const std::string& country) {
+  if (path.has_parent_path()) std::filesystem::create_directories(path.parent_path());
+  demo::DemoOptions options;
+  options.scale = scale;
+  options.seed = seed;
+  options.country = country;
+  options.path = path.string();
+  Progress progress("building the demo company");
+  options.progress = [&progress](double done) { progress.Update(done); };
+  demo::DemoSummary summary = demo::BuildDemoCompany(options);
+  progress.Finish();
+  return summary;
+}
+
+int DemoCommand(const Args& args, const Context&) {
+  ParsedArgs parsed = Parse(args, kDemoOptions);
+  if (parsed.Has("help")) {
+    std::printf("usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE]\n\n"
+                "Builds the demo company: some years of a small trading business's books.\n\n%s",
+                OptionsHelp(kDemoOptions).c_str());
+    return kExitOk;
+  }
+  if (!parsed.Positional().empty()) throw UsageError("demo takes no arguments");
+  int scale = static_cast<int>(WholeNumber("scale", parsed.Value("scale").value_or("1")));
+  if (scale < 1 || scale > 200) throw UsageError("--scale must be from 1 to 200");
+  auto seed = static_cast<std::uint64_t>(WholeNumber("seed", parsed.Value("seed").value_or("1")));
+  std::string country = parsed.Value("country").value_or("NZ");
+  for (char& c : country) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (country != "NZ" && country != "AU") throw UsageError("--country must be NZ or AU");
+  std::filesystem::path path = parsed.Value("output") ? std::filesystem::path(*parsed.Value("output"))
+                                                      : CompanyPath(std::nullopt);
+
+  auto start = std::chrono::steady_clock::now();
+  demo::DemoSummary summary;
+  try {
+    summary = BuildDemo(path, scale, seed, country);
+  } catch (const std::invalid_argument& e) {
+    throw CommandError(kExitUsage, e.what());
+  } catch (const DatabaseError& e) {
+    throw CommandError(kExitDatabase, e.what());
+  } catch (const std::filesystem::filesystem_error& e) {
+    throw CommandError(kExitDatabase, e.what());
+  }
+  double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  std::printf("demo company: %lld parties, %lld transactions, %lld GL lines, %d years to %s; %.1fs; %s\n",
+              static_cast<long long>(summary.parties), static_cast<long long>(summary.transactions),
+              static_cast<long long>(summary.gl_lines), summary.financial_years, summary.present.ToIso().c_str(),
+              seconds, path.c_str());
+  return kExitOk;
+}
+
+}  // namespace trellin::cli
