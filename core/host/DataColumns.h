@@ -23,7 +23,7 @@ struct DataColumn {
   std::string ShortCaption;
   float Width = -1;        // twips; -1 automatic
   float MinimumWidth = -1; // twips; -1 none
-  int Visibility = -1;     // -1, 0 or 3 as the report passes it; 3 adds the column hidden
+  int Visibility = -1;     // the picker's code as the report passes it (0 the code column); laid out either way
   std::string Format;      // "(auto)", "Round" or a mask
   int Decimals = 0;        // decimal places of "Round"
   bool Hidden = false;     // not laid out

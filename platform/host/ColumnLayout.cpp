@@ -23,8 +23,6 @@ constexpr ColumnKind kKinds[] = {
     ColumnKind::Code,     // 6
 };
 
-constexpr int kHiddenVisibility = 3;
-
 }  // namespace
 
 ColumnKind KindOfDataType(int data_type) {
@@ -66,7 +64,10 @@ DataColumn& ColumnLayout::Add(const std::string& name, const std::string& data_f
   column.Visibility = visibility;
   column.Format = format;
   column.Decimals = decimals;
-  column.Hidden = visibility == kHiddenVisibility;
+  // The visibility code says how the column behaves in the column picker (0 marks the record's
+  // code, which always prints); every code lays the column out. A report hides a column by
+  // setting Hidden itself, and parameters show it again.
+  column.Hidden = false;
   column.Totalled = totalled;
   column.GroupCaption = group_caption;
   column.MultiLine = reserved4;

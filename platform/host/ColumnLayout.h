@@ -45,7 +45,7 @@ class ColumnLayout : public DataColumns {
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   [[nodiscard]] bool Enabled() const override { return enabled_; }
 
-  // `visibility` 3 adds the column hidden. `totalled` gives the column a total in every group
+  // `visibility` is kept as given; every column is laid out unless Hidden. `totalled` gives the column a total in every group
   // footer and the report footer: a sum for numbers and money, an empty field the report fills
   // for other kinds. For a text column `reserved4` lets its field grow to hold several lines.
   // Adding a name already present replaces that column in its place.
