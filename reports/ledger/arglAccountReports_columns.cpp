@@ -202,6 +202,7 @@ void arglAccountReports::CreateColumns() {
         opening.SetWidth(w);
         opening.SetTop(Field("txtDescription").Top());
         opening.SetHeight(Field("txtDescription").Height());
+        opening.Font().Size = figure_font_size_;
       }
       left += w;
     }

@@ -269,5 +269,49 @@ TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
   EXPECT_EQ(Text(*budget_sales, "numField4"), "(30.0)");
 }
 
+TEST_F(LedgerFixtureCompany, SummaryLevelPrintsGroupsInPlaceOfTheirAccounts) {
+  const std::vector<DumpRow> rows = RowsOf(
+      Run("TrialBalance",
+          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountSummaryLevel=2"}),
+      "Detail");
+  EXPECT_EQ(RowOf(rows, "1010"), nullptr) << "an account below the summary level stays hidden";
+  const DumpRow* sales = RowOf(rows, "1005");
+  ASSERT_NE(sales, nullptr);
+  EXPECT_EQ(Text(*sales, "txtDescription"), "");
+  EXPECT_EQ(Text(*sales, "txtDescription2"), "Total Sales");
+  EXPECT_EQ(Text(*sales, "numField5"), "(1,400.00)");
+  const std::vector<std::string> lines = Descriptions(rows);
+  EXPECT_TRUE(Contains(lines, "INCOME"));
+  EXPECT_FALSE(Contains(lines, "Sales")) << "a heading at the summary level does not print";
+}
+
+TEST_F(LedgerFixtureCompany, StatementColumnsFollowTheTotalLevel) {
+  const std::vector<DumpRow> rows = RowsOf(
+      Run("FinancialStatement",
+          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountTotalLevel=2"}),
+      "Detail");
+  struct Case {
+    const char* code;
+    const char* inner;
+    const char* outer;
+  };
+  const Case cases[] = {
+      {"1010", "(1,400.00)", "<hidden>"},  // level 3, deeper than the total level
+      {"3010", "<hidden>", "6,299.60"},    // level 2 stands in the outer column
+      {"4010", "<hidden>", "(5,000.00)"},
+  };
+  for (const Case& c : cases) {
+    const DumpRow* row = RowOf(rows, c.code);
+    ASSERT_NE(row, nullptr) << c.code;
+    EXPECT_EQ(Text(*row, "numField1"), c.inner) << c.code;
+    EXPECT_EQ(Text(*row, "numField2"), c.outer) << c.code;
+  }
+  const std::vector<std::string> titles = PrintedTexts(
+      Run("FinancialStatement", {"Period=MTD", "FromDate=2024-06-05", "ToDate=2024-06-15"}));
+  EXPECT_TRUE(Contains(titles, "MTD Financial Statement ending 30/06/2024"));
+  EXPECT_TRUE(Contains(titles, "This Month"));
+  EXPECT_TRUE(Contains(titles, "MTD Last Year"));
+}
+
 }  // namespace
 }  // namespace trellin::ledger_testing
