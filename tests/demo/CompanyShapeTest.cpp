@@ -43,6 +43,9 @@ TEST(DemoCompany, SomethingForEveryReportToShow) {
        "SELECT Count(*) FROM Transactions WHERE Type=20 AND ValueRemaining>0"},
       {"credits, discounts, journals",
        "SELECT Count(DISTINCT Type)=5 FROM Transactions WHERE Type IN (21,23,31,32,33)"},
+      {"bills dated before they were entered",
+       "SELECT Count(*) FROM Transactions WHERE Type=20 "
+       "AND Date<DateProcess"},
       {"receipts on account",
        "SELECT Count(*) FROM Transactions WHERE Type=35 AND "
        "ValueRemaining>0"},

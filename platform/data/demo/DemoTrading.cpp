@@ -287,6 +287,11 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
   // Now and then a customer disputes part of what is still owed, and it is held.
   const std::int64_t held =
       remaining > 0 && side == Side::kReceivables && r_.Chance(0.02) ? remaining / 200 * 100 : 0;
+  // A supplier's invoice is dated by the supplier, often a few days before it is entered and
+  // processed; the period goes by the day it was processed.
+  const Date document_date = side == Side::kPayables && type == 20 && r_.Chance(0.5)
+                                 ? date.AddDays(-static_cast<int>(r_.Between(1, 6)))
+                                 : date;
   const Date due = side == Side::kReceivables ? DueDate(date, p.term) : DueDate(date, 0);
   const bool ppd = side == Side::kReceivables && p.payer == Payer::kPrompt && p.weight > 1;
   const std::string reference = (side == Side::kReceivables ? "" : "S") + Pad(id, 7);
@@ -300,7 +305,7 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
        batch,
        reference,
        r_.Chance(0.3) ? Cell("PO" + Pad(r_.Between(1, 99999), 5)) : Cell(Cell::Null{}),
-       date,
+       document_date,
        date,
        due,
        date.AddDays(static_cast<int>(r_.Between(0, 2))),
