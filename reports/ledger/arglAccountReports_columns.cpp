@@ -195,6 +195,7 @@ void arglAccountReports::CreateColumns() {
       label.SetTop(Field("lblDescription").Top());
       label.SetWidth(w);
       label.SetHeight(Field("lblDescription").Height());
+      label.Font().Size = Field("lblDescription").Font().Size;
       label.Font().Bold = true;
       if (i == 1) {
         Control& opening = detail.Controls().Add(ControlClass::Field, "txtField1");
@@ -215,6 +216,7 @@ void arglAccountReports::CreateColumns() {
     label.SetTop(Field("lblDescription").Top());
     label.SetWidth(comment_width - kGap * 2);
     label.SetHeight(Field("lblDescription").Height());
+    label.Font().Size = Field("lblDescription").Font().Size;
     label.Font().Bold = true;
     if (report_ == LedgerReport::EndOfYearTrialBalance) {
       Control& comment = detail.Controls().Add(ControlClass::Field, "txtField1");

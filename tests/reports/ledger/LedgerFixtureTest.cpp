@@ -1,8 +1,13 @@
 // The statements on the small fixture company: figures against plain SQL, and the edge cases
 // of the walk, the rounding and the columns.
 
-#include <algorithm>
+#include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/host/run/RunReport.h"
 #include "platform/runtime/Currency.h"
 #include "tests/reports/ledger/LedgerFixture.h"
 
@@ -283,6 +288,51 @@ TEST_F(LedgerFixtureCompany, SummaryLevelPrintsGroupsInPlaceOfTheirAccounts) {
   const std::vector<std::string> lines = Descriptions(rows);
   EXPECT_TRUE(Contains(lines, "INCOME"));
   EXPECT_FALSE(Contains(lines, "Sales")) << "a heading at the summary level does not print";
+}
+
+TEST_F(LedgerFixtureCompany, TrialBalanceRunsToAPdfFile) {
+  const std::filesystem::path output =
+      std::filesystem::temp_directory_path() /
+      ("trellin-ledger-tb-" + std::to_string(::getpid()) + ".pdf");
+  host::RunRequest request;
+  request.key = "TrialBalance";
+  request.assignments = {"FromDate=2024-04-01", "ToDate=2024-12-31"};
+  request.output = output;
+  const host::RunResult result = host::RunReportToFile(Service(), request);
+  EXPECT_TRUE(result.completed);
+  EXPECT_TRUE(result.errors.empty());
+  EXPECT_EQ(result.pages, 1);
+  std::ifstream file(output, std::ios::binary);
+  std::string head(5, '\0');
+  file.read(head.data(), 5);
+  EXPECT_EQ(head, "%PDF-");
+  std::filesystem::remove(output);
+}
+
+TEST_F(LedgerFixtureCompany, NetProfitGoesToTheRetainedEarningsRow) {
+  struct Case {
+    const char* key;
+    const char* field;
+    const char* without;
+    const char* with;
+  };
+  // The period's profit is a loss of nothing but income: 1,400 of sales less 300 of rent.
+  const Case cases[] = {
+      {"TrialBalance", "numField5", "(200.00)", "(1,300.00)"},
+      {"TrialBalance", "numField2", "<hidden>", "300.00"},
+      {"FinancialStatement", "numField2", "(200.00)", "(1,300.00)"},
+  };
+  for (const Case& c : cases) {
+    for (bool add : {false, true}) {
+      const std::vector<DumpRow> rows =
+          RowsOf(Run(c.key, {"FromDate=2024-04-01", "ToDate=2024-12-31",
+                             std::string("AddNetProfitToREAccount=") + (add ? "true" : "false")}),
+                 "Detail");
+      const DumpRow* retained = RowOf(rows, "4520");
+      ASSERT_NE(retained, nullptr) << c.key;
+      EXPECT_EQ(Text(*retained, c.field), add ? c.with : c.without) << c.key << " " << c.field;
+    }
+  }
 }
 
 TEST_F(LedgerFixtureCompany, StatementColumnsFollowTheTotalLevel) {

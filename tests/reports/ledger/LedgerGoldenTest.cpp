@@ -1,5 +1,8 @@
 // Every statement on the demo company, compared with its golden page dumps.
 
+#include <set>
+
+#include "platform/runtime/Currency.h"
 #include "tests/reports/ledger/LedgerFixture.h"
 
 namespace trellin::ledger_testing {
@@ -43,6 +46,26 @@ TEST_F(LedgerGolden, EveryStatementMatchesItsGoldenDump) {
     SCOPED_TRACE(c.name);
     ExpectLedgerGolden(c.name, Run(c.key, c.assignments));
   }
+}
+
+TEST_F(LedgerGolden, DemoTrialBalanceClosesToZero) {
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("TrialBalance", {"FromDate=2025-04-01", "ToDate=2025-11-30"}), "Detail");
+  // Account lines are those whose code is a posting account of the chart.
+  auto accounts = Service().Database().Query("SELECT AccountId FROM Account WHERE Post Is Null");
+  std::set<std::string> posting;
+  for (; !accounts->Eof(); accounts->MoveNext()) posting.insert(accounts->Value(0).Text());
+  Currency closing;
+  int lines = 0;
+  for (const DumpRow& row : rows) {
+    auto code = row.find("txtCode");
+    auto value = row.find("numField5");
+    if (code == row.end() || !posting.count(code->second.second)) continue;
+    ++lines;
+    if (value != row.end()) closing += Currency::Parse(value->second.first).value_or(Currency());
+  }
+  EXPECT_GT(lines, 20);
+  EXPECT_EQ(closing, Currency());
 }
 
 }  // namespace
