@@ -36,6 +36,8 @@ void Trader::CashMonth(Date month_start) {
   const Date present = cal.Present();
   const std::int64_t scale = ctx_.options.scale;
   const std::string month = month_start.ToIso().substr(0, 7);
+  // What is owed for PAYE at the month's start is last month's, paid on the 20th.
+  const std::int64_t paye_owed = gl.Balance(account::kPayePayable);
   for (int fortnight : {13, 27}) {
     const Date payday = month_start.AddDays(fortnight);
     if (payday > present) break;
@@ -60,8 +62,7 @@ void Trader::CashMonth(Date month_start) {
   if (twentieth <= present && month_start > cal.FirstDay()) {
     // Last month's PAYE goes to the tax department on the 20th.
     Cash(ctx_, account::kBankCheque, twentieth, "PR", "PAYE", "PAYE " + month,
-         account::kPayePayable,
-         gl.MonthMovement(account::kPayePayable, cal.MonthIndex(month_start) - 1));
+         account::kPayePayable, paye_owed);
   }
   // A few customers pay in advance, on account; the money waits for their next invoice.
   for (std::int64_t k = 0; k < scale; ++k) {
