@@ -102,11 +102,13 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
   // Where a pair of columns holds one figure, details stand in the inner column and totals
   // at or above the total level in the outer one; a total's rule goes on the column its
   // accounts stood in.
+  // The inner column of an outer line stays visible with a blank text, so that a total's rule
+  // under the inner column still prints.
   auto pair_rule = [&](int inner, int outer) {
     if (CurrentLevel > account_total_level_) {
       Hide(NumField(outer));
-    } else {
-      Hide(NumField(inner));
+    } else if (Control* blank = NumField(inner)) {
+      blank->SetText(" ");
     }
     if (total_line) Rule(NumField(LastLevel > account_total_level_ ? inner : outer), lastLine);
   };
