@@ -55,8 +55,8 @@ LedgerReport LedgerReportFromKey(std::string_view key) {
   for (const KeyName& k : kKeys) {
     if (EqualsIgnoreCase(k.key, key)) return k.report;
   }
-  throw std::invalid_argument("arglAccountReports does not print the report '" +
-                              std::string(key) + "'.");
+  throw std::invalid_argument("arglAccountReports does not print the report '" + std::string(key) +
+                              "'.");
 }
 
 std::string_view TypeHeading(int type) {

@@ -131,7 +131,8 @@ class arglAccountReports : public Designer {
   void FillRow(const std::string& account_id, int type);
   void FillPeriodRow(const std::string& account_id, int type);
   [[nodiscard]] Currency Lookup(std::size_t set, const std::string& account_id, int field);
-  [[nodiscard]] Currency Retained(std::size_t set, int field) const;
+  // The figure of retained set `set` for the retained earnings row; 0 when there is none.
+  [[nodiscard]] Currency Retained(std::size_t set) const;
   [[nodiscard]] std::string Where(std::vector<std::string> conditions) const;
   [[nodiscard]] std::string SumValue() const;
   void OpenSet(const std::string& sql);
@@ -171,7 +172,7 @@ class arglAccountReports : public Designer {
   [[nodiscard]] int ChartLong(const char* field) const;
 
   struct GroupList {
-    std::string field;           // BranchId or DeptId
+    std::string field;              // BranchId or DeptId
     std::shared_ptr<Recordset> rs;  // first column the value, Null a real group
   };
 

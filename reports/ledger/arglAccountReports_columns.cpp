@@ -57,8 +57,11 @@ void arglAccountReports::CreateColumns() {
 
   switch (report_) {
     case LedgerReport::TrialBalance:
-      captions = {{"Opening", 1, 1}, {"Debits", 2, 2}, {"Credits", 3, 3},
-                  {"Movement", 4, 4}, {"Closing", 5, 5}};
+      captions = {{"Opening", 1, 1},
+                  {"Debits", 2, 2},
+                  {"Credits", 3, 3},
+                  {"Movement", 4, 4},
+                  {"Closing", 5, 5}};
       break;
     case LedgerReport::EndOfYearTrialBalance:
       captions = {{"Closing", 1, 1}, {"Adjustments", 2, 2}, {"Opening", 3, 3}};
@@ -77,7 +80,7 @@ void arglAccountReports::CreateColumns() {
       captions = {{"This Year", 1, 2}, {"%Sales", 3, 3}, {"Last Year", 4, 5}, {"%Change", 6, 6}};
       break;
     case LedgerReport::VarianceReport:
-      captions = {{"Actual", 1, 1},   {budget_column_, 2, 2}, {"Variance", 3, 3}, {"%Var", 4, 4},
+      captions = {{"Actual", 1, 1},    {budget_column_, 2, 2}, {"Variance", 3, 3}, {"%Var", 4, 4},
                   {"Last Year", 5, 5}, {"Variance", 6, 6},     {"%Var", 7, 7}};
       break;
     case LedgerReport::BudgetVarianceReport:
@@ -104,10 +107,10 @@ void arglAccountReports::CreateColumns() {
     case LedgerReport::PeriodSummary:
     case LedgerReport::BudgetSummary:
     case LedgerReport::BudgetCashFlow: {
-      const Date to = to_date_.IsNull()
-                          ? TrellinReportGlobals::RequireApplication().FinancialCalendar()
-                                .CurrentDateGL(true)
-                          : to_date_.ToDate();
+      const Date to =
+          to_date_.IsNull()
+              ? TrellinReportGlobals::RequireApplication().FinancialCalendar().CurrentDateGL(true)
+              : to_date_.ToDate();
       if (to_date_.IsNull()) to_date_ = to;
       const FinancialCalendar& calendar =
           TrellinReportGlobals::RequireApplication().FinancialCalendar();
@@ -119,7 +122,8 @@ void arglAccountReports::CreateColumns() {
       const bool quarterly = frequency_ == "Quarterly";
       for (int i = 1; i <= periods; ++i) {
         const int n = quarterly && i > 4 ? i + 1 : i;
-        captions.push_back({Format(Variant(period_ends_[static_cast<std::size_t>(i)]), mask), n, n});
+        captions.push_back(
+            {Format(Variant(period_ends_[static_cast<std::size_t>(i)]), mask), n, n});
       }
       if (quarterly) {
         captions.push_back({"Total", 5, 5});
@@ -189,7 +193,8 @@ void arglAccountReports::CreateColumns() {
     float left = values_left - ledger_width;
     int i = 0;
     for (const auto& [caption, w] : ledger) {
-      Control& label = header.Controls().Add(ControlClass::Label, "lblLedger" + std::to_string(++i));
+      Control& label =
+          header.Controls().Add(ControlClass::Label, "lblLedger" + std::to_string(++i));
       label.SetCaption(caption);
       label.SetLeft(left);
       label.SetTop(Field("lblDescription").Top());
@@ -240,8 +245,8 @@ void arglAccountReports::CreateColumns() {
 
 Control& arglAccountReports::AddValueField(int n, float left, float width) {
   const Control& model = Field("txtDescription");
-  Control& c = Sections()["Detail"].Controls().Add(ControlClass::Field,
-                                                    "numField" + std::to_string(n));
+  Control& c =
+      Sections()["Detail"].Controls().Add(ControlClass::Field, "numField" + std::to_string(n));
   c.SetLeft(left);
   c.SetWidth(width);
   c.SetTop(model.Top());
@@ -254,8 +259,8 @@ Control& arglAccountReports::AddValueField(int n, float left, float width) {
 
 void arglAccountReports::AddCaption(int n, const std::string& caption, float left, float width) {
   const Control& model = Field("lblDescription");
-  Control& label = Sections()["PageHeader"].Controls().Add(ControlClass::Label,
-                                                            "lblField" + std::to_string(n));
+  Control& label =
+      Sections()["PageHeader"].Controls().Add(ControlClass::Label, "lblField" + std::to_string(n));
   label.SetCaption(caption);
   label.SetLeft(left);
   label.SetWidth(width);
@@ -270,9 +275,9 @@ void arglAccountReports::SetPage() {
   // The page is laid out before the run starts, so the statement's orientation is set as soon
   // as its key is known.
   static constexpr LedgerReport kLandscape[] = {
-      LedgerReport::GeneralLedger,      LedgerReport::EndOfYearTrialBalance,
-      LedgerReport::VarianceReport,     LedgerReport::LastYearComparison,
-      LedgerReport::PeriodSummary,      LedgerReport::BudgetSummary,
+      LedgerReport::GeneralLedger,  LedgerReport::EndOfYearTrialBalance,
+      LedgerReport::VarianceReport, LedgerReport::LastYearComparison,
+      LedgerReport::PeriodSummary,  LedgerReport::BudgetSummary,
       LedgerReport::BudgetCashFlow};
   if (std::find(std::begin(kLandscape), std::end(kLandscape), report_) == std::end(kLandscape)) {
     return;

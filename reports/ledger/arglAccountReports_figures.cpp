@@ -65,8 +65,7 @@ Currency arglAccountReports::Lookup(std::size_t set, const std::string& account_
   return ToMoney(rs.Value(field));
 }
 
-Currency arglAccountReports::Retained(std::size_t set, int field) const {
-  (void)field;
+Currency arglAccountReports::Retained(std::size_t set) const {
   if (set >= RetainedSets.size()) return Currency();
   return ToMoney(RetainedSets[set]);
 }
@@ -120,8 +119,9 @@ void arglAccountReports::OpenStatementSets() {
       const std::string credits = Database::SQLIIf(value + "<0", value, "0");
       const std::string debits = Database::SQLIIf(value + ">0", value, "0");
       if (report_ == LedgerReport::GeneralLedger && from.IsNull()) {
-        OpenSet("SELECT AccountId,0 AS Opening FROM glTransaction WHERE glTransactionId Is Null "
-                "ORDER BY AccountId");
+        OpenSet(
+            "SELECT AccountId,0 AS Opening FROM glTransaction WHERE glTransactionId Is Null "
+            "ORDER BY AccountId");
       } else if (from.IsNull()) {
         OpenSet("SELECT AccountId,0 AS Opening FROM glTransaction" + Where({}) + kGroupTail);
       } else {
@@ -137,8 +137,8 @@ void arglAccountReports::OpenStatementSets() {
                          : "SELECT " + std::string(tax ? "Sum(Value+TaxValue)" : "Sum(Value)") +
                                " AS Opening" + kAccountJoin +
                                Where({retained, on("glTransaction.Date", "<", from)}));
-        const std::string totals = "SELECT Sum(" + credits + ") AS Credits,Sum(" + debits +
-                                   ") AS Debits" + kAccountJoin;
+        const std::string totals =
+            "SELECT Sum(" + credits + ") AS Credits,Sum(" + debits + ") AS Debits" + kAccountJoin;
         auto rs = TrellinReportGlobals::RequireDatabase()->Query(
             totals + Where({retained, on("glTransaction.Date", ">=", from),
                             on("glTransaction.Date", "<=", to)}));
@@ -153,17 +153,18 @@ void arglAccountReports::OpenStatementSets() {
               Where({on("Date", "<=", to)}) + kGroupTail);
       // Only lines stamped with a time on the last day: the year-end entries sit after
       // midnight of the closing date.
-      OpenSet("SELECT AccountId,Sum(Value) AS Adjustments FROM glTransaction" +
-              Where({on("Date", ">", to),
-                     to.IsNull() ? "" : "Date<" + Lit(to.ToDate().AddDays(1))}) +
-              kGroupTail);
+      OpenSet(
+          "SELECT AccountId,Sum(Value) AS Adjustments FROM glTransaction" +
+          Where({on("Date", ">", to), to.IsNull() ? "" : "Date<" + Lit(to.ToDate().AddDays(1))}) +
+          kGroupTail);
       break;
     case LedgerReport::FinancialStatement:
     case LedgerReport::LastYearComparison:
       OpenSet(StatementFigures(from, to));
       OpenSet(StatementFigures(last_from_date_, last_to_date_));
       if (report_ == LedgerReport::FinancialStatement && !retained.empty()) {
-        for (const auto& [f, t] : {std::pair{from, to}, std::pair{last_from_date_, last_to_date_}}) {
+        for (const auto& [f, t] :
+             {std::pair{from, to}, std::pair{last_from_date_, last_to_date_}}) {
           OpenRetained("SELECT Sum(Value) AS SumOfValue" + std::string(kAccountJoin) +
                        Where({retained, on("glTransaction.Date", ">=", f),
                               on("glTransaction.Date", "<=", t)}));
@@ -176,20 +177,17 @@ void arglAccountReports::OpenStatementSets() {
       OpenSet("SELECT AccountId,Sum(" + budget_column_ + ") AS SumOfBudget FROM glBudget" +
               Where({on("Month", ">=", from), on("Month", "<=", to)}) + kGroupTail);
       if (report_ == LedgerReport::VarianceReport) {
-        OpenSet(SumByAccount(
-            {on("Date", ">=", last_from_date_), on("Date", "<=", last_to_date_)}));
+        OpenSet(SumByAccount({on("Date", ">=", last_from_date_), on("Date", "<=", last_to_date_)}));
       }
       break;
     case LedgerReport::MovementReport: {
       const Variant mtd = to.IsNull() ? Variant::Null() : Variant(to.ToDate().FirstOfMonth());
-      const Variant last_mtd = last_to_date_.IsNull()
-                                   ? Variant::Null()
-                                   : Variant(last_to_date_.ToDate().FirstOfMonth());
+      const Variant last_mtd =
+          last_to_date_.IsNull() ? Variant::Null() : Variant(last_to_date_.ToDate().FirstOfMonth());
       OpenSet(SumByAccount({on("Date", ">=", mtd), on("Date", "<=", to)}));
       OpenSet(SumByAccount({on("Date", ">=", from), on("Date", "<=", to)}));
       OpenSet(SumByAccount({on("Date", ">=", last_mtd), on("Date", "<=", last_to_date_)}));
-      OpenSet(SumByAccount(
-          {on("Date", ">=", last_from_date_), on("Date", "<=", last_to_date_)}));
+      OpenSet(SumByAccount({on("Date", ">=", last_from_date_), on("Date", "<=", last_to_date_)}));
       break;
     }
     case LedgerReport::FiveYearSummary: {
@@ -202,9 +200,9 @@ void arglAccountReports::OpenStatementSets() {
           continue;
         }
         const FinancialYear& year = years[static_cast<std::size_t>(index - 1)];
-        OpenSet(SumByAccount({"Date>=" + Lit(year.DateStart),
-                              "Date<" + Lit(year.DateEnd.AddDays(1)),
-                              "glTransaction.Type Is Null"}));
+        OpenSet(
+            SumByAccount({"Date>=" + Lit(year.DateStart), "Date<" + Lit(year.DateEnd.AddDays(1)),
+                          "glTransaction.Type Is Null"}));
       }
       break;
     }
@@ -232,8 +230,8 @@ void arglAccountReports::OpenPeriodSets() {
           beyond ? " WHERE glTransaction.glTransactionId<0"
                  : Where({"((Account.Type>5 AND glTransaction.Date<" + next +
                           ") OR (glTransaction.Type Is Null AND Account.Type<=5 AND "
-                          "glTransaction.Date>=" + Lit(start) + " AND glTransaction.Date<" + next +
-                          "))"});
+                          "glTransaction.Date>=" +
+                          Lit(start) + " AND glTransaction.Date<" + next + "))"});
       OpenSet("SELECT glTransaction.AccountId," + SumValue() + " AS SumOfValue" + kAccountJoin +
               where + " GROUP BY gltransaction.AccountId ORDER BY glTransaction.AccountId");
       if (!retained.empty()) {
@@ -246,8 +244,7 @@ void arglAccountReports::OpenPeriodSets() {
       }
     } else {
       const std::string where =
-          beyond ? " WHERE Month<0"
-                 : Where({"Month>=" + Lit(start), "Month<=" + Lit(end)});
+          beyond ? " WHERE Month<0" : Where({"Month>=" + Lit(start), "Month<=" + Lit(end)});
       OpenSet("SELECT AccountId,Sum(" + budget_column_ + ") AS SumOfValue FROM glBudget" + where +
               kGroupTail);
     }
@@ -266,9 +263,9 @@ void arglAccountReports::FillRow(const std::string& account_id, int type) {
       v[2] = Lookup(1, account_id, 2);
       v[3] = -Lookup(1, account_id, 1);
       if (retained_row) {
-        v[1] += Retained(0, 0);
-        v[2] += Retained(2, 0);
-        v[3] -= Retained(1, 0);
+        v[1] += Retained(0);
+        v[2] += Retained(2);
+        v[3] -= Retained(1);
       }
       v[4] = v[2] - v[3];
       v[5] = v[4] + v[1];
@@ -292,9 +289,9 @@ void arglAccountReports::FillRow(const std::string& account_id, int type) {
       v[1] = v[2] = Lookup(0, account_id, 1);
       v[3] = Lookup(1, account_id, 1);
       if (retained_row) {
-        v[1] += Retained(0, 0);
-        v[2] += Retained(0, 0);
-        v[3] += Retained(1, 0);
+        v[1] += Retained(0);
+        v[2] += Retained(0);
+        v[3] += Retained(1);
       }
       break;
     case LedgerReport::LastYearComparison:
@@ -330,8 +327,7 @@ void arglAccountReports::FillRow(const std::string& account_id, int type) {
 void arglAccountReports::FillPeriodRow(const std::string& account_id, int type) {
   auto& v = AccountLevels[kRowLevel].Values;
   const bool quarterly = frequency_ == "Quarterly";
-  const bool retained_row = report_ == LedgerReport::PeriodSummary &&
-                            !retained_account_.empty() &&
+  const bool retained_row = report_ == LedgerReport::PeriodSummary && !retained_account_.empty() &&
                             EqualsIgnoreCase(account_id, retained_account_);
   const bool credit_budget = report_ != LedgerReport::PeriodSummary && quarterly &&
                              EqualsIgnoreCase(Trim(ChartText("DrCr")), "C");
@@ -340,7 +336,7 @@ void arglAccountReports::FillPeriodRow(const std::string& account_id, int type) 
   for (int i = 1; i <= periods; ++i) {
     const int n = quarterly && i > 4 ? i + 1 : i;
     Currency value = Lookup(static_cast<std::size_t>(i - 1), account_id, 1);
-    if (retained_row) value += Retained(static_cast<std::size_t>(i - 1), 0);
+    if (retained_row) value += Retained(static_cast<std::size_t>(i - 1));
     // Only the second four quarters turn a credit budget round; so the report has always run.
     if (credit_budget && i > 4) value = -value;
     v[static_cast<std::size_t>(n)] = value;
@@ -389,15 +385,15 @@ void arglAccountReports::RunFooterChecks() {
   if (!to_date_.IsNull()) sql += " WHERE Date<" + Lit(to_date_.ToDate().AddDays(1));
   const Currency total =
       TrellinReportGlobals::RequireDatabase()->ExecuteScalarCurrency(sql, Currency());
-  if (total != Currency()) warning->SetText("Warning: There is a variance in the closing balances.");
+  if (total != Currency())
+    warning->SetText("Warning: There is a variance in the closing balances.");
 }
 
 void arglAccountReports::ReadStartFigures() {
   auto database = TrellinReportGlobals::RequireDatabase();
   if (report_ == LedgerReport::LastYearComparison) {
-    std::string sql =
-        "SELECT Sum(glTransaction.Value) AS SumOfValue" + std::string(kAccountJoin) +
-        " WHERE Account.Type=1";
+    std::string sql = "SELECT Sum(glTransaction.Value) AS SumOfValue" + std::string(kAccountJoin) +
+                      " WHERE Account.Type=1";
     if (!from_date_.IsNull()) sql += " AND Date>=" + Lit(from_date_);
     if (!to_date_.IsNull()) sql += " AND Date<=" + Lit(to_date_);
     sql += " GROUP BY Account.Type";

@@ -28,8 +28,8 @@ void Rule(Control* c, bool last_line) {
   c->Border().BottomStyle = last_line ? 6 : 0;
 }
 
-constexpr const char* kMustBeZero[] = {"", "Sales/Income", "Cost of Sales", "Expense",
-                                       "Other Income", "Other Expense"};
+constexpr const char* kMustBeZero[] = {"",        "Sales/Income", "Cost of Sales",
+                                       "Expense", "Other Income", "Other Expense"};
 
 }  // namespace
 
@@ -48,8 +48,8 @@ void arglAccountReports::ShowValueFields(bool showNumbers, bool showTexts) {
 bool arglAccountReports::ShowLevelValues(int level, bool lastLine) {
   Rounder& rounder = TrellinReportGlobals::RequireBusinessLayer().Utilities().Rounder();
   const AccountLevel& values = AccountLevels[static_cast<std::size_t>(level)];
-  const bool statement_rules = report_ == LedgerReport::FinancialStatement ||
-                               report_ == LedgerReport::LastYearComparison;
+  const bool statement_rules =
+      report_ == LedgerReport::FinancialStatement || report_ == LedgerReport::LastYearComparison;
   bool any_non_zero = false;
   for (int n = 1; n <= kMaxColumns; ++n) {
     Control* c = NumField(n);

@@ -31,6 +31,7 @@ struct KeyParameters {
   bool drilldown;
 };
 
+// clang-format off
 constexpr KeyParameters kKeyParameters[] = {
     {LedgerReport::GeneralLedger, DateKind::Period, false, false, "Normal", false, true, false, true},
     {LedgerReport::TrialBalance, DateKind::Period, false, false, "Normal", false, true, false, false},
@@ -45,6 +46,7 @@ constexpr KeyParameters kKeyParameters[] = {
     {LedgerReport::BudgetSummary, DateKind::Frequency, false, false, "Whole", true, false, true, false},
     {LedgerReport::BudgetVarianceReport, DateKind::Period, false, true, "Normal", true, false, true, false},
 };
+// clang-format on
 
 const KeyParameters& ParametersOf(LedgerReport report) {
   for (const KeyParameters& row : kKeyParameters) {
@@ -260,9 +262,9 @@ void arglAccountReports::DefineGroupings() {
                                   " FROM " + rule->table
                             : " WHERE " + filter;
     } else {
-      sql = "SELECT DISTINCT " + field + ",(SELECT " + rule->description + " FROM " +
-            rule->table + " WHERE " + rule->table + "." + field + "=glTransaction." + field +
-            ") AS " + rule->description + " FROM glTransaction";
+      sql = "SELECT DISTINCT " + field + ",(SELECT " + rule->description + " FROM " + rule->table +
+            " WHERE " + rule->table + "." + field + "=glTransaction." + field + ") AS " +
+            rule->description + " FROM glTransaction";
       if (!filter.empty()) sql += " WHERE " + filter;
     }
     sql += " ORDER BY " + field;
@@ -296,7 +298,8 @@ std::string arglAccountReports::DateText(const Variant& date) const {
 std::string arglAccountReports::FormatPeriodTitle(const std::string& title,
                                                   const std::string& period) const {
   for (const char* prefix : {"MTD", "QTD", "YTD"}) {
-    if (period == prefix) return std::string(prefix) + " " + title + " ending " + DateText(to_date_);
+    if (period == prefix)
+      return std::string(prefix) + " " + title + " ending " + DateText(to_date_);
   }
   const bool from = !from_date_.IsNull();
   const bool to = !to_date_.IsNull();
@@ -309,8 +312,7 @@ std::string arglAccountReports::FormatPeriodTitle(const std::string& title,
 void arglAccountReports::BuildChartSQL() {
   std::string where;
   if (!accounts_.empty()) {
-    RangeBuilder& builder =
-        TrellinReportGlobals::RequireBusinessLayer().Utilities().RangeBuilder();
+    RangeBuilder& builder = TrellinReportGlobals::RequireBusinessLayer().Utilities().RangeBuilder();
     where = builder.BuildRangeCondition("AccountId", accounts_, kRangeText);
   }
   std::string user_defined = Trim(account_filter_);

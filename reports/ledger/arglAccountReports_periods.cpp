@@ -18,11 +18,8 @@ struct Frequency {
 };
 
 constexpr Frequency kFrequencies[] = {
-    {"Monthly", 12, 0, false},
-    {"Year to Date", 12, 0, true},
-    {"Quarterly", 8, 2, false},
-    {"Six Monthly", 8, 5, false},
-    {"Yearly", 8, 11, false},
+    {"Monthly", 12, 0, false},    {"Year to Date", 12, 0, true}, {"Quarterly", 8, 2, false},
+    {"Six Monthly", 8, 5, false}, {"Yearly", 8, 11, false},
 };
 
 }  // namespace

@@ -14,9 +14,7 @@
 namespace trellin::ledger_testing {
 namespace {
 
-Currency Money(const std::string& dumped) {
-  return Currency::Parse(dumped).value_or(Currency());
-}
+Currency Money(const std::string& dumped) { return Currency::Parse(dumped).value_or(Currency()); }
 
 // The row of an account code, or nullptr.
 const DumpRow* RowOf(const std::vector<DumpRow>& rows, const std::string& code) {
@@ -62,14 +60,14 @@ TEST_F(LedgerFixtureCompany, TrialBalanceAgreesWithTheLedgerAndCloses) {
     const std::string where = " WHERE AccountId='" + id + "'";
     const Currency opening = db.ExecuteScalarCurrency(
         "SELECT Sum(Value) FROM glTransaction" + where + " AND Date<#2024-04-01#", Currency());
-    const Currency debits = db.ExecuteScalarCurrency(
-        "SELECT Sum(Value) FROM glTransaction" + where +
-            " AND Value>0 AND Date>=#2024-04-01# AND Date<=#2024-12-31#",
-        Currency());
-    const Currency credits = db.ExecuteScalarCurrency(
-        "SELECT Sum(Value) FROM glTransaction" + where +
-            " AND Value<0 AND Date>=#2024-04-01# AND Date<=#2024-12-31#",
-        Currency());
+    const Currency debits =
+        db.ExecuteScalarCurrency("SELECT Sum(Value) FROM glTransaction" + where +
+                                     " AND Value>0 AND Date>=#2024-04-01# AND Date<=#2024-12-31#",
+                                 Currency());
+    const Currency credits =
+        db.ExecuteScalarCurrency("SELECT Sum(Value) FROM glTransaction" + where +
+                                     " AND Value<0 AND Date>=#2024-04-01# AND Date<=#2024-12-31#",
+                                 Currency());
     const DumpRow* row = RowOf(rows, id);
     if (row == nullptr) {
       EXPECT_EQ(opening + debits + credits, Currency()) << id << " has figures but no line";
@@ -178,21 +176,32 @@ TEST_F(LedgerFixtureCompany, TypeModeClosesEachTypeAndNetAssetsAtLiabilities) {
   const std::vector<std::string> lines = Descriptions(RowsOf(
       Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountsGroupBy=Type"}),
       "Detail"));
-  const std::vector<std::string> expected = {
-      "Sales Accounts",          "Sales A",          "Total Sales Accounts",
-      "Expense Accounts",        "Rent",             "Total Expense Accounts",
-      "Net Profit (Before Others)", "Current Asset Accounts", "Bank",
-      "Petty Cash",              "Total Current Asset Accounts", "Liability Accounts",
-      "Loan",                    "Total Liability Accounts", "Total Liabilities",
-      "Net Assets",              "Capital Accounts", "Retained Earnings",
-      "Total Capital Accounts"};
+  const std::vector<std::string> expected = {"Sales Accounts",
+                                             "Sales A",
+                                             "Total Sales Accounts",
+                                             "Expense Accounts",
+                                             "Rent",
+                                             "Total Expense Accounts",
+                                             "Net Profit (Before Others)",
+                                             "Current Asset Accounts",
+                                             "Bank",
+                                             "Petty Cash",
+                                             "Total Current Asset Accounts",
+                                             "Liability Accounts",
+                                             "Loan",
+                                             "Total Liability Accounts",
+                                             "Total Liabilities",
+                                             "Net Assets",
+                                             "Capital Accounts",
+                                             "Retained Earnings",
+                                             "Total Capital Accounts"};
   EXPECT_EQ(lines, expected);
 }
 
 TEST_F(LedgerFixtureCompany, BudgetsMissingMonthsReadZeroAndHide) {
-  const std::vector<DumpRow> rows = RowsOf(
-      Run("BudgetSummary", {"EndDate=2024-06-30", "Frequency=Monthly", "ShowTotal=true"}),
-      "Detail");
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("BudgetSummary", {"EndDate=2024-06-30", "Frequency=Monthly", "ShowTotal=true"}),
+             "Detail");
   const DumpRow* sales = RowOf(rows, "1010");
   ASSERT_NE(sales, nullptr);
   // Columns end Jul23 .. Jun24: April is column 10, May (no budget) 11, June 12.
@@ -252,10 +261,10 @@ TEST_F(LedgerFixtureCompany, EndOfYearTrialBalanceFlagsProfitAccountsLeftOpen) {
 }
 
 TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
-  const std::vector<DumpRow> rows = RowsOf(
-      Run("VarianceReport",
-          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
-      "Detail");
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("VarianceReport",
+                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
+             "Detail");
   const DumpRow* sales = RowOf(rows, "1010");
   ASSERT_NE(sales, nullptr);
   // Actual 1,400 against a budget of 2,000, both turned round as income.
@@ -264,10 +273,10 @@ TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
   EXPECT_EQ(Text(*sales, "numField4"), "30.0");
   // No sales last year to compare with.
   EXPECT_EQ(Text(*sales, "numField7"), " ");
-  const std::vector<DumpRow> budget = RowsOf(
-      Run("BudgetVarianceReport",
-          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
-      "Detail");
+  const std::vector<DumpRow> budget =
+      RowsOf(Run("BudgetVarianceReport",
+                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
+             "Detail");
   const DumpRow* budget_sales = RowOf(budget, "1010");
   ASSERT_NE(budget_sales, nullptr);
   // The budget variance's percentage keeps its sign where the variance report's turns.
@@ -276,8 +285,7 @@ TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
 
 TEST_F(LedgerFixtureCompany, SummaryLevelPrintsGroupsInPlaceOfTheirAccounts) {
   const std::vector<DumpRow> rows = RowsOf(
-      Run("TrialBalance",
-          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountSummaryLevel=2"}),
+      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountSummaryLevel=2"}),
       "Detail");
   EXPECT_EQ(RowOf(rows, "1010"), nullptr) << "an account below the summary level stays hidden";
   const DumpRow* sales = RowOf(rows, "1005");
@@ -291,9 +299,8 @@ TEST_F(LedgerFixtureCompany, SummaryLevelPrintsGroupsInPlaceOfTheirAccounts) {
 }
 
 TEST_F(LedgerFixtureCompany, TrialBalanceRunsToAPdfFile) {
-  const std::filesystem::path output =
-      std::filesystem::temp_directory_path() /
-      ("trellin-ledger-tb-" + std::to_string(::getpid()) + ".pdf");
+  const std::filesystem::path output = std::filesystem::temp_directory_path() /
+                                       ("trellin-ledger-tb-" + std::to_string(::getpid()) + ".pdf");
   host::RunRequest request;
   request.key = "TrialBalance";
   request.assignments = {"FromDate=2024-04-01", "ToDate=2024-12-31"};
@@ -336,10 +343,10 @@ TEST_F(LedgerFixtureCompany, NetProfitGoesToTheRetainedEarningsRow) {
 }
 
 TEST_F(LedgerFixtureCompany, StatementColumnsFollowTheTotalLevel) {
-  const std::vector<DumpRow> rows = RowsOf(
-      Run("FinancialStatement",
-          {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountTotalLevel=2"}),
-      "Detail");
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("FinancialStatement",
+                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountTotalLevel=2"}),
+             "Detail");
   struct Case {
     const char* code;
     const char* inner;

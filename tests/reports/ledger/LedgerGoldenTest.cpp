@@ -16,14 +16,18 @@ struct GoldenCase {
 
 const GoldenCase kCases[] = {
     {"TrialBalance", "TrialBalance", {"FromDate=2025-04-01", "ToDate=2025-11-30"}},
-    {"TrialBalanceByType", "TrialBalance",
+    {"TrialBalanceByType",
+     "TrialBalance",
      {"FromDate=2025-04-01", "ToDate=2025-11-30", "AccountsGroupBy=Type"}},
-    {"TrialBalanceByBranch", "TrialBalance",
+    {"TrialBalanceByBranch",
+     "TrialBalance",
      {"FromDate=2025-04-01", "ToDate=2025-11-30", "Groupings=Branch"}},
     {"FinancialStatement", "FinancialStatement", {"FromDate=2025-04-01", "ToDate=2025-11-30"}},
-    {"FinancialStatementByType", "FinancialStatement",
+    {"FinancialStatementByType",
+     "FinancialStatement",
      {"FromDate=2025-04-01", "ToDate=2025-11-30", "AccountsGroupBy=Type"}},
-    {"FinancialStatementByDepartment", "FinancialStatement",
+    {"FinancialStatementByDepartment",
+     "FinancialStatement",
      {"Period=MTD", "FromDate=2025-11-01", "ToDate=2025-11-30", "Groupings=Department",
       "AccountTotalLevel=2"}},
     {"GeneralLedger", "GeneralLedger", {"FromDate=2025-11-01", "ToDate=2025-11-30"}},
@@ -35,7 +39,8 @@ const GoldenCase kCases[] = {
     {"LastYearComparison", "LastYearComparison", {"FromDate=2025-04-01", "ToDate=2025-11-30"}},
     {"BudgetCashFlow", "BudgetCashFlow", {"EndDate=2025-11-30", "Frequency=Quarterly"}},
     {"BudgetSummary", "BudgetSummary", {"EndDate=2026-03-31", "ShowTotal=true"}},
-    {"BudgetVarianceReport", "BudgetVarianceReport",
+    {"BudgetVarianceReport",
+     "BudgetVarianceReport",
      {"FromDate=2025-04-01", "ToDate=2025-11-30", "AdjustCreditTypeAccounts=true"}},
 };
 

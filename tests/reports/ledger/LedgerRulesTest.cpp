@@ -13,7 +13,7 @@ TEST(LedgerRules, PeriodEndsStepByWholeMonths) {
     const char* frequency;
     Date to;
     std::size_t columns;
-    Date first;  // ends[1]
+    Date first;   // ends[1]
     Date before;  // ends[0]
   };
   const Date year_end = Date::FromYmd(2025, 3, 31);
