@@ -58,6 +58,7 @@ TEST(DemoCompany, SomethingForEveryReportToShow) {
       {"three budget versions",
        "SELECT Count(*) FROM glBudget WHERE Budget<>0 AND Revised<>Budget "
        "AND Alternate<>Budget"},
+      {"budgets by branch", "SELECT Count(*) FROM glBudget WHERE BranchId IS NOT NULL"},
       {"reconciled bank lines",
        "SELECT Count(*) FROM glBankTransaction WHERE StmtPage IS NOT NULL"},
       {"unreconciled bank lines", "SELECT Count(*) FROM glBankTransaction WHERE StmtPage IS NULL"},

@@ -29,8 +29,21 @@ void WriteBudgets(DemoContext& ctx) {
                       : budget;
       const std::int64_t alternate =
           std::llround(static_cast<double>(budget) * 1.1 / 1000000.0) * 1000000;
-      budgets.Insert({id, cal.FirstDay().AddMonths(m), Cell::Null{}, Cell::Null{}, budget, revised,
-                      alternate});
+      if (type != 1) {
+        budgets.Insert({id, cal.FirstDay().AddMonths(m), Cell::Null{}, Cell::Null{}, budget,
+                        revised, alternate});
+        continue;
+      }
+      // Sales are budgeted by branch, seven tenths at the first; the rows add up to the whole.
+      auto share = [](std::int64_t whole) {
+        return static_cast<std::int64_t>(std::llround(static_cast<double>(whole) * 0.7 / 1e6)) *
+               1000000;
+      };
+      budgets.Insert({id, cal.FirstDay().AddMonths(m), ctx.branches[0], Cell::Null{}, share(budget),
+                      share(revised), share(alternate)});
+      budgets.Insert({id, cal.FirstDay().AddMonths(m), ctx.branches[1], Cell::Null{},
+                      budget - share(budget), revised - share(revised),
+                      alternate - share(alternate)});
     }
   }
 }
