@@ -134,8 +134,10 @@ class arTestColumns : public HostedDesigner {
                 "(auto)", 0, 0, "", true, "Terms", true, false);
     columns.Add("Discount", "CustomerDiscRate", 1, "Discount", "", 1000, -1, -1, 0, "Round", 2, 2,
                 "", true, "Terms", true, false);
+    // An optional column: added, but hidden until a report shows it.
     columns.Add("Category", "CustomerCategoryId", 0, "Category", "", 1200, -1, -1, 3, "(auto)", 0,
-                0, "", true, "", false, false);
+                0, "", true, "", false, false)
+        .Hidden = true;
   }
 
   void ActiveReport_ReportStart() override {
