@@ -150,13 +150,15 @@ int ReportRun::BreakLevel() const {
   for (int level = static_cast<int>(groups_.size()); level >= 1; --level) {
     const GroupLevel& g = groups_[level - 1];
     Variant key = GroupKey(g);
-    // Null is a key like any other: two Nulls are the same group.
+    // Null is a key like any other: two Nulls are the same group. Text keys match without regard
+    // to case, as the company database groups its text columns, so "acme" and "ACME" that come
+    // back side by side stay one group.
     bool same;
     if (key.IsNull() || g.key.IsNull()) {
       same = key.IsNull() && g.key.IsNull();
     } else {
       try {
-        same = ValuesEqual(key, g.key);
+        same = ValuesEqual(key, g.key, /*ignore_case=*/true);
       } catch (const std::exception&) {
         same = false;
       }

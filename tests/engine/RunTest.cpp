@@ -162,6 +162,51 @@ TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
   EXPECT_EQ(Cells(sink, "ReportFooter"), (std::vector<std::string>{"17.65|6"}));
 }
 
+// One row per case: the key column's values in data order, and the group headers that print.
+struct GroupKeyCase {
+  const char* name;
+  std::vector<Variant> keys;
+  std::vector<std::string> headers;
+};
+
+class GroupKeys : public ::testing::TestWithParam<GroupKeyCase> {};
+
+TEST_P(GroupKeys, TextMatchesWithoutCaseOtherKindsAsBefore) {
+  TestReport report(R"(
+Sections:
+  - Name: ghKey
+    Type: GroupHeader
+    DataField: Key
+    Height: 300
+    Controls: [{Class: Field, Name: txtKey, DataField: Key, Rect: [0, 0, 3000, 300]}]
+  - {Name: Detail, Height: 300}
+)");
+  std::vector<std::vector<Variant>> rows;
+  for (const Variant& key : GetParam().keys) rows.push_back({key});
+  report.on_start = [&] { report.DataControl().SetRecordset(Rows({"Key"}, rows)); };
+  KeepingSink sink = testing::Run(report);
+  EXPECT_EQ(Cells(sink, "ghKey"), GetParam().headers);
+}
+
+const Variant kNull = Variant::Null();
+
+INSTANTIATE_TEST_SUITE_P(
+    Run, GroupKeys,
+    ::testing::Values(
+        // The first row of a group names it.
+        GroupKeyCase{"CaseOnly", {Variant("acme"), Variant("ACME"), Variant("Acme")}, {"acme"}},
+        GroupKeyCase{"CaseThenNew",
+                     {Variant("ACME"), Variant("acme"), Variant("Bolt"), Variant("BOLT")},
+                     {"ACME", "Bolt"}},
+        GroupKeyCase{"DifferentText", {Variant("acme"), Variant("acmE "), Variant("acme")},
+                     {"acme", "acmE ", "acme"}},
+        GroupKeyCase{"Numbers",
+                     {Variant(std::int64_t{1}), Variant(1.0), Variant(std::int64_t{2})},
+                     {"1", "2"}},
+        GroupKeyCase{"NullBetweenText", {Variant("a"), kNull, kNull, Variant("A")},
+                     {"a", "", "A"}}),
+    [](const ::testing::TestParamInfo<GroupKeyCase>& info) { return info.param.name; });
+
 TEST(Run, SummariesAreExactMoneyAndCountEvenWhenTheDetailIsHidden) {
   TestReport report(kGrouped);
   std::vector<std::vector<Variant>> rows;
