@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -58,12 +59,37 @@ TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
   EXPECT_EQ(PdfPages(request.output), 3);
 }
 
-TEST_F(RunReportTest, PngWritesOneFilePerPage) {
-  RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "types.png");
-  RunResult result = RunReportToFile(*service_, request);
-  ASSERT_EQ(result.outputs.size(), 3u);
-  for (const std::filesystem::path& file : result.outputs) {
-    EXPECT_TRUE(std::filesystem::exists(file)) << file;
+TEST_F(RunReportTest, PngListsExactlyTheFilesItWrites) {
+  // The target as given, whether the format was named, and the page files expected.
+  struct Case {
+    const char* target;
+    bool format_named;
+    std::vector<std::string> files;
+  };
+  const Case cases[] = {
+      {"types.png", false, {"types-1.png", "types-2.png", "types-3.png"}},
+      {"types", true, {"types-1.png", "types-2.png", "types-3.png"}},
+      {"types.v2.png", false, {"types.v2-1.png", "types.v2-2.png", "types.v2-3.png"}},
+  };
+  int n = 0;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.target);
+    // A folder of its own, so what is in it afterwards is what this run wrote.
+    std::filesystem::path folder = folder_ / ("png" + std::to_string(++n));
+    std::filesystem::create_directories(folder);
+    RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "");
+    request.output = folder / c.target;
+    if (c.format_named) request.format = render::Format::Png;
+    RunResult result = RunReportToFile(*service_, request);
+    ASSERT_TRUE(result.completed);
+    std::vector<std::filesystem::path> expected;
+    for (const std::string& file : c.files) expected.push_back(folder / file);
+    EXPECT_EQ(result.outputs, expected);
+    std::vector<std::filesystem::path> written;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+      written.push_back(entry.path());
+    std::sort(written.begin(), written.end());
+    EXPECT_EQ(written, expected);
   }
 }
 
