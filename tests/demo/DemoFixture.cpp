@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
@@ -56,11 +57,14 @@ std::string CachedPath(const std::string& country) {
   const fs::path folder = fs::temp_directory_path() / "trellin-demo-tests";
   fs::create_directories(folder);
   const std::string name = "demo-" + country + "-" + std::to_string(stamp) + ".db";
-  // Companies of older builds are of no more use.
+  // Companies of older builds are of no more use once they are a while old; a younger one may
+  // belong to another build folder whose tests are running now.
   std::error_code ignored;
+  const auto stale = fs::file_time_type::clock::now() - std::chrono::hours(2);
   for (const auto& entry : fs::directory_iterator(folder, ignored)) {
     const std::string old = entry.path().filename().string();
-    if (old.rfind("demo-" + country + "-", 0) == 0 && old.rfind(name, 0) != 0) {
+    if (old.rfind("demo-" + country + "-", 0) == 0 && old.rfind(name, 0) != 0 &&
+        entry.last_write_time(ignored) < stale) {
       fs::remove(entry.path(), ignored);
     }
   }
