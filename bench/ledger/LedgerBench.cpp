@@ -6,8 +6,12 @@
 //   ledger_bench                          builds the company once (several minutes), then runs
 //   TRELLIN_LEDGER_BENCH_DB=path          runs on a company file already built
 //
-// Counters: queries_ms (the statement's queries alone, every row read), ratio (report time
-// over queries time) and peak_rss_MB.
+// Counters: queries_ms (the statement's queries alone: its column families, the chart and the
+// footer's cross-check, every row read), ratio (report time over queries time, both wall-clock)
+// and peak_rss_MB. Measured on a shared two-core machine, release build, warm cache, 4.8 million
+// ledger lines: TrialBalance 2.8 s of processor time per run, ratio 0.96 to 1.3 between runs;
+// FinancialStatement 4.5 s, ratio 0.73 to 1.01; peak RSS 20 MB. Building the company in the same
+// process raises the peak to the generator's.
 
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
@@ -73,6 +77,7 @@ std::vector<std::string> RunOnce(const std::string& key) {
   auto statement = std::dynamic_pointer_cast<trellin::arglAccountReports>(designer);
   std::vector<std::string> queries = statement->ValueSQL();
   queries.push_back(statement->ChartSQL());
+  if (!statement->CheckSQL().empty()) queries.push_back(statement->CheckSQL());
   if (!designer->TLReport()->Errors().empty()) {
     throw std::runtime_error(designer->TLReport()->Errors().front().message);
   }

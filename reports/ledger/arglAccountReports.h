@@ -97,6 +97,8 @@ class arglAccountReports : public Designer {
   [[nodiscard]] const std::string& ChartSQL() const { return chart_sql_; }
   // The queries of the column families as opened for the current group combination.
   [[nodiscard]] const std::vector<std::string>& ValueSQL() const { return value_sql_; }
+  // The report footer's cross-check query, "" when the statement has none or it did not run.
+  [[nodiscard]] const std::string& CheckSQL() const { return check_sql_; }
 
  private:
   // --- parameters (arglAccountReports_parameters.cpp) ---
@@ -230,6 +232,7 @@ class arglAccountReports : public Designer {
   std::vector<std::shared_ptr<Recordset>> ValueSets;
   std::vector<Variant> RetainedSets;  // one scalar per column, Null when nothing to add
   std::vector<std::string> value_sql_;
+  std::string check_sql_;
   std::vector<GroupList> groups_;
   std::vector<std::string> year_captions_;
   std::vector<bool> year_present_;

@@ -383,6 +383,7 @@ void arglAccountReports::RunFooterChecks() {
   if (report_ != LedgerReport::TrialBalance || filtered_) return;
   std::string sql = "SELECT Sum(Value)  AS SumOfValue FROM glTransaction";
   if (!to_date_.IsNull()) sql += " WHERE Date<" + Lit(to_date_.ToDate().AddDays(1));
+  check_sql_ = sql;
   const Currency total =
       TrellinReportGlobals::RequireDatabase()->ExecuteScalarCurrency(sql, Currency());
   if (total != Currency())
