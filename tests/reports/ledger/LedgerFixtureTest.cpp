@@ -342,6 +342,35 @@ TEST_F(LedgerFixtureCompany, NetProfitGoesToTheRetainedEarningsRow) {
   }
 }
 
+TEST_F(LedgerFixtureCompany, EachBranchGetsTheWholeStatement) {
+  const std::string dump =
+      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "Groupings=Branch"});
+  const std::vector<std::string> texts = PrintedTexts(dump);
+  for (const char* label : {"Branch: (none)", "Branch: N  North", "Branch: S  South"}) {
+    EXPECT_TRUE(Contains(texts, label)) << label;
+  }
+  // The lines without a branch are a group of their own: the closing entry sits there.
+  std::vector<std::string> closings;
+  for (const DumpRow& row : RowsOf(dump, "Detail")) {
+    if (Text(row, "txtCode") == "1010") closings.push_back(Text(row, "numField5"));
+  }
+  const std::vector<std::string> expected = {"200.00", "(1,200.00)", "(400.00)"};
+  EXPECT_EQ(closings, expected);
+}
+
+TEST_F(LedgerFixtureCompany, NoSalesLeavesTheSalesPercentageBlank) {
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("LastYearComparison", {"Period=YTD", "FromDate=2024-07-01", "ToDate=2024-12-31"}),
+             "Detail");
+  int lines = 0;
+  for (const DumpRow& row : rows) {
+    if (Text(row, "numField3") == "<hidden>") continue;
+    ++lines;
+    EXPECT_EQ(Text(row, "numField3"), " ") << Text(row, "txtDescription");
+  }
+  EXPECT_GT(lines, 3);
+}
+
 TEST_F(LedgerFixtureCompany, StatementColumnsFollowTheTotalLevel) {
   const std::vector<DumpRow> rows =
       RowsOf(Run("FinancialStatement",
