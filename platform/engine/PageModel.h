@@ -90,11 +90,13 @@ enum class RowKind {
 // decide which kinds they keep.
 struct DataRow {
   RowKind kind = RowKind::Detail;
-  int level = 0;  // group level for group headers and footers (1 innermost); nesting depth of
-                  // sub-reports is not recorded: a child's rows arrive as rows of the page
+  int level = 0;  // group level for group headers and footers (1 innermost)
   std::string section;
   std::vector<DataCell> cells;
   std::vector<std::string> labels;  // label captions printed in the section, left to right
+  // 0 for the report being run; a sub-report's rows arrive as rows of the page with the depth of
+  // their nesting (1 for a sub-report of the main report, 2 for one inside that, ...).
+  int depth = 0;
 };
 
 struct Page {

@@ -31,6 +31,8 @@ class ChildSink : public BandSink {
           item);
     }
     for (auto& row : band.rows) {
+      // Each sub-report the rows pass out through is one level of nesting.
+      ++row.depth;
       for (auto& cell : row.cells) cell.left += dx_;
     }
     parent_.Place(std::move(band));

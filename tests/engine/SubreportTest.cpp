@@ -171,6 +171,17 @@ Sections:
             (std::vector<std::string>{"1 1000,720 Head", "1 1000,1020 A", "1 1500,1320 A.1",
                                       "1 1700,1620 A.1.1", "1 2000,1920 A.1.1.1",
                                       "1 2000,2220 A.1.1.2", "1 1000,2520 Under"}));
+  // Each detail row knows how deep in sub-reports it was printed.
+  std::vector<std::string> details;
+  for (const auto& page : sink.pages) {
+    for (const DataRow& row : page.rows) {
+      if (row.kind != RowKind::Detail) continue;
+      details.push_back((row.cells.empty() ? "" : row.cells[0].text) + "@" +
+                        std::to_string(row.depth));
+    }
+  }
+  EXPECT_EQ(details, (std::vector<std::string>{"A@0", "A.1@1", "A.1.1@2", "A.1.1.1@3",
+                                               "A.1.1.2@3"}));
 }
 
 TEST(Subreport, AChildRunsOverPagesUnderTheParentsFurnitureAndMayBreakPages) {

@@ -54,6 +54,7 @@ TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
   EXPECT_TRUE(result.completed);
   EXPECT_EQ(result.pages, 3);
   EXPECT_EQ(result.rows, 4);
+  EXPECT_EQ(result.subreport_rows, 0);
   EXPECT_TRUE(result.errors.empty());
   ASSERT_EQ(result.outputs, std::vector<std::filesystem::path>{request.output});
   EXPECT_EQ(PdfPages(request.output), 3);

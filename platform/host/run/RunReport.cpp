@@ -11,7 +11,8 @@ namespace trellin::host {
 
 namespace {
 
-// Passes pages on to the renderer, counting them and the detail rows on them.
+// Passes pages on to the renderer, counting them and the detail rows on them: the main report's
+// apart from its sub-reports'.
 class CountingSink : public engine::PageSink {
  public:
   explicit CountingSink(engine::PageSink& target) : target_(target) {}
@@ -19,7 +20,8 @@ class CountingSink : public engine::PageSink {
   void AddPage(const engine::Page& page) override {
     ++pages_;
     for (const engine::DataRow& row : page.rows) {
-      if (row.kind == engine::RowKind::Detail) ++rows_;
+      if (row.kind != engine::RowKind::Detail) continue;
+      ++(row.depth == 0 ? rows_ : subreport_rows_);
     }
     target_.AddPage(page);
   }
@@ -28,11 +30,13 @@ class CountingSink : public engine::PageSink {
 
   [[nodiscard]] int Pages() const { return pages_; }
   [[nodiscard]] std::int64_t Rows() const { return rows_; }
+  [[nodiscard]] std::int64_t SubreportRows() const { return subreport_rows_; }
 
  private:
   engine::PageSink& target_;
   int pages_ = 0;
   std::int64_t rows_ = 0;
+  std::int64_t subreport_rows_ = 0;
 };
 
 // Host and designer hold each other; whatever way the run ends, the host lets go.
@@ -129,6 +133,7 @@ RunResult RunReportToFile(ReportService& service, const RunRequest& request) {
     // A cancelled run's pages were discarded: it printed nothing.
     result.pages = counting.Pages();
     result.rows = counting.Rows();
+    result.subreport_rows = counting.SubreportRows();
     result.outputs = OutputFiles(request, format, result.pages);
   }
   result.elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(

@@ -54,8 +54,10 @@ struct RunResult {
   // False when the run was cancelled (an error while the report prepared): nothing is written.
   bool completed = false;
   int pages = 0;
-  // Detail rows printed, sub-reports' included.
+  // Detail rows the main report printed: what a user counts as the report's rows.
   std::int64_t rows = 0;
+  // Detail rows its sub-reports printed, at any depth.
+  std::int64_t subreport_rows = 0;
   // Every error the report's events raised, in order, with the event it came from.
   std::vector<ReportErrorInfo> errors;
   std::chrono::milliseconds elapsed{0};
