@@ -27,6 +27,22 @@ std::string FirstCharacters(const std::string& text, std::size_t count) {
 
 bool IsSummaryRow(engine::RowKind kind) { return kind != engine::RowKind::Detail; }
 
+// Text as a cell holds it: valid UTF-8, every line break a bare LF. The workbook stores a CR as
+// "_x000D_", which the spreadsheet shows as it stands, so CR LF and a lone CR both become LF.
+std::string SheetText(std::string_view text) {
+  const std::string valid = ValidUtf8(text);
+  std::string out;
+  out.reserve(valid.size());
+  for (std::size_t i = 0; i < valid.size(); ++i) {
+    if (valid[i] != '\r') {
+      out += valid[i];
+    } else if (i + 1 >= valid.size() || valid[i + 1] != '\n') {
+      out += '\n';
+    }
+  }
+  return out;
+}
+
 }  // namespace
 
 std::string SheetName(std::string_view title) {
@@ -104,7 +120,7 @@ void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns, int group_
                                              static_cast<double>(columns[i].caption.size()) + 2),
                                     6.0, 80.0);
     Check(worksheet_set_column(sheet_, column, column, width, nullptr));
-    Check(worksheet_write_string(sheet_, 0, column, ValidUtf8(columns[i].caption).c_str(), bold));
+    Check(worksheet_write_string(sheet_, 0, column, SheetText(columns[i].caption).c_str(), bold));
   }
   last_column_ =
       static_cast<lxw_col_t>(kFirstCellColumn + std::max<std::size_t>(columns.size(), 1) - 1);
@@ -131,10 +147,10 @@ void XlsxSink::WriteCell(lxw_col_t column, const engine::DataCell& cell, bool bo
     Check(
         worksheet_write_boolean(sheet_, row_, column, *flag, bold ? FormatFor("", true) : nullptr));
   } else if (const auto* text = v.Get<std::string>()) {
-    Check(worksheet_write_string(sheet_, row_, column, ValidUtf8(*text).c_str(),
+    Check(worksheet_write_string(sheet_, row_, column, SheetText(*text).c_str(),
                                  bold ? FormatFor("", true) : nullptr));
   } else if (v.IsEmpty() && !cell.text.empty()) {
-    Check(worksheet_write_string(sheet_, row_, column, ValidUtf8(cell.text).c_str(),
+    Check(worksheet_write_string(sheet_, row_, column, SheetText(cell.text).c_str(),
                                  bold ? FormatFor("", true) : nullptr));
   }
 }

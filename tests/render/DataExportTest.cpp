@@ -49,6 +49,8 @@ TEST(CsvField, QuotesOnlyWhereNeeded) {
       {"12\" rule", "\"12\"\" rule\""},
       {"two\nlines", "\"two\nlines\""},
       {"cr\rhere", "\"cr\rhere\""},
+      // CR LF inside a field stays as it is, quoted: a spreadsheet reads it as one line break.
+      {"two\r\nlines", "\"two\r\nlines\""},
       {" spaced ", " spaced "},
   };
   for (const auto& [field, expected] : cases) EXPECT_EQ(CsvField(field), expected) << field;
@@ -166,7 +168,7 @@ TEST(CsvSink, WritesHeadingKindsLevelsAndPlainValues) {
       {RowKind::Detail,
        0,
        "",
-       {At("txtDate", 0, 1000, Date::FromSerial(45474)), At("txtName", 1000, 3000, "two\nlines"),
+       {At("txtDate", 0, 1000, Date::FromSerial(45474)), At("txtName", 1000, 3000, "two\r\nlines"),
         At("txtAmount", 4000, 1000, Currency::FromRaw(-12345000))},
        {}},
       {RowKind::Detail,
@@ -186,7 +188,7 @@ TEST(CsvSink, WritesHeadingKindsLevelsAndPlainValues) {
   EXPECT_EQ(testing::ReadFile(dir / "out.csv"),
             "Row,Level,Date,Name,Amount\r\n"
             "Group Header,2,,\"North, \"\"upper\"\"\",\r\n"
-            "Detail,,2024-07-01,\"two\nlines\",-1234.50\r\n"
+            "Detail,,2024-07-01,\"two\r\nlines\",-1234.50\r\n"
             "Detail,,,plain,2.00\r\n"
             "Group Footer,2,,,-1232.50\r\n"
             "Report Footer,,2,,\r\n");

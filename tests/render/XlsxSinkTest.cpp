@@ -134,6 +134,43 @@ for i, name in enumerate(names, 1):
             "A title thirty-one characte (3) ['N', '5']\n");
 }
 
+TEST(XlsxSink, LineBreaksAreStoredAsBareLineFeeds) {
+  // Each row: the text of a cell, and the text the sheet holds for it (as Python's repr).
+  const std::pair<Variant, const char*> cases[] = {
+      {Variant("two\r\nlines"), "'two\\nlines'"},
+      {Variant("a\r\n\r\nb\r\n"), "'a\\n\\nb\\n'"},
+      {Variant("lone\rcr"), "'lone\\ncr'"},
+      {Variant("already\nbare"), "'already\\nbare'"},
+      {Variant("plain"), "'plain'"},
+      // No value: the printed text goes in, its breaks made bare too.
+      {Variant(), "'as\\nprinted'"},
+  };
+  testing::ScratchDir dir;
+  auto sink = MakeSink(Format::Xlsx, dir / "out.xlsx");
+  sink->Begin(testing::LetterDocument("Notes"));
+  engine::Page page = testing::LetterPage(1);
+  page.rows.push_back({RowKind::PageHeader, 0, "", {}, {"Note\r\ntext"}});
+  for (const auto& [value, expected] : cases) {
+    DataCell cell = At("txtNote", 0, value);
+    cell.text = "as\r\nprinted";
+    page.rows.push_back({RowKind::Detail, 0, "", {cell}, {}});
+  }
+  sink->AddPage(page);
+  sink->End();
+  const std::string script = R"py(
+import re, sys, zipfile
+sheet = zipfile.ZipFile(sys.argv[1]).read('xl/worksheets/sheet1.xml').decode()
+for text in re.findall(r'<c r="C\d+"[^>]*><is><t[^>]*>(.*?)</t>', sheet, re.S):
+    print(repr(text))
+)py";
+  testing::WriteFile(dir / "texts.py", script);
+  std::string expected = "'Note\\ntext'\n";
+  for (const auto& row : cases) expected += std::string(row.second) + "\n";
+  EXPECT_EQ(testing::RunCommand("python3 '" + (dir / "texts.py").string() + "' '" +
+                                (dir / "out.xlsx").string() + "'"),
+            expected);
+}
+
 TEST(XlsxSink, SheetNamesAreValid) {
   const std::pair<const char*, const char*> cases[] = {
       {"Trial Balance", "Trial Balance"},
