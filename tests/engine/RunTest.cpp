@@ -198,13 +198,14 @@ INSTANTIATE_TEST_SUITE_P(
         GroupKeyCase{"CaseThenNew",
                      {Variant("ACME"), Variant("acme"), Variant("Bolt"), Variant("BOLT")},
                      {"ACME", "Bolt"}},
-        GroupKeyCase{"DifferentText", {Variant("acme"), Variant("acmE "), Variant("acme")},
+        GroupKeyCase{"DifferentText",
+                     {Variant("acme"), Variant("acmE "), Variant("acme")},
                      {"acme", "acmE ", "acme"}},
         GroupKeyCase{"Numbers",
                      {Variant(std::int64_t{1}), Variant(1.0), Variant(std::int64_t{2})},
                      {"1", "2"}},
-        GroupKeyCase{"NullBetweenText", {Variant("a"), kNull, kNull, Variant("A")},
-                     {"a", "", "A"}}),
+        GroupKeyCase{
+            "NullBetweenText", {Variant("a"), kNull, kNull, Variant("A")}, {"a", "", "A"}}),
     [](const ::testing::TestParamInfo<GroupKeyCase>& info) { return info.param.name; });
 
 TEST(Run, SummariesAreExactMoneyAndCountEvenWhenTheDetailIsHidden) {

@@ -180,8 +180,8 @@ Sections:
                         std::to_string(row.depth));
     }
   }
-  EXPECT_EQ(details, (std::vector<std::string>{"A@0", "A.1@1", "A.1.1@2", "A.1.1.1@3",
-                                               "A.1.1.2@3"}));
+  EXPECT_EQ(details,
+            (std::vector<std::string>{"A@0", "A.1@1", "A.1.1@2", "A.1.1.1@3", "A.1.1.2@3"}));
 }
 
 TEST(Subreport, AChildRunsOverPagesUnderTheParentsFurnitureAndMayBreakPages) {
