@@ -56,6 +56,9 @@ struct AccountLevel {
 inline constexpr int kAccountLevels = 7;
 inline constexpr int kRowLevel = 6;
 inline constexpr int kMaxColumns = 20;
+// Figures and captions stop this many twips short of their column's right edge, so that
+// neighbouring columns never touch.
+inline constexpr float kColumnGap = 90;
 
 // The heading a statement grouped by type gives account class 1 to 11; "" otherwise.
 [[nodiscard]] std::string_view TypeHeading(int type);

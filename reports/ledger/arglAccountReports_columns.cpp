@@ -179,11 +179,11 @@ void arglAccountReports::CreateColumns() {
 
   num_fields_.fill(nullptr);
   for (int n = 1; n <= column_count_; ++n) {
-    AddValueField(n, values_left + column_width_ * (n - 1), column_width_);
+    AddValueField(n, values_left + column_width_ * (n - 1), column_width_ - kColumnGap);
   }
   for (const ColumnCaption& c : captions) {
     const float left = values_left + column_width_ * (c.first - 1);
-    AddCaption(c.first, c.text, left, column_width_ * (c.last - c.first + 1));
+    AddCaption(c.first, c.text, left, column_width_ * (c.last - c.first + 1) - kColumnGap);
   }
   if (report_ == LedgerReport::GeneralLedger) {
     // Trans, Date, Source and Reference head the ledger lines; the opening line says

@@ -146,7 +146,8 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
       ShowWhenNonZero(2);
       ShowPercent(4, d(1) - d(2), d(2));
       if (Control* actual = NumField(1)) {
-        actual->SetWidth(CurrentLevel > account_total_level_ ? column_width_ / 2 : column_width_);
+        const float whole = column_width_ - kColumnGap;
+        actual->SetWidth(CurrentLevel > account_total_level_ ? whole / 2 : whole);
       }
       break;
     }
