@@ -8,17 +8,16 @@ namespace {
 
 struct CountryCalendar {
   const char* country;
-  int first_year;      // calendar year of the first financial year's first day
   int first_month;     // the month after the balance date
   int tax_months;      // length of a GST period
-  int history_months;  // months of trading up to and including the present month
+  Date fixed_present;  // the present when the caller gives none
 };
 
 // Five full years and most of a sixth, so that the five-year summary and the last-year
 // comparisons all have figures, and the current year is part-way through.
 constexpr CountryCalendar kCalendars[] = {
-    {"NZ", 2020, 4, 2, 68},  // 31 March balance date: present 30 November 2025
-    {"AU", 2020, 7, 3, 68},  // 30 June balance date: present 28 February 2026
+    {"NZ", 4, 2, Date::FromSerial(45991)},  // 31 March balance date: 30 November 2025
+    {"AU", 7, 3, Date::FromSerial(46081)},  // 30 June balance date: 28 February 2026
 };
 
 std::string YearName(int start_year) {
@@ -29,7 +28,7 @@ std::string YearName(int start_year) {
 
 }  // namespace
 
-DemoCalendar::DemoCalendar(const std::string& country) {
+DemoCalendar::DemoCalendar(const std::string& country, std::optional<Date> present) {
   const CountryCalendar* found = nullptr;
   for (const auto& c : kCalendars) {
     if (country == c.country) found = &c;
@@ -39,8 +38,11 @@ DemoCalendar::DemoCalendar(const std::string& country) {
                                 "'");
   }
   tax_months_ = found->tax_months;
-  Date first = Date::FromYmd(found->first_year, found->first_month, 1);
-  present_ = first.AddMonths(found->history_months - 1).LastOfMonth();
+  present_ = present.value_or(found->fixed_present).DateOnly().LastOfMonth();
+  // Five full years before the one that holds the present.
+  int current_start_year =
+      present_.Month() >= found->first_month ? present_.Year() : present_.Year() - 1;
+  Date first = Date::FromYmd(current_start_year - 5, found->first_month, 1);
   for (Date start = first; start <= present_; start = start.AddYears(1)) {
     years_.push_back({start, start.AddYears(1).AddDays(-1), YearName(start.Year())});
   }

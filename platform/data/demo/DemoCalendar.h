@@ -1,7 +1,9 @@
 #pragma once
-// The demo company's calendar: its financial years, its present and its tax periods, all fixed
-// by the country so that the file never depends on the day it is built.
+// The demo company's calendar: its financial years, its present and its tax periods, fixed by
+// the country and the present, so that the file never depends on the day it is built unless the
+// caller asks for a present of its own.
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,8 +26,10 @@ struct TaxPeriodSpan {
 
 class DemoCalendar {
  public:
-  // "NZ" or "AU"; throws std::invalid_argument for any other.
-  explicit DemoCalendar(const std::string& country);
+  // "NZ" or "AU"; throws std::invalid_argument for any other. The company has traded for five
+  // full years and the current one up to the end of `present`'s month; without a present, the
+  // country's fixed one (NZ 30 November 2025, AU 28 February 2026).
+  explicit DemoCalendar(const std::string& country, std::optional<Date> present = std::nullopt);
 
   [[nodiscard]] Date FirstDay() const { return years_.front().start; }
   // The last day of the latest period: everything the company has done is on or before it.

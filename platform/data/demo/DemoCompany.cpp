@@ -37,7 +37,7 @@ DemoContext::DemoContext(sqlite3* handle, const DemoOptions& opts)
     : db(handle),
       options(opts),
       facts(FactsOf(opts.country)),
-      calendar(opts.country),
+      calendar(opts.country, opts.present),
       random(opts.seed) {}
 
 DemoSummary BuildDemoCompany(const DemoOptions& options) {

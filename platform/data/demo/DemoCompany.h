@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/runtime/Date.h"
@@ -19,6 +20,10 @@ struct DemoOptions {
   std::uint64_t seed = 1;
   // "NZ" (31 March balance date, GST 15% two-monthly) or "AU" (30 June, GST 10% quarterly).
   std::string country = "NZ";
+  // The last day of the company's latest month: it has traded for five full years and the
+  // current one up to the end of this date's month. Without one, a fixed date of the country's
+  // (NZ 30 November 2025, AU 28 February 2026), so the file is the same whenever it is built.
+  std::optional<Date> present;
   // Where the file goes; it is built beside it and moved into place when complete.
   std::string path;
   // Called with the fraction done, 0 to 1, as the build goes; may be empty.
