@@ -32,7 +32,7 @@ std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::strin
   if (is_default && !std::filesystem::exists(path)) {
     std::fprintf(stderr, "trellin: no company file given; building the demo company at %s\n", path.c_str());
     try {
-      BuildDemo(path, 1, 1, "NZ");
+      BuildDemo(path, 1, 1, "NZ", LastMonthEnd());
     } catch (const std::exception& e) {
       throw CommandError(kExitDatabase, std::string("cannot build the demo company: ") + e.what());
     }

@@ -20,9 +20,12 @@ namespace trellin::cli {
 // for a file that is missing or not a company file.
 [[nodiscard]] std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option);
 
-// Builds the demo company at `path`, with a progress bar when stderr is a terminal. Throws what
-// the generator throws.
+// The last day of last month: the demo company's books run to it unless told otherwise.
+[[nodiscard]] Date LastMonthEnd();
+
+// Builds the demo company at `path`, its books running to the end of `present`'s month, with a
+// progress bar when stderr is a terminal. Throws what the generator throws.
 demo::DemoSummary BuildDemo(const std::filesystem::path& path, int scale, std::uint64_t seed,
-                            const std::string& country);
+                            const std::string& country, Date present);
 
 }  // namespace trellin::cli

@@ -11,6 +11,8 @@
 #include "apps/trellin/Company.h"
 #include "apps/trellin/Progress.h"
 #include "platform/data/demo/DemoCompany.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/DateText.h"
 
 namespace trellin::cli {
 
@@ -20,6 +22,7 @@ const std::vector<OptionSpec> kDemoOptions = {
     {"scale", 0, true, false, "N", "volume, 1 (a small business) to 200; default 1"},
     {"seed", 0, true, false, "S", "the same seed gives the same file; default 1"},
     {"country", 0, true, false, "NZ|AU", "balance date and tax of NZ (31 March) or AU (30 June); default NZ"},
+    {"present", 0, true, false, "DATE", "the company's books run to the end of this date's month; default: last month"},
     {"output", 'o', true, false, "FILE", "where to write it (default: the demo company in the user's data folder)"},
     {"help", 'h', false, false, "", "show this help"},
 };
@@ -38,13 +41,16 @@ long long WholeNumber(const std::string& option, const std::string& text) {
 
 }  // namespace
 
+Date LastMonthEnd() { return Today().FirstOfMonth().AddDays(-1); }
+
 demo::DemoSummary BuildDemo(const std::filesystem::path& path, int scale, std::uint64_t seed,
-                            const std::string& country) {
+                            const std::string& country, Date present) {
   if (path.has_parent_path()) std::filesystem::create_directories(path.parent_path());
   demo::DemoOptions options;
   options.scale = scale;
   options.seed = seed;
   options.country = country;
+  options.present = present;
   options.path = path.string();
   Progress progress("building the demo company");
   options.progress = [&progress](double done) { progress.Update(done); };
@@ -57,7 +63,9 @@ int DemoCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kDemoOptions);
   if (parsed.Has("help")) {
     std::printf("usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE]\n\n"
-                "Builds the demo company: some years of a small trading business's books.\n\n%s",
+                "Builds the demo company: some years of a small trading business's books, up to the end\n"
+                "of last month (or of --present's month). The same options on the same day give the\n"
+                "same file.\n\n%s",
                 OptionsHelp(kDemoOptions).c_str());
     return kExitOk;
   }
@@ -68,13 +76,19 @@ int DemoCommand(const Args& args, const Context&) {
   std::string country = parsed.Value("country").value_or("NZ");
   for (char& c : country) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   if (country != "NZ" && country != "AU") throw UsageError("--country must be NZ or AU");
+  Date present = LastMonthEnd();
+  if (auto text = parsed.Value("present")) {
+    std::optional<Date> given = ParseDateText(*text);
+    if (!given) throw UsageError("--present takes a date such as 31/10/2026, not '" + *text + "'");
+    present = *given;
+  }
   std::filesystem::path path = parsed.Value("output") ? std::filesystem::path(*parsed.Value("output"))
                                                       : CompanyPath(std::nullopt);
 
   auto start = std::chrono::steady_clock::now();
   demo::DemoSummary summary;
   try {
-    summary = BuildDemo(path, scale, seed, country);
+    summary = BuildDemo(path, scale, seed, country, present);
   } catch (const std::invalid_argument& e) {
     throw CommandError(kExitUsage, e.what());
   } catch (const DatabaseError& e) {
