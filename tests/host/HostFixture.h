@@ -41,7 +41,8 @@ class KeepingSink : public engine::PageSink {
 void WriteTestCompany(const std::filesystem::path& path);
 
 // The catalogue of the host tests: "CustomersByType" (arTestCustomers, captioned "Customers By
-// Type") and "CustomerColumns" (arTestColumns), and "NotBuilt" with no designer.
+// Type"), "CustomerColumns" (arTestColumns), "CustomerTypes" (arTestTypes, each type with its
+// customers in a sub-report) and "NotBuilt" with no designer.
 [[nodiscard]] std::span<const CatalogueEntry> TestCatalogue();
 
 class HostTest : public ::testing::Test {

@@ -60,6 +60,17 @@ TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
   EXPECT_EQ(PdfPages(request.output), 3);
 }
 
+TEST_F(RunReportTest, RowsCountTheMainReportAndSubreportRowsTheRest) {
+  // Two types, RETAIL with C1 and C2 and TRADE with C3, each type's customers in a sub-report.
+  RunRequest request = Request("CustomerTypes", {}, "types.txt");
+  RunResult result = RunReportToFile(*service_, request);
+  ASSERT_TRUE(result.completed);
+  EXPECT_EQ(result.rows, 2);
+  EXPECT_EQ(result.subreport_rows, 3);
+  std::string text = ReadFile(request.output);
+  EXPECT_NE(text.find("C3"), std::string::npos) << text;
+}
+
 TEST_F(RunReportTest, PngListsExactlyTheFilesItWrites) {
   // The target as given, whether the format was named, and the page files expected.
   struct Case {

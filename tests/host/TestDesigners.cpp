@@ -157,14 +157,52 @@ class arTestColumns : public HostedDesigner {
   }
 };
 
+// The customers of one type: the sub-report of arTestTypes.
+class arTestTypeCustomers : public ActiveReport {
+ public:
+  arTestTypeCustomers() : ActiveReport("arTestTypeCustomers") {
+    engine::LoadLayout(kTypeCustomersLayout, "arTestTypeCustomers.yaml", *this);
+  }
+  void ActiveReport_Initialize() override { PrepareDataControl(DataControl()); }
+  void ActiveReport_ReportStart() override {
+    DataControl().SetSource(
+        "SELECT OtherPartyId FROM OtherParty WHERE IsCustomer=True AND CustomerTypeId='" + type +
+        "' ORDER BY OtherPartyId");
+  }
+
+  std::string type;
+};
+
+class arTestTypes : public HostedDesigner {
+ public:
+  arTestTypes() : HostedDesigner("arTestTypes", kTypesLayout) {}
+
+  void ActiveReport_ReportStart() override {
+    customers_ = std::make_shared<arTestTypeCustomers>();
+    Field("srptCustomers").SetObject(customers_);
+    PrepareDataControl(DataControl());
+    DataControl().SetSource("SELECT CustomerTypeId FROM CustomerType ORDER BY CustomerTypeId");
+  }
+
+ protected:
+  void DetailFormat(Section&) override {
+    customers_->type = Fields()["CustomerTypeId"].Value().Text();
+  }
+
+ private:
+  std::shared_ptr<arTestTypeCustomers> customers_;
+};
+
 DesignerPtr CreatearTestCustomers() { return std::make_shared<arTestCustomers>(); }
 DesignerPtr CreatearTestColumns() { return std::make_shared<arTestColumns>(); }
+DesignerPtr CreatearTestTypes() { return std::make_shared<arTestTypes>(); }
 
 constexpr CatalogueEntry kTestCatalogue[] = {
     {"CustomersByType", "arTestCustomers", CaptionRule::kGiven, "Customers By Type",
      "Customers By Type", "admin", CreatearTestCustomers},
     {"CustomerColumns", "arTestColumns", CaptionRule::kLayout, "", "", "admin",
      CreatearTestColumns},
+    {"CustomerTypes", "arTestTypes", CaptionRule::kLayout, "", "", "admin", CreatearTestTypes},
     {"NotBuilt", "arNotBuilt", CaptionRule::kLayout, "", "", "admin", nullptr},
 };
 

@@ -82,4 +82,25 @@ Sections:
     Height: 300
 )";
 
+// A list of customer types with each type's customers in a sub-report under its row.
+inline constexpr char kTypesLayout[] = R"(
+Report:
+  Caption: Customer Types
+  PrintWidth: 9000
+Sections:
+  - Name: Detail
+    Height: 300
+    Controls:
+      - {Class: Field, Name: txtType, DataField: CustomerTypeId, Rect: [0, 0, 2000, 240]}
+      - {Class: Subreport, Name: srptCustomers, Rect: [500, 300, 6000, 0]}
+)";
+
+inline constexpr char kTypeCustomersLayout[] = R"(
+Sections:
+  - Name: Detail
+    Height: 250
+    Controls:
+      - {Class: Field, Name: txtId, DataField: OtherPartyId, Rect: [0, 0, 1500, 240]}
+)";
+
 }  // namespace trellin::host::testing
