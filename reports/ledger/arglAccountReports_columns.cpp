@@ -20,7 +20,7 @@ struct ColumnCaption {
 constexpr float kCodeWidth = 900;
 constexpr float kGap = 60;
 constexpr float kMinDescription = 2400;
-constexpr float kMaxColumnWidth = 1250;
+constexpr float kMaxColumnWidth = 1500;
 constexpr float kCommentWidth = 2600;
 
 constexpr const char* kNumberFormat = "#,##0.00;(#,##0.00)";
