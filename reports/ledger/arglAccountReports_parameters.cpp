@@ -2,6 +2,7 @@
 // designer's state, the dates, the groups and the chart query.
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
@@ -194,6 +195,11 @@ void arglAccountReports::ApplyParameters() {
     if (years[i].Id == year_id || years[i].DateEnd.Year() == year_id) {
       fiscal_year_ = static_cast<std::int64_t>(i) + 1;
     }
+  }
+  if (fiscal_year_ == 0 && p.Value("FiscalYear", 0).ToLong() != 0) {
+    // A year the company does not have would print a statement of no period at all.
+    throw std::invalid_argument("Fiscal Year: the company has no financial year " +
+                                std::to_string(year_id) + ".");
   }
 
   period_ = p.Value("Period", "").Text();

@@ -260,6 +260,15 @@ TEST_F(LedgerFixtureCompany, EndOfYearTrialBalanceFlagsProfitAccountsLeftOpen) {
   EXPECT_EQ(Text(*bank, "txtField1"), "");
 }
 
+TEST_F(LedgerFixtureCompany, AnUnknownFiscalYearStopsTheRunWithItsName) {
+  const std::vector<std::string> pages =
+      RunPages(Open("EndOfYearTrialBalance", {"FiscalYear=1999"}));
+  ASSERT_FALSE(pages.empty());
+  EXPECT_EQ(pages.back(),
+            "errors:\nActiveReport_ReportStart: Fiscal Year: the company has no financial year "
+            "1999.\n");
+}
+
 TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
   const std::vector<DumpRow> rows =
       RowsOf(Run("VarianceReport",
