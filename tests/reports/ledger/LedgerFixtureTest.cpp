@@ -211,6 +211,30 @@ TEST_F(LedgerFixtureCompany, BudgetsMissingMonthsReadZeroAndHide) {
   EXPECT_EQ(Text(*sales, "numField13"), "(2,000)");
 }
 
+TEST_F(LedgerFixtureCompany, QuarterlyBudgetsTurnCreditsRoundInTheSecondFourOnly) {
+  struct Case {
+    const char* end_date;
+    const char* field;  // the quarter April to June 2024 lands in
+    const char* sales;
+    const char* subtotal;
+  };
+  const Case cases[] = {
+      {"EndDate=2025-12-31", "numField2", "(2,000)", "numField5"},  // among the first four
+      {"EndDate=2025-03-31", "numField6", "2,000", "numField10"},   // among the second four
+  };
+  for (const Case& c : cases) {
+    const std::vector<DumpRow> rows = RowsOf(
+        Run("BudgetSummary", {c.end_date, "Frequency=Quarterly", "ShowTotal=true"}), "Detail");
+    const DumpRow* sales = RowOf(rows, "1010");
+    ASSERT_NE(sales, nullptr) << c.end_date;
+    EXPECT_EQ(Text(*sales, c.field), c.sales) << c.end_date;
+    EXPECT_EQ(Text(*sales, c.subtotal), c.sales) << c.end_date;
+    const DumpRow* rent = RowOf(rows, "1210");
+    ASSERT_NE(rent, nullptr) << c.end_date;
+    EXPECT_EQ(Text(*rent, c.field), "250") << c.end_date;
+  }
+}
+
 TEST_F(LedgerFixtureCompany, YearToDateFillsTheMonthsSoFar) {
   const std::vector<DumpRow> rows = RowsOf(
       Run("PeriodSummary", {"EndDate=2024-06-30", "Frequency=Year to Date", "ShowTotal=true"}),
