@@ -7,6 +7,7 @@
 #include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "apps/trellin/Company.h"
+#include "apps/trellin/Progress.h"
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/ReportService.h"
 #include "platform/host/run/RunReport.h"
@@ -64,6 +65,10 @@ int RunCommand(const Args& args, const Context& context) {
   }
 
   auto database = OpenCompany(parsed.Value("db"));
+  Progress progress(request.key);
+  request.on_page = [&progress](int pages, std::int64_t rows) {
+    progress.Update("page " + std::to_string(pages) + ", " + std::to_string(rows) + " rows");
+  };
   host::RunResult result;
   try {
     host::ReportService service(database);
@@ -78,6 +83,7 @@ int RunCommand(const Args& args, const Context& context) {
     throw CommandError(kExitUsage, e.what());
   }
 
+  progress.Finish();
   for (const auto& error : result.errors) {
     std::fprintf(stderr, "trellin run: %s: %s\n", error.source.c_str(), error.message.c_str());
   }

@@ -15,7 +15,8 @@ namespace {
 // apart from its sub-reports'.
 class CountingSink : public engine::PageSink {
  public:
-  explicit CountingSink(engine::PageSink& target) : target_(target) {}
+  CountingSink(engine::PageSink& target, const std::function<void(int, std::int64_t)>& on_page)
+      : target_(target), on_page_(on_page) {}
   void Begin(const engine::DocumentInfo& info) override { target_.Begin(info); }
   void AddPage(const engine::Page& page) override {
     ++pages_;
@@ -24,6 +25,7 @@ class CountingSink : public engine::PageSink {
       ++(row.depth == 0 ? rows_ : subreport_rows_);
     }
     target_.AddPage(page);
+    if (on_page_) on_page_(pages_, rows_);
   }
   void End() override { target_.End(); }
   void Abort() override { target_.Abort(); }
@@ -34,6 +36,7 @@ class CountingSink : public engine::PageSink {
 
  private:
   engine::PageSink& target_;
+  const std::function<void(int, std::int64_t)>& on_page_;
   int pages_ = 0;
   std::int64_t rows_ = 0;
   std::int64_t subreport_rows_ = 0;
@@ -123,7 +126,7 @@ RunResult RunReportToFile(ReportService& service, const RunRequest& request) {
 
   std::unique_ptr<engine::PageSink> sink =
       render::MakeSink(format, request.output, request.render_options);
-  CountingSink counting(*sink);
+  CountingSink counting(*sink, request.on_page);
   engine::RunOutcome outcome = engine::RunReport(*designer, counting);
 
   RunResult result;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -48,6 +49,8 @@ struct RunRequest {
   // The output format; by the output's extension when not given.
   std::optional<render::Format> format;
   render::RenderOptions render_options;
+  // Called after each page is written, with the pages and main report rows so far; may be empty.
+  std::function<void(int pages, std::int64_t rows)> on_page;
 };
 
 struct RunResult {
