@@ -142,7 +142,6 @@ class arglAccountReports : public Designer {
   [[nodiscard]] std::string SumValue() const;
   void OpenSet(const std::string& sql);
   void OpenRetained(const std::string& sql);
-  void AddRetainedFigures(const std::string& account_id);
   void RunFooterChecks();
 
   // --- the walk (arglAccountReports_walk.cpp) ---
@@ -237,8 +236,6 @@ class arglAccountReports : public Designer {
   std::vector<std::string> value_sql_;
   std::string check_sql_;
   std::vector<GroupList> groups_;
-  std::vector<std::string> year_captions_;
-  std::vector<bool> year_present_;
 };
 
 [[nodiscard]] DesignerPtr CreatearglAccountReports();

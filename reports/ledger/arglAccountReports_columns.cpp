@@ -92,13 +92,11 @@ void arglAccountReports::CreateColumns() {
     case LedgerReport::FiveYearSummary: {
       const std::vector<FinancialYear> years =
           TrellinReportGlobals::RequireApplication().FinancialCalendar().Years();
-      year_present_.assign(6, false);
       for (int i = 1; i <= 5; ++i) {
         const std::int64_t index = fiscal_year_ + i - 5;
         std::string caption;
         if (index >= 1 && index <= static_cast<std::int64_t>(years.size())) {
           caption = years[static_cast<std::size_t>(index - 1)].Name;
-          year_present_[static_cast<std::size_t>(i)] = true;
         }
         captions.push_back({caption, i, i});
       }
