@@ -172,6 +172,66 @@ TEST_F(LedgerFixtureCompany, DatesMoveToWholeMonthsUnlessCustom) {
   }
 }
 
+TEST_F(LedgerFixtureCompany, TitlesFollowPeriodAndTax) {
+  struct Case {
+    const char* key;
+    std::vector<std::string> assignments;
+    const char* title;
+  };
+  const Case cases[] = {
+      {"TrialBalance", {"Period=ALL", "FromDate=2024-04-01", "ToDate=2024-12-31"}, "Trial Balance"},
+      {"TrialBalance",
+       {"FromDate=2024-04-01", "ToDate=2024-12-31", "TaxInclusive=true"},
+       "YTD Trial Balance ending 31/12/2024 (GST inclusive)"},
+      {"MovementReport", {"DateAsAt=2024-12-15"}, "Movement Report ending 31/12/2024"},
+      {"PeriodSummary",
+       {"EndDate=2024-06-30", "Frequency=Six Monthly"},
+       "Six Monthly Summary ending 30/06/2024"},
+      {"BudgetCashFlow", {"EndDate=2024-06-30"}, "Monthly Cash Flow Budget ending 30/06/2024"},
+      {"EndOfYearTrialBalance", {"FiscalYear=2"}, "End of Year Trial Balance (2024/25)"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_TRUE(Contains(PrintedTexts(Run(c.key, c.assignments)), c.title)) << c.title;
+  }
+}
+
+TEST_F(LedgerFixtureCompany, ParametersInTheirOrder) {
+  struct Case {
+    const char* key;
+    const char* names;
+  };
+  const char* shared =
+      "Accounts,Branches,Departments,Groupings,Split,AddNetProfitToREAccount,"
+      "AddAppropriationsToREAccount,";
+  const Case cases[] = {
+      {"TrialBalance",
+       "Period,FromDate,ToDate,AccountsGroupBy,AccountSummaryLevel,Rounding,IncludeAccountCode,"
+       "TaxInclusive"},
+      {"FinancialStatement",
+       "Period,FromDate,ToDate,AccountsGroupBy,AccountSummaryLevel,AccountTotalLevel,Rounding,"
+       "IncludeAccountCode,AdjustCreditTypeAccounts"},
+      {"MovementReport",
+       "DateAsAt,AccountsGroupBy,AccountSummaryLevel,Rounding,IncludeAccountCode,"
+       "AdjustCreditTypeAccounts,TaxInclusive"},
+      {"BudgetSummary",
+       "Frequency,EndDate,ShowTotal,AccountsGroupBy,AccountSummaryLevel,Rounding,"
+       "IncludeAccountCode,AdjustCreditTypeAccounts,Budget"},
+      {"GeneralLedger",
+       "Period,FromDate,ToDate,AccountsGroupBy,AccountSummaryLevel,Rounding,IncludeAccountCode,"
+       "TaxInclusive,Drilldown"},
+  };
+  for (const Case& c : cases) {
+    DesignerPtr designer = Open(c.key, {});
+    std::string names;
+    for (const ParameterPtr& p : designer->TLReport()->Parameters()) {
+      names += (names.empty() ? "" : ",") + p->Name;
+    }
+    EXPECT_EQ(names, shared + std::string(c.names)) << c.key;
+    designer->TLReport()->SetArReport(nullptr);
+    designer->SetTLReport(nullptr);
+  }
+}
+
 TEST_F(LedgerFixtureCompany, TypeModeClosesEachTypeAndNetAssetsAtLiabilities) {
   const std::vector<std::string> lines = Descriptions(RowsOf(
       Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountsGroupBy=Type"}),
