@@ -18,15 +18,15 @@ std::vector<std::string> ParsedArgs::Values(std::string_view name) const {
 namespace {
 
 const OptionSpec* FindLong(const std::vector<OptionSpec>& specs, std::string_view name) {
-  for (const auto& spec : specs) {
-    if (spec.long_name == name) return &spec;
+  for (const auto& option : specs) {
+    if (option.long_name == name) return &option;
   }
   return nullptr;
 }
 
 const OptionSpec* FindShort(const std::vector<OptionSpec>& specs, char name) {
-  for (const auto& spec : specs) {
-    if (spec.short_name != 0 && spec.short_name == name) return &spec;
+  for (const auto& option : specs) {
+    if (option.short_name != 0 && option.short_name == name) return &option;
   }
   return nullptr;
 }
@@ -46,7 +46,7 @@ ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionS
       options_done = true;
       continue;
     }
-    const OptionSpec* spec = nullptr;
+    const OptionSpec* option = nullptr;
     std::optional<std::string> inline_value;
     std::string shown;
     if (arg.rfind("--", 0) == 0) {
@@ -56,16 +56,16 @@ ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionS
         inline_value = std::string(body.substr(eq + 1));
         body = body.substr(0, eq);
       }
-      spec = FindLong(specs, body);
+      option = FindLong(specs, body);
       shown = "--" + std::string(body);
     } else {
-      spec = FindShort(specs, arg[1]);
+      option = FindShort(specs, arg[1]);
       shown = arg.substr(0, 2);
       if (arg.size() > 2) inline_value = arg.substr(2);
     }
-    if (spec == nullptr) throw UsageError("unknown option '" + shown + "'");
-    std::string key(spec->long_name);
-    if (!spec->takes_value) {
+    if (option == nullptr) throw UsageError("unknown option '" + shown + "'");
+    std::string key(option->long_name);
+    if (!option->takes_value) {
       if (inline_value) throw UsageError("option '" + shown + "' takes no value");
       parsed.values_[key].push_back("");
       continue;
@@ -76,10 +76,10 @@ ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionS
     } else if (i + 1 < args.size()) {
       value = args[++i];
     } else {
-      throw UsageError("option '" + shown + "' needs a value (" + std::string(spec->value_name) + ")");
+      throw UsageError("option '" + shown + "' needs a value (" + std::string(option->value_name) + ")");
     }
     auto& slot = parsed.values_[key];
-    if (!spec->repeats && !slot.empty()) throw UsageError("option '" + shown + "' given twice");
+    if (!option->repeats && !slot.empty()) throw UsageError("option '" + shown + "' given twice");
     slot.push_back(std::move(value));
   }
   return parsed;
@@ -88,10 +88,10 @@ ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionS
 std::string OptionsHelp(const std::vector<OptionSpec>& specs) {
   std::vector<std::string> heads;
   std::size_t width = 0;
-  for (const auto& spec : specs) {
-    std::string head = spec.short_name ? std::string("-") + spec.short_name + ", " : "    ";
-    head += "--" + std::string(spec.long_name);
-    if (spec.takes_value) head += " " + std::string(spec.value_name);
+  for (const auto& option : specs) {
+    std::string head = option.short_name ? std::string("-") + option.short_name + ", " : "    ";
+    head += "--" + std::string(option.long_name);
+    if (option.takes_value) head += " " + std::string(option.value_name);
     width = std::max(width, head.size());
     heads.push_back(std::move(head));
   }

@@ -59,13 +59,13 @@ void AddRule(Band& band, float x1, float x2, float y, int style) {
 }  // namespace
 
 FontSpec ToFontSpec(const ControlFont& font) {
-  FontSpec spec;
-  spec.name = font.Name;
-  spec.size = font.Size;
-  spec.bold = font.Bold;
-  spec.italic = font.Italic;
-  spec.underline = font.Underline;
-  return spec;
+  FontSpec result;
+  result.name = font.Name;
+  result.size = font.Size;
+  result.bold = font.Bold;
+  result.italic = font.Italic;
+  result.underline = font.Underline;
+  return result;
 }
 
 Arrangement Arrange(const Section& section, TextMeasure& measure) {

@@ -69,29 +69,29 @@ struct TextMeasure::Impl {
 TextMeasure::TextMeasure() : impl_(std::make_unique<Impl>()) {}
 TextMeasure::~TextMeasure() = default;
 
-TextMeasure::FontData& TextMeasure::Font(const FontSpec& spec) {
+TextMeasure::FontData& TextMeasure::Font(const FontSpec& wanted) {
   // Lines of a report ask for the same few fonts over and over, mostly the one asked last.
-  if (impl_->last && SameFont(impl_->last_spec, spec)) return *impl_->last;
-  FontData& font = LookUp(spec);
+  if (impl_->last && SameFont(impl_->last_spec, wanted)) return *impl_->last;
+  FontData& font = LookUp(wanted);
   impl_->last = &font;
-  impl_->last_spec = spec;
+  impl_->last_spec = wanted;
   return font;
 }
 
-TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& spec) {
-  std::string key = FontKey(spec);
+TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& wanted) {
+  std::string key = FontKey(wanted);
   auto it = impl_->fonts.find(key);
   if (it != impl_->fonts.end()) return *it->second;
 
   auto data = std::make_unique<FontData>();
   data->description = pango_font_description_new();
-  pango_font_description_set_family(data->description, spec.name.c_str());
+  pango_font_description_set_family(data->description, wanted.name.c_str());
   pango_font_description_set_weight(data->description,
-                                    spec.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+                                    wanted.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
   pango_font_description_set_style(data->description,
-                                   spec.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+                                   wanted.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
   pango_font_description_set_size(data->description,
-                                  static_cast<int>(std::lround(spec.size * PANGO_SCALE)));
+                                  static_cast<int>(std::lround(wanted.size * PANGO_SCALE)));
 
   PangoFontMetrics* metrics = pango_context_get_metrics(impl_->context, data->description, nullptr);
   data->line_height = PangoToTwips(pango_font_metrics_get_ascent(metrics) +
@@ -115,8 +115,8 @@ TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& spec) {
 
 float TextMeasure::LineHeight(const FontSpec& font) { return Font(font).line_height; }
 
-float TextMeasure::Width(std::string_view text, const FontSpec& spec) {
-  FontData& font = Font(spec);
+float TextMeasure::Width(std::string_view text, const FontSpec& wanted) {
+  FontData& font = Font(wanted);
   PangoLayout* layout = impl_->layout;
   pango_layout_set_font_description(layout, font.description);
   pango_layout_set_width(layout, -1);
@@ -126,11 +126,11 @@ float TextMeasure::Width(std::string_view text, const FontSpec& spec) {
   return PangoToTwips(w);
 }
 
-std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& spec,
+std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& wanted,
                                            float width) {
   std::vector<std::string> lines;
   if (text.empty()) return lines;
-  FontData& font = Font(spec);
+  FontData& font = Font(wanted);
 
   // Quick path: plain ASCII on one line whose summed advances leave a margin for kerning.
   bool simple = true;
