@@ -172,6 +172,29 @@ TEST_F(LedgerFixtureCompany, DatesMoveToWholeMonthsUnlessCustom) {
   }
 }
 
+TEST_F(LedgerFixtureCompany, GeneralLedgerPrintsAnAccountWhoseMovementNetsToNothing) {
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("GeneralLedger", {"Period=Custom", "FromDate=2024-03-01", "ToDate=2024-04-01"}),
+             "Detail");
+  // The sale of March and its closing entry cancel out, yet the account has lines to show.
+  const DumpRow* sales = RowOf(rows, "1010");
+  ASSERT_NE(sales, nullptr);
+  EXPECT_EQ(Text(*sales, "txtField1"), "Opening");
+  EXPECT_EQ(Text(*sales, "numField3"), "0.00");
+  EXPECT_EQ(RowOf(rows, "1020"), nullptr);
+  EXPECT_EQ(RowOf(rows, "1210"), nullptr);
+  // The group's total carries the period's movement beside the opening.
+  int totals = 0;
+  for (const DumpRow& row : rows) {
+    if (Text(row, "txtDescription") != "Total Sales") continue;
+    ++totals;
+    EXPECT_EQ(Text(row, "numField1"), "200.00");
+    EXPECT_EQ(Text(row, "numField2"), "200.00");
+    EXPECT_EQ(Text(row, "txtField1"), "<hidden>");
+  }
+  EXPECT_EQ(totals, 1);
+}
+
 TEST_F(LedgerFixtureCompany, TitlesFollowPeriodAndTax) {
   struct Case {
     const char* key;
