@@ -6,7 +6,7 @@
 #include "core/TrellinReportGlobals.h"
 #include "reports/admin/AdminDetails.h"
 #include "reports/admin/arAdminBase.h"
-#include "tests/reports/admin/ReportFixture.h"
+#include "tests/reports/ReportFixture.h"
 
 namespace trellin::reports::testing {
 namespace {

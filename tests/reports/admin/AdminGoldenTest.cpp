@@ -10,7 +10,7 @@
 
 #include "platform/host/run/RunReport.h"
 #include "platform/runtime/Strings.h"
-#include "tests/reports/admin/ReportFixture.h"
+#include "tests/reports/ReportFixture.h"
 
 namespace trellin::reports::testing {
 namespace {

@@ -6,7 +6,7 @@
 #include "reports/admin/arAdminBase.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
-#include "tests/reports/admin/ReportFixture.h"
+#include "tests/reports/ReportFixture.h"
 
 namespace trellin::reports::testing {
 namespace {

@@ -35,6 +35,11 @@ class DemoReports : public ::testing::Test {
   static std::unique_ptr<host::ReportService> service_;
 };
 
+// The report `key` from `service`, with "NAME=VALUE" assignments applied and validated; fails the
+// test on parameter errors.
+[[nodiscard]] DesignerPtr OpenWithValues(host::ReportService& service, const std::string& key,
+                                         const std::vector<std::string>& assignments);
+
 // The path of the cached scale-1 demo company, building it when it is not there yet.
 [[nodiscard]] std::string DemoCompanyPath();
 

@@ -1,4 +1,4 @@
-#include "tests/reports/admin/ReportFixture.h"
+#include "tests/reports/ReportFixture.h"
 
 #include <unistd.h>
 
@@ -65,13 +65,18 @@ void DemoReports::TearDownTestSuite() {
 host::ReportService& DemoReports::Service() { return *service_; }
 
 DesignerPtr DemoReports::Open(const std::string& key, const std::vector<std::string>& assignments) {
-  DesignerPtr designer = host::OpenReport(*service_, key);
+  return OpenWithValues(*service_, key, assignments);
+}
+
+DesignerPtr OpenWithValues(host::ReportService& service, const std::string& key,
+                           const std::vector<std::string>& assignments) {
+  DesignerPtr designer = host::OpenReport(service, key);
   TLReport& report_host = *designer->TLReport();
-  host::DateResolver resolver = [](const Variant& expression, const Parameters& parameters) {
-    return service_->Reports().InterpretDate(expression, &parameters);
+  host::DateResolver resolver = [&service](const Variant& expression, const Parameters& parameters) {
+    return service.Reports().InterpretDate(expression, &parameters);
   };
-  host::ParameterDialogue dialogue(report_host.Parameters(), service_->DatabasePtr(), resolver,
-                                   &service_->BusinessLayer().Utilities().RangeBuilder());
+  host::ParameterDialogue dialogue(report_host.Parameters(), service.DatabasePtr(), resolver,
+                                   &service.BusinessLayer().Utilities().RangeBuilder());
   for (const std::string& assignment : assignments) dialogue.SetFromAssignment(assignment);
   EXPECT_TRUE(dialogue.Validate()) << key << ": " << Join(dialogue.Errors(), "; ");
   EXPECT_TRUE(designer->ValidateParameters()) << key;
