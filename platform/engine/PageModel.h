@@ -94,6 +94,7 @@ struct DataRow {
   std::string section;
   std::vector<DataCell> cells;
   std::vector<std::string> labels;  // label captions printed in the section, left to right
+  std::vector<std::string> label_names;  // the same labels' control names, in the same order
   // 0 for the report being run; a sub-report's rows arrive as rows of the page with the depth of
   // their nesting (1 for a sub-report of the main report, 2 for one inside that, ...).
   int depth = 0;

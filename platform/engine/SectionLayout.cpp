@@ -246,11 +246,16 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
   row.kind = kind;
   row.level = level;
   row.section = section.Name();
-  std::vector<std::pair<float, std::string>> labels;
+  struct LabelAt {
+    float left;
+    std::string name;
+    std::string caption;
+  };
+  std::vector<LabelAt> labels;
   for (const ArrangedControl& a : arrangement.controls) {
     const Control& c = *a.control;
     if (c.Class() == ControlClass::Label) {
-      labels.emplace_back(c.Left(), c.Caption());
+      labels.push_back({c.Left(), c.Name(), c.Caption()});
     } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) &&
                c.Width() > 0) {
       row.cells.push_back(
@@ -260,8 +265,11 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
   std::stable_sort(row.cells.begin(), row.cells.end(),
                    [](const DataCell& a, const DataCell& b) { return a.left < b.left; });
   std::stable_sort(labels.begin(), labels.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  for (auto& l : labels) row.labels.push_back(std::move(l.second));
+                   [](const LabelAt& a, const LabelAt& b) { return a.left < b.left; });
+  for (LabelAt& l : labels) {
+    row.labels.push_back(std::move(l.caption));
+    row.label_names.push_back(std::move(l.name));
+  }
   return row;
 }
 

@@ -97,21 +97,32 @@ ExportColumns ExportColumns::FromRows(const std::vector<engine::DataRow>& rows) 
   std::stable_sort(result.columns_.begin(), result.columns_.end(),
                    [](const ExportColumn& a, const ExportColumn& b) { return a.left < b.left; });
 
-  // Label captions of the headers, in the order they are tried: page headers first.
+  // Label captions of the headers, in the order they are tried: page headers first; with each
+  // its control name where the page model has it.
   std::vector<std::string> labels;
+  std::vector<std::string> label_stems;
   for (engine::RowKind kind :
        {engine::RowKind::PageHeader, engine::RowKind::GroupHeader, engine::RowKind::ReportHeader}) {
     for (const engine::DataRow& row : rows) {
-      if (row.kind == kind) labels.insert(labels.end(), row.labels.begin(), row.labels.end());
+      if (row.kind != kind) continue;
+      for (std::size_t i = 0; i < row.labels.size(); ++i) {
+        labels.push_back(row.labels[i]);
+        label_stems.push_back(i < row.label_names.size() ? Folded(CaptionFromName(row.label_names[i]))
+                                                         : std::string());
+      }
     }
   }
   std::vector<bool> used(labels.size(), false);
   for (ExportColumn& column : result.columns_) {
     column.caption = CaptionFromName(column.name);
     const std::string key = Folded(column.caption);
-    // The label that reads as the name wins; else the first that begins with it ("Ref" names
+    // The label named as the column wins (lblBalance over txtBalance, lblField2 over numField2);
+    // then the label that reads as the name; else the first that begins with it ("Ref" names
     // the column under "Reference").
     std::size_t pick = labels.size();
+    for (std::size_t i = 0; i < labels.size() && pick == labels.size(); ++i) {
+      if (!used[i] && !labels[i].empty() && label_stems[i] == key) pick = i;
+    }
     for (std::size_t i = 0; i < labels.size() && pick == labels.size(); ++i) {
       if (!used[i] && Folded(labels[i]) == key) pick = i;
     }

@@ -30,6 +30,8 @@ TEST(CellText, ValuesArePlainAndExact) {
       {Date::FromSerial(45474, 13 * 3600 + 5 * 60 + 9), "2024-07-01 13:05:09"},
       {Variant(std::int64_t{-42}), "-42"},
       {Variant(0.1), "0.1"},
+      {Variant(500000.0), "500000"},
+      {Variant(-1234567.891), "-1234567.891"},
       {Variant(1e21), "1e+21"},
       {Variant(true), "True"},
       {Variant("text, as is"), "text, as is"},
@@ -144,6 +146,24 @@ TEST(ExportColumns, TotalsLandUnderTheColumnsTheyTotal) {
     for (const DataCell* cell : columns.Assign(c.row)) names.push_back(cell ? cell->name : "");
     EXPECT_EQ(names, c.expected) << c.row.cells.front().name;
   }
+}
+
+TEST(ExportColumns, ALabelNamedAsTheColumnGivesItsHeading) {
+  // Statement columns are numField1..n under labels lblField1..n whose captions say nothing of
+  // the names ("Debits"); the label's name pairs them. Without names, captions are matched.
+  DataRow header{RowKind::PageHeader, 0, "PageHeader", {}, {"Code", "Debits", "Credits"}};
+  header.label_names = {"lblCode", "lblField2", "lblField1"};
+  const std::vector<DataRow> rows = {
+      header,
+      {RowKind::Detail,
+       0,
+       "Detail",
+       {At("txtCode", 0, 800), At("numField1", 4000, 1000), At("numField2", 5000, 1000)},
+       {}},
+  };
+  std::vector<std::string> captions;
+  for (const auto& c : ExportColumns::FromRows(rows).Columns()) captions.push_back(c.caption);
+  EXPECT_THAT(captions, ::testing::ElementsAre("Code", "Credits", "Debits"));
 }
 
 TEST(ExportColumns, HeadingsFallBackToNamesAndSummaryReportsUseFooters) {
