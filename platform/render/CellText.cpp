@@ -62,8 +62,13 @@ std::string IsoDateText(Date date) {
 
 std::string NumberText(double value) {
   if (!std::isfinite(value)) return {};
-  char buffer[32];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+  char buffer[64];
+  // Plain digits for the magnitudes figures have ("500000", not "5e+05"), still the shortest
+  // text that reads back as the same double; exponents only for the very large and very small.
+  const double magnitude = std::fabs(value);
+  const bool plain = magnitude == 0 || (magnitude >= 1e-6 && magnitude < 1e15);
+  const auto result = plain ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+                            : std::to_chars(buffer, buffer + sizeof buffer, value);
   return std::string(buffer, result.ptr);
 }
 
