@@ -161,8 +161,9 @@ TEST(ExportColumns, ALabelNamedAsTheColumnGivesItsHeading) {
        {At("txtCode", 0, 800), At("numField1", 4000, 1000), At("numField2", 5000, 1000)},
        {}},
   };
+  const ExportColumns columns = ExportColumns::FromRows(rows);
   std::vector<std::string> captions;
-  for (const auto& c : ExportColumns::FromRows(rows).Columns()) captions.push_back(c.caption);
+  for (const auto& c : columns.Columns()) captions.push_back(c.caption);
   EXPECT_THAT(captions, ::testing::ElementsAre("Code", "Credits", "Debits"));
 }
 
