@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/host/GrowingListIterator.h"
+
 #include "core/host/Control.h"
 
 namespace trellin {
@@ -41,30 +43,10 @@ class Controls {
   Control& Add(std::string_view class_name, std::string name = {});
   Control& Add(ControlClass cls, std::string name = {});
 
-  // Walks by position, so that controls added while walking are reached too and nothing is
-  // invalidated.
-  class Iterator {
-   public:
-    Iterator(const std::vector<std::unique_ptr<Control>>* items, std::size_t at)
-        : items_(items), at_(at) {}
-    Control& operator*() const { return *(*items_)[at_]; }
-    Control* operator->() const { return (*items_)[at_].get(); }
-    Iterator& operator++() {
-      ++at_;
-      return *this;
-    }
-    // Equal when both are at or past the end, however far the list grew meanwhile.
-    bool operator==(const Iterator& o) const {
-      std::size_t n = items_->size();
-      return std::min(at_, n) == std::min(o.at_, n);
-    }
-
-   private:
-    const std::vector<std::unique_ptr<Control>>* items_;
-    std::size_t at_;
-  };
-  [[nodiscard]] Iterator begin() const { return Iterator(&items_, 0); }
-  [[nodiscard]] Iterator end() const { return Iterator(&items_, static_cast<std::size_t>(-1)); }
+  // Walks by position: items added while walking are reached too.
+  using Iterator = GrowingListIterator<Control>;
+  [[nodiscard]] Iterator begin() const { return Iterator::Begin(items_); }
+  [[nodiscard]] Iterator end() const { return Iterator::End(items_); }
 
  private:
   std::string owner_;
