@@ -1,6 +1,8 @@
 #pragma once
 // The catalogue of report keys: what the application's menus and saved reports ask for, and the
-// designer, captions and area behind each key.
+// designer, captions and area behind each key. Which designers are built, and how each is made,
+// is a second table kept beside the designers (reports/Designers.h) and handed to the service
+// where it is set up, so that this folder never names a designer's code.
 
 #include <span>
 #include <string>
@@ -25,8 +27,12 @@ struct CatalogueEntry {
   const char* caption;        // kGiven only
   const char* document_name;  // kGiven only
   const char* area;           // the folder under reports/ that holds the designer
-  // Null while the designer is not built. A designer unit plugs in by declaring its factory in
-  // core/DesignerFactories.h and naming it in its rows of the table.
+};
+
+// One built designer: its class name, as the catalogue's `designer` column names it, and the
+// factory that makes it.
+struct DesignerEntry {
+  const char* designer;
   DesignerFactory factory;
 };
 
@@ -38,8 +44,14 @@ struct CatalogueEntry {
 [[nodiscard]] const CatalogueEntry* FindCatalogueEntry(std::span<const CatalogueEntry> catalogue,
                                                        std::string_view key);
 
-// The keys whose designer is not built yet, in catalogue order: Report gives nothing for them.
-[[nodiscard]] std::vector<std::string> UnbuiltReportKeys();
+// The factory of the designer named `designer` exactly; nullptr when `designers` holds none.
+[[nodiscard]] DesignerFactory FindDesignerFactory(std::span<const DesignerEntry> designers,
+                                                  std::string_view designer);
+
+// The keys of `catalogue` whose designer `designers` does not hold, in catalogue order: Report
+// gives nothing for them.
+[[nodiscard]] std::vector<std::string> UnbuiltReportKeys(std::span<const CatalogueEntry> catalogue,
+                                                         std::span<const DesignerEntry> designers);
 
 // The caption and document name Report gives an entry's designer for `key`; both empty for
 // kLayout rows, which keep their layout's.

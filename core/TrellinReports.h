@@ -59,14 +59,17 @@ class TrellinReports {
   // Width of an item code column in twips: 2600 when the company's item code setting is above
   // zero, else 1600. Throws ObjectNotSet before Initialise.
   [[nodiscard]] std::int64_t ItemCodeWidth();
+  // The designers Report can make (reports/Designers.h for the built ones); none until set. The
+  // span must outlive this instance's use of it.
+  void SetDesigners(std::span<const DesignerEntry> designers) { designers_ = designers; }
   // A fresh designer for the catalogue key ReportName (exact, case included), tied to a new
   // host from the business layer's ReportFactory (its events' errors go to the host's
   // ReportError), with its parameters declared. Null for a key
-  // the catalogue does not hold or whose designer is not built. Errors of RefreshParameters and
-  // of DataColumns.Initialise are ignored; the host factory's errors, and ObjectNotSet before
-  // Initialise, reach the caller, as do the errors of loading the designer's stored layout.
-  // The caller owns the designer. `reserved` is kept for the
-  // call's duration and used nowhere.
+  // the catalogue does not hold or whose designer is not among those set. Errors of
+  // RefreshParameters and of DataColumns.Initialise are ignored; the host factory's errors, and
+  // ObjectNotSet before Initialise, reach the caller, as do the errors of loading the designer's
+  // stored layout. The caller owns the designer. `reserved` is kept for the call's duration and
+  // used nowhere.
   [[nodiscard]] DesignerPtr Report(const std::string& ReportName,
                                    std::shared_ptr<Object> reserved = nullptr);
   // As Report, over the given catalogue instead of the built-in one.
@@ -76,6 +79,9 @@ class TrellinReports {
   // ResolveDateParameters.
   void ResolveParameters(trellin::Parameters& Parameters, bool ResolvePrompted,
                          bool ResolveUnprompted);
+
+ private:
+  std::span<const DesignerEntry> designers_;
 };
 
 }  // namespace trellin

@@ -20,9 +20,11 @@ DesignerPtr TrellinReports::ReportFrom(std::span<const CatalogueEntry> catalogue
   std::string key = ReportName;
   // An unknown key, or one whose designer is not built, gives nothing and says nothing.
   const CatalogueEntry* entry = FindCatalogueEntry(catalogue, key);
-  if (entry == nullptr || entry->factory == nullptr) return nullptr;
+  if (entry == nullptr) return nullptr;
+  const DesignerFactory factory = FindDesignerFactory(designers_, entry->designer);
+  if (factory == nullptr) return nullptr;
 
-  DesignerPtr designer = entry->factory();
+  DesignerPtr designer = factory();
   if (!designer) return nullptr;
   // Making a designer loads its stored layout and raises ActiveReport_Initialize; the captions
   // set below then override the layout's. A layout that cannot be read reaches the caller.

@@ -5,6 +5,7 @@
 #include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "core/Catalogue.h"
+#include "reports/Designers.h"
 
 namespace trellin::cli {
 
@@ -28,7 +29,7 @@ int ListCommand(const Args& args, const Context&) {
   bool all = parsed.Has("all");
   std::size_t shown = 0, runnable = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    bool runs = entry.factory != nullptr;
+    bool runs = FindDesignerFactory(Designers(), entry.designer) != nullptr;
     runnable += runs ? 1 : 0;
     if (!runs && !all) continue;
     CatalogueCaptions captions = CaptionsFor(entry, entry.key);

@@ -65,7 +65,10 @@ UserDefinedField FakeOptions::UserDefinedFields(UserDefinedKind kind, int positi
   return found == user_defined.end() ? UserDefinedField{} : found->second;
 }
 
-ServiceFixture::ServiceFixture() { service.Initialise(business_layer, application); }
+ServiceFixture::ServiceFixture(std::span<const DesignerEntry> designers) {
+  service.Initialise(business_layer, application);
+  service.SetDesigners(designers);
+}
 
 ServiceFixture::~ServiceFixture() { service.Dispose(); }
 

@@ -147,7 +147,8 @@ class FakeApplication : public Application {
 // A service initialised with fresh fakes for the length of one test; disposed at the end.
 class ServiceFixture {
  public:
-  ServiceFixture();
+  // Report makes the designers of `designers`.
+  explicit ServiceFixture(std::span<const DesignerEntry> designers = {});
   ~ServiceFixture();
 
   std::shared_ptr<FakeBusinessLayer> business_layer = std::make_shared<FakeBusinessLayer>();

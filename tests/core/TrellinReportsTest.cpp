@@ -39,15 +39,22 @@ DesignerPtr MakeDocument() { return std::make_shared<TestDesigner>("arDocumentTe
 DesignerPtr MakeBroken() { return std::make_shared<TestDesigner>("arBroken", true); }
 
 const CatalogueEntry kTestCatalogue[] = {
-    {"AssetList", "arfaAssetList", CaptionRule::kLayout, nullptr, nullptr, "assets",
-     &MakeAssetList},
+    {"AssetList", "arfaAssetList", CaptionRule::kLayout, nullptr, nullptr, "assets"},
     {"LedgerAR", "ardscrLedger", CaptionRule::kGiven, "AR Ledger", "Accounts Receivable Ledger",
-     "receivables", &MakeLedger},
-    {"DocumentJO", "arDocumentTemplate", CaptionRule::kDocumentKey, nullptr, nullptr, "admin",
-     &MakeDocument},
-    {"Broken", "arBroken", CaptionRule::kLayout, nullptr, nullptr, "admin", &MakeBroken},
-    {"Unbuilt", "arUnbuilt", CaptionRule::kLayout, nullptr, nullptr, "admin", nullptr},
-    {"LedgerAR", "arSecond", CaptionRule::kGiven, "Second", "Second", "admin", &MakeBroken},
+     "receivables"},
+    {"DocumentJO", "arDocumentTemplate", CaptionRule::kDocumentKey, nullptr, nullptr, "admin"},
+    {"Broken", "arBroken", CaptionRule::kLayout, nullptr, nullptr, "admin"},
+    {"Unbuilt", "arUnbuilt", CaptionRule::kLayout, nullptr, nullptr, "admin"},
+    {"LedgerAR", "arSecond", CaptionRule::kGiven, "Second", "Second", "admin"},
+};
+
+// arUnbuilt has no row: its key gives nothing.
+const DesignerEntry kTestDesigners[] = {
+    {"arfaAssetList", &MakeAssetList},
+    {"ardscrLedger", &MakeLedger},
+    {"arDocumentTemplate", &MakeDocument},
+    {"arBroken", &MakeBroken},
+    {"arSecond", &MakeBroken},
 };
 
 FakeTLReport& HostOf(const DesignerPtr& designer) {
@@ -55,7 +62,7 @@ FakeTLReport& HostOf(const DesignerPtr& designer) {
 }
 
 TEST(Report, TiesAFreshDesignerToAFreshHost) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   struct Case {
     std::string key, designer, caption, document_name;
   } cases[] = {
@@ -87,7 +94,7 @@ TEST(Report, TiesAFreshDesignerToAFreshHost) {
 }
 
 TEST(Report, KeysMatchExactlyAndUnknownKeysGiveNothing) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   for (const std::string key : {"assetlist", "ASSETLIST", "AssetList ", "Unbuilt", "", "Nope"}) {
     EXPECT_EQ(fixture.service.ReportFrom(kTestCatalogue, key), nullptr) << "'" << key << "'";
   }
@@ -95,7 +102,7 @@ TEST(Report, KeysMatchExactlyAndUnknownKeysGiveNothing) {
 }
 
 TEST(Report, TwoCallsGiveTwoDesignersWithTwoHosts) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   DesignerPtr first = fixture.service.ReportFrom(kTestCatalogue, "LedgerAR");
   DesignerPtr second = fixture.service.ReportFrom(kTestCatalogue, "LedgerAR");
   ASSERT_NE(first, nullptr);
@@ -110,7 +117,7 @@ TEST(Report, TwoCallsGiveTwoDesignersWithTwoHosts) {
 }
 
 TEST(Report, DeclarationAndColumnFailuresAreIgnored) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   fixture.business_layer->report_factory.fail_columns = true;
   DesignerPtr designer = fixture.service.ReportFrom(kTestCatalogue, "Broken");
   ASSERT_NE(designer, nullptr);
@@ -125,18 +132,19 @@ TEST(Report, DeclarationAndColumnFailuresAreIgnored) {
 
 TEST(Report, HostFailuresAndAMissingServiceReachTheCaller) {
   {
-    ServiceFixture fixture;
+    ServiceFixture fixture(kTestDesigners);
     fixture.business_layer->report_factory.fail = true;
     EXPECT_THROW((void)fixture.service.ReportFrom(kTestCatalogue, "LedgerAR"), std::runtime_error);
   }
   TrellinReports uninitialised;
+  uninitialised.SetDesigners(kTestDesigners);
   EXPECT_THROW((void)uninitialised.ReportFrom(kTestCatalogue, "LedgerAR"), ObjectNotSet);
   // An unknown key stays silent even then.
   EXPECT_EQ(uninitialised.ReportFrom(kTestCatalogue, "Nope"), nullptr);
 }
 
 TEST(Designer, StandardValidationAsksTheParameters) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   DesignerPtr designer = fixture.service.ReportFrom(kTestCatalogue, "LedgerAR");
   ASSERT_NE(designer, nullptr);
   EXPECT_TRUE(designer->ValidateParameters());
@@ -181,7 +189,7 @@ TEST(TrellinReports, GlobalsLiveFromInitialiseToDispose) {
 }
 
 TEST(TrellinReports, ItemCodeWidthFollowsTheSetting) {
-  ServiceFixture fixture;
+  ServiceFixture fixture(kTestDesigners);
   struct Case {
     std::int16_t setting;
     std::int64_t width;

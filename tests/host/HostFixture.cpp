@@ -67,7 +67,7 @@ void HostTest::SetUp() {
   company_ = folder_ / "harbour.db";
   WriteTestCompany(company_);
   service_ = ReportService::Open(company_.string());
-  service_->SetCatalogue(TestCatalogue());
+  service_->SetCatalogue(TestCatalogue(), TestDesigners());
 }
 
 void HostTest::TearDown() {

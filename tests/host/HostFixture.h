@@ -44,6 +44,7 @@ void WriteTestCompany(const std::filesystem::path& path);
 // Type"), "CustomerColumns" (arTestColumns), "CustomerTypes" (arTestTypes, each type with its
 // customers in a sub-report) and "NotBuilt" with no designer.
 [[nodiscard]] std::span<const CatalogueEntry> TestCatalogue();
+[[nodiscard]] std::span<const DesignerEntry> TestDesigners();
 
 class HostTest : public ::testing::Test {
  protected:

@@ -135,8 +135,9 @@ class arTestColumns : public HostedDesigner {
     columns.Add("Discount", "CustomerDiscRate", 1, "Discount", "", 1000, -1, -1, 0, "Round", 2, 2,
                 "", true, "Terms", true, false);
     // An optional column: added, but hidden until a report shows it.
-    columns.Add("Category", "CustomerCategoryId", 0, "Category", "", 1200, -1, -1, 3, "(auto)", 0,
-                0, "", true, "", false, false)
+    columns
+        .Add("Category", "CustomerCategoryId", 0, "Category", "", 1200, -1, -1, 3, "(auto)", 0, 0,
+             "", true, "", false, false)
         .Hidden = true;
   }
 
@@ -199,15 +200,22 @@ DesignerPtr CreatearTestTypes() { return std::make_shared<arTestTypes>(); }
 
 constexpr CatalogueEntry kTestCatalogue[] = {
     {"CustomersByType", "arTestCustomers", CaptionRule::kGiven, "Customers By Type",
-     "Customers By Type", "admin", CreatearTestCustomers},
-    {"CustomerColumns", "arTestColumns", CaptionRule::kLayout, "", "", "admin",
-     CreatearTestColumns},
-    {"CustomerTypes", "arTestTypes", CaptionRule::kLayout, "", "", "admin", CreatearTestTypes},
-    {"NotBuilt", "arNotBuilt", CaptionRule::kLayout, "", "", "admin", nullptr},
+     "Customers By Type", "admin"},
+    {"CustomerColumns", "arTestColumns", CaptionRule::kLayout, "", "", "admin"},
+    {"CustomerTypes", "arTestTypes", CaptionRule::kLayout, "", "", "admin"},
+    {"NotBuilt", "arNotBuilt", CaptionRule::kLayout, "", "", "admin"},
+};
+
+// arNotBuilt has no row: its key gives nothing.
+constexpr DesignerEntry kTestDesigners[] = {
+    {"arTestCustomers", CreatearTestCustomers},
+    {"arTestColumns", CreatearTestColumns},
+    {"arTestTypes", CreatearTestTypes},
 };
 
 }  // namespace
 
 std::span<const CatalogueEntry> TestCatalogue() { return kTestCatalogue; }
+std::span<const DesignerEntry> TestDesigners() { return kTestDesigners; }
 
 }  // namespace trellin::host::testing

@@ -36,10 +36,15 @@ class ReportService {
   [[nodiscard]] business::CompanyBusinessLayer& BusinessLayer() { return *business_layer_; }
   [[nodiscard]] business::CompanyApplication& Application() { return *application_; }
 
-  // The keys reports are asked for by: the built-in catalogue unless another is set (tests run
-  // designers of their own this way). The span must outlive the service's use of it.
+  // The keys reports are asked for by, and the designers behind them: the built-in catalogue
+  // and the built designers (reports/Designers.h) unless others are set (tests run designers of
+  // their own this way). The spans must outlive the service's use of them.
   [[nodiscard]] std::span<const CatalogueEntry> Catalogue() const { return catalogue_; }
-  void SetCatalogue(std::span<const CatalogueEntry> catalogue) { catalogue_ = catalogue; }
+  void SetCatalogue(std::span<const CatalogueEntry> catalogue,
+                    std::span<const DesignerEntry> designers) {
+    catalogue_ = catalogue;
+    reports_.SetDesigners(designers);
+  }
 
  private:
   std::shared_ptr<data::SqliteDatabase> database_;

@@ -1,0 +1,29 @@
+// The built designers, one row each, in the order of their folders.
+
+#include "reports/Designers.h"
+
+#include "reports/admin/arAdminBase.h"
+#include "reports/admin/arCustomerTypeList.h"
+#include "reports/admin/arDepartmentList.h"
+#include "reports/admin/arPostcodeList.h"
+#include "reports/ledger/arglAccountReports.h"
+
+namespace trellin {
+
+namespace {
+
+constexpr DesignerEntry kDesigners[] = {
+    // reports/ledger
+    {"arglAccountReports", CreatearglAccountReports},
+    // reports/admin
+    {"arAdminBase", CreatearAdminBase},
+    {"arCustomerTypeList", CreatearCustomerTypeList},
+    {"arDepartmentList", CreatearDepartmentList},
+    {"arPostcodeList", CreatearPostcodeList},
+};
+
+}  // namespace
+
+std::span<const DesignerEntry> Designers() { return kDesigners; }
+
+}  // namespace trellin
