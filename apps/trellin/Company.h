@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/data/SqliteDatabase.h"
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 
 namespace trellin::cli {
 

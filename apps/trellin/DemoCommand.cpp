@@ -10,7 +10,7 @@
 #include "apps/trellin/Commands.h"
 #include "apps/trellin/Company.h"
 #include "apps/trellin/Progress.h"
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/DateText.h"
 

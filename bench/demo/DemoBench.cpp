@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 
 namespace {
 

@@ -22,7 +22,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 #include "platform/engine/ReportEngine.h"
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/RunReport.h"

@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "platform/data/demo/DemoCalendar.h"
-#include "platform/data/demo/DemoRandom.h"
+#include "platform/demo/DemoCalendar.h"
+#include "platform/demo/DemoRandom.h"
 
 namespace trellin::demo {
 namespace {

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 #include "tests/data/TempDir.h"
 
 namespace trellin::demo::testing {

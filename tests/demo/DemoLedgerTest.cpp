@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "platform/data/CompanyFile.h"
-#include "platform/data/demo/DemoLedger.h"
+#include "platform/demo/DemoLedger.h"
 #include "tests/data/TempDir.h"
 #include "tests/demo/DemoFixture.h"
 

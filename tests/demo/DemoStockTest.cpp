@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/data/demo/DemoStock.h"
+#include "platform/demo/DemoStock.h"
 
 namespace trellin::demo {
 namespace {

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 #include "platform/engine/DumpPage.h"
 #include "platform/engine/ReportEngine.h"
 #include "platform/host/ParameterDialogue.h"

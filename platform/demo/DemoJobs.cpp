@@ -1,8 +1,8 @@
 // The workshop's jobs: each opened for a customer, costed with a subcontractor's bill, and
 // invoiced with labour and parts when done; the recent ones are still open.
 
-#include "platform/data/demo/DemoChart.h"
-#include "platform/data/demo/DemoTrader.h"
+#include "platform/demo/DemoChart.h"
+#include "platform/demo/DemoTrader.h"
 
 namespace trellin::demo {
 

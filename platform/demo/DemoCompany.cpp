@@ -1,10 +1,10 @@
-#include "platform/data/demo/DemoCompany.h"
+#include "platform/demo/DemoCompany.h"
 
 #include <stdexcept>
 
 #include "platform/data/CompanyFile.h"
-#include "platform/data/demo/DemoChart.h"
-#include "platform/data/demo/DemoContext.h"
+#include "platform/demo/DemoChart.h"
+#include "platform/demo/DemoContext.h"
 
 namespace trellin::demo {
 

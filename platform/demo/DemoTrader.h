@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/data/demo/DemoContext.h"
-#include "platform/data/demo/DemoStock.h"
-#include "platform/data/demo/DemoTable.h"
+#include "platform/demo/DemoContext.h"
+#include "platform/demo/DemoStock.h"
+#include "platform/demo/DemoTable.h"
 
 namespace trellin::demo {
 

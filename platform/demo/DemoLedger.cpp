@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoLedger.h"
+#include "platform/demo/DemoLedger.h"
 
 #include <stdexcept>
 

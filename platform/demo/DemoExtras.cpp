@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "platform/data/demo/DemoChart.h"
-#include "platform/data/demo/DemoTrader.h"
+#include "platform/demo/DemoChart.h"
+#include "platform/demo/DemoTrader.h"
 
 namespace trellin::demo {
 

@@ -11,9 +11,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/data/demo/DemoCalendar.h"
-#include "platform/data/demo/DemoRandom.h"
-#include "platform/data/demo/DemoTable.h"
+#include "platform/demo/DemoCalendar.h"
+#include "platform/demo/DemoRandom.h"
+#include "platform/demo/DemoTable.h"
 
 namespace trellin::demo {
 

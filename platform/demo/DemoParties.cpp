@@ -4,8 +4,8 @@
 #include <cctype>
 #include <map>
 
-#include "platform/data/demo/DemoChart.h"
-#include "platform/data/demo/DemoContext.h"
+#include "platform/demo/DemoChart.h"
+#include "platform/demo/DemoContext.h"
 
 namespace trellin::demo {
 

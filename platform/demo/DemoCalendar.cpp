@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoCalendar.h"
+#include "platform/demo/DemoCalendar.h"
 
 #include <stdexcept>
 

@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoRandom.h"
+#include "platform/demo/DemoRandom.h"
 
 namespace trellin::demo {
 

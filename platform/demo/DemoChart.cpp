@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoChart.h"
+#include "platform/demo/DemoChart.h"
 
 #include <cstring>
 

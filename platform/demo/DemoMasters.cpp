@@ -3,8 +3,8 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "platform/data/demo/DemoChart.h"
-#include "platform/data/demo/DemoContext.h"
+#include "platform/demo/DemoChart.h"
+#include "platform/demo/DemoContext.h"
 
 namespace trellin::demo {
 

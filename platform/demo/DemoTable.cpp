@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoTable.h"
+#include "platform/demo/DemoTable.h"
 
 #include <stdexcept>
 

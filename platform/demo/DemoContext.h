@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/data/demo/DemoCalendar.h"
-#include "platform/data/demo/DemoCompany.h"
-#include "platform/data/demo/DemoLedger.h"
-#include "platform/data/demo/DemoRandom.h"
+#include "platform/demo/DemoCalendar.h"
+#include "platform/demo/DemoCompany.h"
+#include "platform/demo/DemoLedger.h"
+#include "platform/demo/DemoRandom.h"
 
 namespace trellin::demo {
 

@@ -1,4 +1,4 @@
-#include "platform/data/demo/DemoStock.h"
+#include "platform/demo/DemoStock.h"
 
 #include <algorithm>
 #include <cmath>
