@@ -32,20 +32,35 @@ constexpr KeyName kKeys[] = {
     {"BudgetVarianceReport", LedgerReport::BudgetVarianceReport},
 };
 
-constexpr std::string_view kTypeHeadings[] = {
-    "",
-    "Sales Accounts",
-    "Cost of Sales Accounts",
-    "Expense Accounts",
-    "Other Income Accounts",
-    "Other Expense Accounts",
-    "Appropriation Accounts",
-    "Current Asset Accounts",
-    "Asset Accounts",
-    "Current Liability Accounts",
-    "Liability Accounts",
-    "Capital Accounts",
+// One row per account class, in stored order: the heading of a statement grouped by type,
+// whether its balances are credits, and the name the year-end check gives it.
+struct AccountTypeRow {
+  AccountType type;
+  std::string_view heading;
+  bool credit;
+  std::string_view closing_name;
 };
+
+constexpr AccountTypeRow kAccountTypes[] = {
+    {AccountType::Sales, "Sales Accounts", true, "Sales/Income"},
+    {AccountType::CostOfSales, "Cost of Sales Accounts", false, "Cost of Sales"},
+    {AccountType::Expense, "Expense Accounts", false, "Expense"},
+    {AccountType::OtherIncome, "Other Income Accounts", true, "Other Income"},
+    {AccountType::OtherExpense, "Other Expense Accounts", false, "Other Expense"},
+    {AccountType::Appropriation, "Appropriation Accounts", true, ""},
+    {AccountType::CurrentAsset, "Current Asset Accounts", false, ""},
+    {AccountType::Asset, "Asset Accounts", false, ""},
+    {AccountType::CurrentLiability, "Current Liability Accounts", true, ""},
+    {AccountType::Liability, "Liability Accounts", true, ""},
+    {AccountType::Capital, "Capital Accounts", true, ""},
+};
+
+const AccountTypeRow* FindAccountType(AccountType type) {
+  for (const AccountTypeRow& row : kAccountTypes) {
+    if (row.type == type) return &row;
+  }
+  return nullptr;
+}
 
 }  // namespace
 
@@ -59,13 +74,24 @@ LedgerReport LedgerReportFromKey(std::string_view key) {
                               "'.");
 }
 
-std::string_view TypeHeading(int type) {
-  if (type < 1 || type > 11) return {};
-  return kTypeHeadings[type];
+std::string_view TypeHeading(AccountType type) {
+  const AccountTypeRow* row = FindAccountType(type);
+  return row == nullptr ? std::string_view() : row->heading;
 }
 
-bool IsCreditType(int type) {
-  return type == 1 || type == 4 || type == 6 || type == 9 || type == 10 || type == 11;
+bool IsCreditType(AccountType type) {
+  const AccountTypeRow* row = FindAccountType(type);
+  return row != nullptr && row->credit;
+}
+
+std::string_view ClosingName(AccountType type) {
+  const AccountTypeRow* row = FindAccountType(type);
+  return row == nullptr ? std::string_view() : row->closing_name;
+}
+
+PostCode PostCodeOf(std::string_view stored) {
+  const std::string post = UCase(Trim(std::string(stored)));
+  return post.empty() ? PostCode::Account : static_cast<PostCode>(post[0]);
 }
 
 std::string TotalCaption(const std::string& description) {
@@ -120,7 +146,7 @@ void arglAccountReports::ActiveReport_ReportStart() {
   for (GroupList& group : groups_) {
     if (group.rs && !group.rs->Eof()) group.rs->MoveFirst();
   }
-  CurrentType = 0;
+  CurrentType = AccountType::None;
   PendingBlankLine = false;
   for (AccountLevel& level : AccountLevels) level = AccountLevel{};
   started_ = false;

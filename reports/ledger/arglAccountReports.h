@@ -40,14 +40,65 @@ enum class LedgerReport {
 // not serve.
 [[nodiscard]] LedgerReport LedgerReportFromKey(std::string_view key);
 
+// Account.Type, the class of an account, with its stored numbers: 1 to 5 make the profit and
+// loss, 6 the appropriations, 7 to 11 the balance sheet. None is a row with no type.
+enum class AccountType : std::uint8_t {
+  None = 0,
+  Sales = 1,
+  CostOfSales = 2,
+  Expense = 3,
+  OtherIncome = 4,
+  OtherExpense = 5,
+  Appropriation = 6,
+  CurrentAsset = 7,
+  Asset = 8,
+  CurrentLiability = 9,
+  Liability = 10,
+  Capital = 11,
+  // Past the last class: where a walk grouped by type stands after the chart's last row.
+  End = 12,
+};
+
+// The type of a stored Account.Type number; a number outside 1 to 11 keeps its value and has no
+// heading.
+[[nodiscard]] constexpr AccountType AccountTypeOf(long stored) {
+  return static_cast<AccountType>(static_cast<std::uint8_t>(stored));
+}
+// Sales to Other Expense: the accounts the profit and loss sums.
+[[nodiscard]] constexpr bool IsProfitAndLoss(AccountType type) {
+  return type >= AccountType::Sales && type <= AccountType::OtherExpense;
+}
+
+// Account.Post, the stored letter of a chart row that is not an account; a blank Post is an
+// account.
+enum class PostCode : char {
+  Account = ' ',
+  Heading = 'H',  // a heading over the accounts that follow, with no total
+  Group = 'G',    // a heading whose accounts are totalled when the level closes
+  Total = 'T',    // prints the open level's total on its own line
+  Clear = 'C',    // zeroes the levels from its own down, printing nothing
+  Page = 'P',     // ends the page
+};
+
+// The code of a stored Post text: its first letter, in either case, after blanks; Account when
+// blank. A letter the walk does not know is kept as it is and does nothing.
+[[nodiscard]] PostCode PostCodeOf(std::string_view stored);
+
+// Where one level of totals stands in the walk.
+enum class LevelState : std::int16_t {
+  None = 0,            // nothing open
+  HeadingWaiting = 1,  // a heading to print before the level's first account
+  TotalDue = 2,        // a group heading whose total prints when the level closes
+};
+
 // One level of totals. Index 0 sums the whole statement, 1 to 5 follow ALevel, 6 is the
 // current account's own row.
 struct AccountLevel {
-  std::int16_t State = 0;  // 0 none, 1 heading waiting, 2 group with a total due
+  LevelState State = LevelState::None;
   std::int32_t Lines = 0;  // accounts printed since the heading was set
   std::string Code;
   std::string Description;
-  std::uint8_t Type = 0;
+  AccountType Type = AccountType::None;
   std::array<Currency, 21> Values{};  // columns 1 to 20; [0] unused
 
   void Zero() { Values.fill(Currency()); }
@@ -60,10 +111,15 @@ inline constexpr int kMaxColumns = 20;
 // neighbouring columns never touch.
 inline constexpr float kColumnGap = 90;
 
-// The heading a statement grouped by type gives account class 1 to 11; "" otherwise.
-[[nodiscard]] std::string_view TypeHeading(int type);
-// Types 1, 4, 6, 9, 10 and 11: income, appropriations, liabilities and capital.
-[[nodiscard]] bool IsCreditType(int type);
+// The heading a statement grouped by type gives an account class; "" for None, End and numbers
+// outside 1 to 11.
+[[nodiscard]] std::string_view TypeHeading(AccountType type);
+// Sales, Other Income, Appropriation, Current Liability, Liability and Capital: the classes whose
+// balances are credits.
+[[nodiscard]] bool IsCreditType(AccountType type);
+// The name the End of Year Trial Balance gives a profit and loss class in "... accounts must be
+// zero."; "" for the others.
+[[nodiscard]] std::string_view ClosingName(AccountType type);
 // "TOTAL " + description when it is all capitals, otherwise "Total " + description.
 [[nodiscard]] std::string TotalCaption(const std::string& description);
 
@@ -133,8 +189,8 @@ class arglAccountReports : public Designer {
   [[nodiscard]] std::string SumByAccount(const std::vector<std::string>& conditions) const;
   // The account types whose figures go to the retained earnings row; "" when none do.
   [[nodiscard]] std::string RetainedCondition() const;
-  void FillRow(const std::string& account_id, int type);
-  void FillPeriodRow(const std::string& account_id, int type);
+  void FillRow(const std::string& account_id, AccountType type);
+  void FillPeriodRow(const std::string& account_id, AccountType type);
   [[nodiscard]] Currency Lookup(std::size_t set, const std::string& account_id, int field);
   // The figure of retained set `set` for the retained earnings row; 0 when there is none.
   [[nodiscard]] Currency Retained(std::size_t set) const;
@@ -212,7 +268,7 @@ class arglAccountReports : public Designer {
 
   // The walk.
   std::array<AccountLevel, kAccountLevels> AccountLevels{};
-  int CurrentType = 0;
+  AccountType CurrentType = AccountType::None;
   int CurrentLevel = 0;
   int LastLevel = 0;
   bool PendingBlankLine = false;

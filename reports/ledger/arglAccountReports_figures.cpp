@@ -251,7 +251,7 @@ void arglAccountReports::OpenPeriodSets() {
   }
 }
 
-void arglAccountReports::FillRow(const std::string& account_id, int type) {
+void arglAccountReports::FillRow(const std::string& account_id, AccountType type) {
   AccountLevel& row = AccountLevels[kRowLevel];
   row.Zero();
   auto& v = row.Values;
@@ -324,7 +324,7 @@ void arglAccountReports::FillRow(const std::string& account_id, int type) {
   }
 }
 
-void arglAccountReports::FillPeriodRow(const std::string& account_id, int type) {
+void arglAccountReports::FillPeriodRow(const std::string& account_id, AccountType type) {
   auto& v = AccountLevels[kRowLevel].Values;
   const bool quarterly = frequency_ == "Quarterly";
   const bool retained_row = report_ == LedgerReport::PeriodSummary && !retained_account_.empty() &&
@@ -341,7 +341,8 @@ void arglAccountReports::FillPeriodRow(const std::string& account_id, int type) 
     if (credit_budget && i > 4) value = -value;
     v[static_cast<std::size_t>(n)] = value;
     // A balance at several dates does not sum: totals add the profit and loss alone.
-    if (type < 6) (i <= 4 || !quarterly ? first_total : second_total) += value;
+    if (type < AccountType::Appropriation)
+      (i <= 4 || !quarterly ? first_total : second_total) += value;
   }
   if (quarterly) {
     v[5] = first_total;

@@ -28,9 +28,6 @@ void Rule(Control* c, bool last_line) {
   c->Border().BottomStyle = last_line ? 6 : 0;
 }
 
-constexpr const char* kMustBeZero[] = {"",        "Sales/Income", "Cost of Sales",
-                                       "Expense", "Other Income", "Other Expense"};
-
 }  // namespace
 
 Control* arglAccountReports::NumField(int n) const {
@@ -120,8 +117,8 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
       ShowWhenNonZero(2);
       Control* comment = FindControl("txtField1");
       if (comment != nullptr) {
-        const bool flag = !total_line && CurrentType >= 1 && CurrentType < 6 && d(3) != 0;
-        comment->SetText(flag ? std::string(kMustBeZero[CurrentType]) + " accounts must be zero."
+        const bool flag = !total_line && IsProfitAndLoss(CurrentType) && d(3) != 0;
+        comment->SetText(flag ? std::string(ClosingName(CurrentType)) + " accounts must be zero."
                               : "");
       }
       break;
@@ -180,7 +177,7 @@ void arglAccountReports::PeriodVisibility() {
     bool visible = non_zero;
     if (n == total_column_) visible = show_total_ && non_zero;
     // The second quarter's sub-total is the one place the test reaches type 6.
-    if (quarterly && n == 10) visible = non_zero && CurrentType <= 6;
+    if (quarterly && n == 10) visible = non_zero && CurrentType <= AccountType::Appropriation;
     if (quarterly && n == 11) visible = show_total_ && non_zero;
     c->SetVisible(visible);
   }

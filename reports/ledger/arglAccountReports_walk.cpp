@@ -20,20 +20,20 @@ int ClampLevel(int level) { return std::clamp(level, 1, 5); }
 // The captions of type mode's closing lines at level 2 and level 1, by the type that ends.
 struct TypeTotal {
   int level;
-  int type;
+  AccountType type;
   const char* caption;
 };
 
 constexpr TypeTotal kTypeTotals[] = {
-    {2, 8, "Total Assets"},
-    {2, 10, "Total Liabilities"},
-    {1, 2, "Gross Profit"},
-    {1, 3, "Net Profit (Before Others)"},
-    {1, 5, "Net Profit (After Others)"},
-    {1, 10, "Net Assets"},
+    {2, AccountType::Asset, "Total Assets"},
+    {2, AccountType::Liability, "Total Liabilities"},
+    {1, AccountType::CostOfSales, "Gross Profit"},
+    {1, AccountType::Expense, "Net Profit (Before Others)"},
+    {1, AccountType::OtherExpense, "Net Profit (After Others)"},
+    {1, AccountType::Liability, "Net Assets"},
 };
 
-const char* TypeTotalCaption(int level, int type) {
+const char* TypeTotalCaption(int level, AccountType type) {
   for (const TypeTotal& t : kTypeTotals) {
     if (t.level == level && t.type == type) return t.caption;
   }
@@ -76,7 +76,7 @@ void arglAccountReports::Detail_Format(Section& detail) {
     chart_done_ = true;
     return;
   }
-  if (Trim(ChartText("Post")).empty()) {
+  if (PostCodeOf(ChartText("Post")) == PostCode::Account) {
     AccountLine(detail);
   } else {
     ChartRowLine(detail);
@@ -88,7 +88,7 @@ bool arglAccountReports::LevelGroupEnds(Section& detail) {
   const int next_level = chart_->Eof() ? 1 : ClampLevel(ChartLong("ALevel"));
   for (int level = 5; level >= next_level; --level) {
     AccountLevel& open = AccountLevels[level];
-    if (open.State != 2 || open.Lines <= 0) continue;
+    if (open.State != LevelState::TotalDue || open.Lines <= 0) continue;
     if (PendingBlankLine) {
       PendingBlankLine = false;
       ShowValueFields(false, false);
@@ -96,7 +96,7 @@ bool arglAccountReports::LevelGroupEnds(Section& detail) {
       return true;
     }
     PrintTotal(detail, level, TotalCaption(open.Description));
-    open.State = 0;
+    open.State = LevelState::None;
     open.Lines = 0;
     open.Zero();
     PendingBlankLine = true;
@@ -106,13 +106,13 @@ bool arglAccountReports::LevelGroupEnds(Section& detail) {
 }
 
 bool arglAccountReports::TypeEnds(Section& detail) {
-  const int next_type = chart_->Eof() ? 12 : ChartLong("Type");
+  const AccountType next_type = chart_->Eof() ? AccountType::End : AccountTypeOf(ChartLong("Type"));
   if (next_type == CurrentType) return false;
   for (int level : {3, 2, 1}) {
     AccountLevel& open = AccountLevels[level];
     // Appropriations close the profit: what follows on level 1 sums the balance sheet alone,
     // whether or not an appropriation printed.
-    if (level == 1 && CurrentType == 6) open.Zero();
+    if (level == 1 && CurrentType == AccountType::Appropriation) open.Zero();
     if (open.Lines == 0) continue;
     std::string caption;
     if (level == 3) {
@@ -123,22 +123,22 @@ bool arglAccountReports::TypeEnds(Section& detail) {
       continue;
     }
     PrintTotal(detail, level, caption);
-    open.State = 0;
+    open.State = LevelState::None;
     open.Lines = 0;
     if (level != 1) open.Zero();
     return true;
   }
   CurrentType = next_type;
-  if (next_type >= 1 && next_type <= 11) {
+  if (next_type >= AccountType::Sales && next_type <= AccountType::Capital) {
     AccountLevel& heading = AccountLevels[1];
-    heading.State = 1;
+    heading.State = LevelState::HeadingWaiting;
     heading.Lines = 0;
     heading.Code.clear();
     heading.Description = std::string(TypeHeading(next_type));
-    heading.Type = static_cast<std::uint8_t>(next_type);
-    AccountLevels[2].State = 1;
+    heading.Type = next_type;
+    AccountLevels[2].State = LevelState::HeadingWaiting;
     AccountLevels[2].Lines = 0;
-    AccountLevels[2].Type = static_cast<std::uint8_t>(next_type);
+    AccountLevels[2].Type = next_type;
   }
   return false;
 }
@@ -183,32 +183,31 @@ void arglAccountReports::Indent(Control& description, int level) const {
 }
 
 void arglAccountReports::ChartRowLine(Section& detail) {
-  const std::string post = UCase(Trim(ChartText("Post")));
+  const PostCode code = PostCodeOf(ChartText("Post"));
   const int a_level = ClampLevel(ChartLong("ALevel"));
   AccountLevel& level = AccountLevels[a_level];
-  const char code = post[0];
-  if (code == 'T') {
+  if (code == PostCode::Total) {
     Field("txtCode").SetText(ChartText("AccountId"));
     Control& description = Field("txtDescription");
     description.SetText(ChartText("Description"));
     description.Font().Bold = true;
     Indent(description, a_level);
     if (level.Lines > 0) {
-      CurrentType = ChartLong("Type");
+      CurrentType = AccountTypeOf(ChartLong("Type"));
       CurrentLevel = a_level;
       ShowLevelValues(a_level, true);
     } else {
       ShowValueFields(false, false);
     }
     for (int l = a_level; l <= 5; ++l) {
-      AccountLevels[l].State = 0;
+      AccountLevels[l].State = LevelState::None;
       AccountLevels[l].Lines = 0;
     }
     PendingBlankLine = false;
     MoveNextRow();
     return;
   }
-  if (code == 'P') {
+  if (code == PostCode::Page) {
     // A line of nothing that ends the page.
     ShowValueFields(false, false);
     detail.SetHeight(0);
@@ -217,21 +216,21 @@ void arglAccountReports::ChartRowLine(Section& detail) {
     return;
   }
   detail.SetVisible(false);
-  if (code == 'C') {
+  if (code == PostCode::Clear) {
     for (int l = a_level; l <= 5; ++l) {
-      AccountLevels[l].State = 0;
+      AccountLevels[l].State = LevelState::None;
       AccountLevels[l].Lines = 0;
       AccountLevels[l].Zero();
     }
-  } else if (code == 'G' || code == 'H') {
-    level.State = code == 'G' ? 2 : 1;
+  } else if (code == PostCode::Group || code == PostCode::Heading) {
+    level.State = code == PostCode::Group ? LevelState::TotalDue : LevelState::HeadingWaiting;
     level.Lines = 0;
     level.Code = ChartText("AccountId");
     level.Description = ChartText("Description");
-    level.Type = static_cast<std::uint8_t>(ChartLong("Type"));
-    if (code == 'G') {
+    level.Type = AccountTypeOf(ChartLong("Type"));
+    if (code == PostCode::Group) {
       for (int l = a_level + 1; l <= 5; ++l) {
-        AccountLevels[l].State = 0;
+        AccountLevels[l].State = LevelState::None;
         AccountLevels[l].Lines = 0;
       }
       for (int l = a_level; l <= 5; ++l) AccountLevels[l].Zero();
@@ -242,7 +241,7 @@ void arglAccountReports::ChartRowLine(Section& detail) {
 
 void arglAccountReports::AccountLine(Section& detail) {
   const std::string id = ChartText("AccountId");
-  const int type = ChartLong("Type");
+  const AccountType type = AccountTypeOf(ChartLong("Type"));
   const int a_level = ClampLevel(ChartLong("ALevel"));
   if (filled_row_ != row_number_) {
     FillRow(id, type);
@@ -264,7 +263,8 @@ void arglAccountReports::AccountLine(Section& detail) {
   const int last_heading = by_type_ ? 1 : a_level;
   for (int l = 1; l <= last_heading; ++l) {
     const AccountLevel& heading = AccountLevels[l];
-    const bool waiting = by_type_ ? heading.State == 1 : heading.State != 0;
+    const bool waiting =
+        by_type_ ? heading.State == LevelState::HeadingWaiting : heading.State != LevelState::None;
     if (waiting && heading.Lines == 1 && l < account_summary_level_) {
       PrintHeading(detail, heading);
       for (int deeper = l + 1; deeper <= 5; ++deeper) --AccountLevels[deeper].Lines;
@@ -301,7 +301,7 @@ void arglAccountReports::StartCombination() {
   if (!chart_->Eof() || chart_->RecordCount() > 0) chart_->MoveFirst();
   ++row_number_;
   for (AccountLevel& level : AccountLevels) level = AccountLevel{};
-  CurrentType = 0;
+  CurrentType = AccountType::None;
   CurrentLevel = 0;
   LastLevel = 0;
   PendingBlankLine = false;

@@ -58,14 +58,18 @@ TEST(LedgerRules, TotalCaptionFollowsTheCapitals) {
 }
 
 TEST(LedgerRules, TypesHeadingsAndCreditTypes) {
-  EXPECT_EQ(TypeHeading(1), "Sales Accounts");
-  EXPECT_EQ(TypeHeading(11), "Capital Accounts");
-  EXPECT_EQ(TypeHeading(12), "");
-  std::string credits;
+  EXPECT_EQ(TypeHeading(AccountTypeOf(1)), "Sales Accounts");
+  EXPECT_EQ(TypeHeading(AccountTypeOf(11)), "Capital Accounts");
+  EXPECT_EQ(TypeHeading(AccountType::End), "");
+  std::string credits, closing;
   for (int type = 0; type <= 12; ++type) {
-    if (IsCreditType(type)) credits += std::to_string(type) + " ";
+    if (IsCreditType(AccountTypeOf(type))) credits += std::to_string(type) + " ";
+    if (!ClosingName(AccountTypeOf(type)).empty()) closing += std::to_string(type) + " ";
   }
   EXPECT_EQ(credits, "1 4 6 9 10 11 ");
+  EXPECT_EQ(closing, "1 2 3 4 5 ");
+  EXPECT_EQ(PostCodeOf(" g "), PostCode::Group);
+  EXPECT_EQ(PostCodeOf("  "), PostCode::Account);
   EXPECT_EQ(LedgerReportFromKey("trialbalance"), LedgerReport::TrialBalance);
   EXPECT_THROW((void)LedgerReportFromKey("Chart"), std::invalid_argument);
 }
