@@ -16,6 +16,7 @@ function(trellin_library name)
     target_include_directories(${name} PUBLIC
       $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/trellin>)
     target_link_libraries(${name} PUBLIC ${ARG_DEPS})
+    trellin_unity(${name} BATCH ${TRELLIN_LIBRARY_BATCH})
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE
@@ -28,16 +29,18 @@ endfunction()
 # trellin_test(<name> DEPS <targets>...)
 #
 # One GoogleTest binary from every .cpp file in the current test folder; its cases are
-# registered with CTest one by one.
+# registered with CTest one by one. Every binary links the shared support of tests/support and
+# its leak suppressions. Test units carry no path of the checkout (tests/support/TestPaths.h
+# gives the data folders), so that ccache serves them from any checkout's build.
 function(trellin_test name)
   cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
     return()
   endif()
-  add_executable(${name} ${sources})
-  target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gmock GTest::gtest_main)
-  target_compile_definitions(${name} PRIVATE
-    TRELLIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}" TRELLIN_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+  add_executable(${name} ${sources} ${PROJECT_SOURCE_DIR}/tests/support/LeakSuppressions.cpp)
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} trellin_test_support GTest::gtest GTest::gmock
+                        GTest::gtest_main)
+  trellin_unity(${name} BATCH ${TRELLIN_TEST_BATCH})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
 endfunction()

@@ -12,7 +12,7 @@ struct PostcodeOrder {
   std::string_view order_by;
   std::string_view fields;
 };
-constexpr PostcodeOrder kOrders[] = {
+constexpr PostcodeOrder kPostcodeOrders[] = {
     {"City", "Country,State,City"},
     {"Postcode", "Country,State,Postcode"},
 };
@@ -48,8 +48,8 @@ void arPostcodeList::BuildSQL() {
   sql_ = "SELECT City,State,Country,Postcode,Comments FROM PostCodes";
   if (!where.empty()) sql_ += " WHERE " + where;
   const std::string order_by = parameters.Value("OrderBy", Variant()).Text();
-  std::string_view fields = kOrders[0].fields;
-  for (const PostcodeOrder& order : kOrders) {
+  std::string_view fields = kPostcodeOrders[0].fields;
+  for (const PostcodeOrder& order : kPostcodeOrders) {
     if (order.order_by == order_by) fields = order.fields;
   }
   sql_ += " ORDER BY ";

@@ -11,6 +11,7 @@
 #include "Fakes.h"
 #include "core/Catalogue.h"
 #include "reports/Designers.h"
+#include "tests/support/TestPaths.h"
 
 namespace trellin::testing {
 namespace {
@@ -22,7 +23,7 @@ struct Row {
 // catalogue.tsv: key, designer, caption, document name; "-" for rows that keep their layout's
 // titles, "*" for the rows titled from the key.
 std::vector<Row> ReadExpectedCatalogue() {
-  std::ifstream file(std::string(TRELLIN_TEST_DIR) + "/catalogue.tsv");
+  std::ifstream file(TestDir("core") / "catalogue.tsv");
   std::vector<Row> rows;
   std::string line;
   while (std::getline(file, line)) {

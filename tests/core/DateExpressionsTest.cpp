@@ -10,7 +10,7 @@
 namespace trellin::testing {
 namespace {
 
-Date Day(int y, int m, int d) { return Date::FromYmd(y, m, d); }
+Date DateOf(int y, int m, int d) { return Date::FromYmd(y, m, d); }
 
 // Today is 15 July 2024, mid-morning.
 class DateExpressions : public ::testing::Test {
@@ -29,8 +29,8 @@ class DateExpressions : public ::testing::Test {
 
   void UseYearAprilToMarch() {
     fixture_.application->calendar.years = {
-        {7, "2023/24", Day(2023, 4, 1), Day(2024, 3, 31)},
-        {8, "2024/25", Day(2024, 4, 1), Day(2025, 3, 31)},
+        {7, "2023/24", DateOf(2023, 4, 1), DateOf(2024, 3, 31)},
+        {8, "2024/25", DateOf(2024, 4, 1), DateOf(2025, 3, 31)},
     };
   }
 
@@ -55,41 +55,41 @@ void Check(const Variant& result, const Case& c) {
 
 TEST_F(DateExpressions, KeywordsDatesAndModifiers) {
   const std::optional<Date> none;
-  const Date feb_leap = Day(2024, 2, 15);
+  const Date feb_leap = DateOf(2024, 2, 15);
   const Case cases[] = {
       {"", feb_leap, none},
       {"   ", feb_leap, none},
-      {"31/12/2030", feb_leap, Day(2030, 12, 31)},
+      {"31/12/2030", feb_leap, DateOf(2030, 12, 31)},
       // Not a date to the parser and no keyword: the date before the sign, plus a day.
-      {"31/12/2030+1D", feb_leap, Day(2031, 1, 1)},
-      {"eom", feb_leap, Day(2024, 2, 29)},
-      {"EOM", Day(2023, 2, 15), Day(2023, 2, 28)},
-      {"EOM", none, Day(2024, 7, 31)},
-      {"BOM", feb_leap, Day(2024, 2, 1)},
-      {"NOW", feb_leap, Day(2024, 7, 15)},
-      {"now-1", none, Day(2024, 7, 14)},
-      {"BOM+1", feb_leap, Day(2024, 2, 2)},
-      {"EOM+1Q", feb_leap, Day(2024, 2, 29)},
-      {"EOM+1E", Day(2024, 1, 15), Day(2024, 2, 29)},
-      {"EOM + 1e", Day(2024, 3, 10), Day(2024, 4, 30)},
-      {"BOM-1D", Day(2024, 3, 10), Day(2024, 2, 29)},
-      {"EOM-3m", Day(2024, 5, 31), Day(2024, 2, 29)},
-      {"EOM+1Y", feb_leap, Day(2025, 2, 28)},
-      {"BOY", feb_leap, Day(2024, 1, 1)},
-      {"EOY", feb_leap, Day(2024, 12, 31)},
-      {"BOY+1Y-1D", feb_leap, Day(2024, 12, 31)},
-      {"EOM+1D+1M", Day(2024, 1, 15), Day(2024, 3, 1)},
+      {"31/12/2030+1D", feb_leap, DateOf(2031, 1, 1)},
+      {"eom", feb_leap, DateOf(2024, 2, 29)},
+      {"EOM", DateOf(2023, 2, 15), DateOf(2023, 2, 28)},
+      {"EOM", none, DateOf(2024, 7, 31)},
+      {"BOM", feb_leap, DateOf(2024, 2, 1)},
+      {"NOW", feb_leap, DateOf(2024, 7, 15)},
+      {"now-1", none, DateOf(2024, 7, 14)},
+      {"BOM+1", feb_leap, DateOf(2024, 2, 2)},
+      {"EOM+1Q", feb_leap, DateOf(2024, 2, 29)},
+      {"EOM+1E", DateOf(2024, 1, 15), DateOf(2024, 2, 29)},
+      {"EOM + 1e", DateOf(2024, 3, 10), DateOf(2024, 4, 30)},
+      {"BOM-1D", DateOf(2024, 3, 10), DateOf(2024, 2, 29)},
+      {"EOM-3m", DateOf(2024, 5, 31), DateOf(2024, 2, 29)},
+      {"EOM+1Y", feb_leap, DateOf(2025, 2, 28)},
+      {"BOY", feb_leap, DateOf(2024, 1, 1)},
+      {"EOY", feb_leap, DateOf(2024, 12, 31)},
+      {"BOY+1Y-1D", feb_leap, DateOf(2024, 12, 31)},
+      {"EOM+1D+1M", DateOf(2024, 1, 15), DateOf(2024, 3, 1)},
       // A sign with nothing after it does nothing; one that ends the text spoils the modifier
       // before it.
-      {"EOM+", feb_leap, Day(2024, 2, 29)},
-      {"EOM+1D+", feb_leap, Day(2024, 2, 29)},
-      {"EOM+D", feb_leap, Day(2024, 2, 29)},
-      {"EOM+99999999Y", feb_leap, Day(2024, 2, 29)},
+      {"EOM+", feb_leap, DateOf(2024, 2, 29)},
+      {"EOM+1D+", feb_leap, DateOf(2024, 2, 29)},
+      {"EOM+D", feb_leap, DateOf(2024, 2, 29)},
+      {"EOM+99999999Y", feb_leap, DateOf(2024, 2, 29)},
       {"+1D", feb_leap, none},
       {"soon", feb_leap, none},
-      {"APCURRENT", feb_leap, Day(2024, 5, 31)},
-      {"arcurrent-1m", feb_leap, Day(2024, 5, 30)},
-      {"GLCURRENT+1E", feb_leap, Day(2024, 4, 30)},
+      {"APCURRENT", feb_leap, DateOf(2024, 5, 31)},
+      {"arcurrent-1m", feb_leap, DateOf(2024, 5, 30)},
+      {"GLCURRENT+1E", feb_leap, DateOf(2024, 4, 30)},
   };
   for (const Case& c : cases) Check(Interpret(c.expression, c.as_at), c);
 }
@@ -97,33 +97,33 @@ TEST_F(DateExpressions, KeywordsDatesAndModifiers) {
 TEST_F(DateExpressions, FinancialYearKeywords) {
   UseYearAprilToMarch();
   const Case cases[] = {
-      {"BOY", Day(2024, 2, 15), Day(2023, 4, 1)},
-      {"EOY", Day(2024, 2, 15), Day(2024, 3, 31)},
-      {"EOY+1D", Day(2024, 2, 15), Day(2024, 4, 1)},
-      {"BOY+1Y-1D", Day(2024, 2, 15), Day(2024, 3, 31)},
-      {"BOY", Day(2024, 4, 1), Day(2024, 4, 1)},
+      {"BOY", DateOf(2024, 2, 15), DateOf(2023, 4, 1)},
+      {"EOY", DateOf(2024, 2, 15), DateOf(2024, 3, 31)},
+      {"EOY+1D", DateOf(2024, 2, 15), DateOf(2024, 4, 1)},
+      {"BOY+1Y-1D", DateOf(2024, 2, 15), DateOf(2024, 3, 31)},
+      {"BOY", DateOf(2024, 4, 1), DateOf(2024, 4, 1)},
       // Outside the calendar's years: the calendar year.
-      {"BOY", Day(2026, 2, 15), Day(2026, 1, 1)},
-      {"EOY", Day(2022, 6, 1), Day(2022, 12, 31)},
+      {"BOY", DateOf(2026, 2, 15), DateOf(2026, 1, 1)},
+      {"EOY", DateOf(2022, 6, 1), DateOf(2022, 12, 31)},
   };
   for (const Case& c : cases) Check(Interpret(c.expression, c.as_at), c);
 }
 
 TEST_F(DateExpressions, DatesAreReturnedAsTheyAre) {
   Parameters parameters;
-  parameters.AddDate("DateAsAt", Variant(Day(2024, 2, 15)), true, "Date As At", Variant("EOM"),
+  parameters.AddDate("DateAsAt", Variant(DateOf(2024, 2, 15)), true, "Date As At", Variant("EOM"),
                      false, "Date As At");
   const Date timed = Date::FromYmdHms(2024, 3, 5, 9, 0, 0);
   EXPECT_EQ(fixture_.service.InterpretDate(Variant(timed), &parameters), Variant(timed));
   EXPECT_EQ(fixture_.service.InterpretDate(Variant("5/03/2024"), &parameters),
-            Variant(Day(2024, 3, 5)));
+            Variant(DateOf(2024, 3, 5)));
   EXPECT_TRUE(fixture_.service.InterpretDate(Variant::Null(), &parameters).IsNull());
-  EXPECT_EQ(fixture_.service.InterpretDate(Variant("EOM"), nullptr), Variant(Day(2024, 7, 31)));
+  EXPECT_EQ(fixture_.service.InterpretDate(Variant("EOM"), nullptr), Variant(DateOf(2024, 7, 31)));
 }
 
 TEST_F(DateExpressions, ParameterNamesAsKeywords) {
   Parameters parameters;
-  parameters.AddDate("DateTo", Variant(Day(2024, 3, 31)), false, "", Variant("EOM"), false,
+  parameters.AddDate("DateTo", Variant(DateOf(2024, 3, 31)), false, "", Variant("EOM"), false,
                      "Dated To");
   parameters.AddDate("DateFrom", Variant("EOM"), false, "", Variant("BOM"), false, "Dated From");
   parameters.AddDate("Nothing", Variant::Null(), false, "", Variant(""), false, "Nothing");
@@ -131,9 +131,9 @@ TEST_F(DateExpressions, ParameterNamesAsKeywords) {
     std::string expression;
     std::optional<Date> expected;
   } rows[] = {
-      {"DateTo-1M", Day(2024, 2, 29)},
-      {"dateto", Day(2024, 3, 31)},
-      {"DateTo+1E", Day(2024, 4, 30)},
+      {"DateTo-1M", DateOf(2024, 2, 29)},
+      {"dateto", DateOf(2024, 3, 31)},
+      {"DateTo+1E", DateOf(2024, 4, 30)},
       // A parameter whose value is itself an expression is not interpreted a second time.
       {"DateFrom", std::nullopt},
       {"Nothing+1D", std::nullopt},
@@ -143,21 +143,21 @@ TEST_F(DateExpressions, ParameterNamesAsKeywords) {
     Check(fixture_.service.InterpretDate(Variant(row.expression), &parameters),
           {row.expression, std::nullopt, row.expected});
   }
-  parameters.SetValue("DateTo", Variant(Day(2023, 3, 31)));
+  parameters.SetValue("DateTo", Variant(DateOf(2023, 3, 31)));
   Check(fixture_.service.InterpretDate(Variant("DateTo-1M"), &parameters),
-        {"DateTo-1M", std::nullopt, Day(2023, 2, 28)});
+        {"DateTo-1M", std::nullopt, DateOf(2023, 2, 28)});
 }
 
 TEST_F(DateExpressions, AsAtThatIsNoDateMeansToday) {
   Parameters parameters;
   parameters.AddString("DateAsAt", Variant("whenever"), true, "", Variant(""), false, "As At");
-  EXPECT_EQ(fixture_.service.InterpretDate(Variant("BOM"), &parameters), Variant(Day(2024, 7, 1)));
+  EXPECT_EQ(fixture_.service.InterpretDate(Variant("BOM"), &parameters), Variant(DateOf(2024, 7, 1)));
 }
 
 TEST_F(DateExpressions, LedgerKeywordsNeedTheApplication) {
   fixture_.service.Dispose();
   EXPECT_THROW((void)fixture_.service.InterpretDate(Variant("APCURRENT"), nullptr), ObjectNotSet);
-  EXPECT_EQ(fixture_.service.InterpretDate(Variant("EOM"), nullptr), Variant(Day(2024, 7, 31)));
+  EXPECT_EQ(fixture_.service.InterpretDate(Variant("EOM"), nullptr), Variant(DateOf(2024, 7, 31)));
 }
 
 class ResolveParameters : public DateExpressions {
@@ -170,7 +170,7 @@ class ResolveParameters : public DateExpressions {
                         "Dated From");
     parameters_.AddDate("DatedTo", Variant::Missing(), false, "", Variant("DateAsAt-1M"), false,
                         "Dated To");
-    parameters_.AddDate("Bad", Variant(Day(2000, 1, 1)), false, "", Variant("whenever"), false,
+    parameters_.AddDate("Bad", Variant(DateOf(2000, 1, 1)), false, "", Variant("whenever"), false,
                         "Bad");
     parameters_.AddString("Title", Variant("EOM"), false, "", Variant("EOM"), false, "Title");
   }
@@ -179,9 +179,9 @@ class ResolveParameters : public DateExpressions {
 
 TEST_F(ResolveParameters, InCollectionOrderSoOneBuildsOnAnother) {
   fixture_.service.ResolveParameters(parameters_, true, true);
-  EXPECT_EQ(parameters_.Value("DateAsAt"), Variant(Day(2024, 7, 31)));
-  EXPECT_EQ(parameters_.Value("DatedFrom"), Variant(Day(2024, 7, 1)));
-  EXPECT_EQ(parameters_.Value("DatedTo"), Variant(Day(2024, 6, 30)));
+  EXPECT_EQ(parameters_.Value("DateAsAt"), Variant(DateOf(2024, 7, 31)));
+  EXPECT_EQ(parameters_.Value("DatedFrom"), Variant(DateOf(2024, 7, 1)));
+  EXPECT_EQ(parameters_.Value("DatedTo"), Variant(DateOf(2024, 6, 30)));
   EXPECT_TRUE(parameters_.Value("Bad").IsNull());
   EXPECT_EQ(parameters_.Value("Title"), Variant("EOM"));
 }

@@ -14,6 +14,7 @@
 #include "platform/host/run/RunReport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
+#include "tests/support/TestPaths.h"
 
 namespace trellin::reports::testing {
 
@@ -103,7 +104,7 @@ std::vector<std::string> DumpPages(const DesignerPtr& designer) {
 
 void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual) {
   const fs::path path =
-      fs::path(TRELLIN_SOURCE_DIR) / "tests" / "reports" / area / "golden" / (name + ".txt");
+      trellin::testing::TestDir("reports") / area / "golden" / (name + ".txt");
   const char* update = std::getenv("TRELLIN_UPDATE_GOLDEN");
   if (update != nullptr && std::string(update) == "1") {
     std::ofstream(path, std::ios::binary) << actual;

@@ -7,7 +7,7 @@
 namespace trellin {
 namespace {
 
-Variant Money(const char* text) { return Variant(*Currency::Parse(text)); }
+Variant MoneyValue(const char* text) { return Variant(*Currency::Parse(text)); }
 
 struct Case {
   Variant value;
@@ -32,7 +32,7 @@ TEST(FormatTest, NumberMasksOfTheReports) {
       {Variant(0.4), "#,###,##0;(#,###,##0)", "0"},
       {Variant(-0.5), "#,###,##0;(#,###,##0)", "(1)"},
       {Variant(std::int64_t{1234567890123}), "#,###,##0;(#,###,##0)", "1,234,567,890,123"},
-      {Money("-499.99"), "#,###,###,##0;(#,###,###,##0)", "(500)"},
+      {MoneyValue("-499.99"), "#,###,###,##0;(#,###,###,##0)", "(500)"},
       {Variant(12.345), "##,##0.0;(###,##0.0)", "12.3"},
       {Variant(-12.35), "##,##0.0;(###,##0.0)", "(12.4)"},
       {Variant(-123456.78), "##,##0.0;(###,##0.0)", "(123,456.8)"},
@@ -59,16 +59,16 @@ TEST(FormatTest, NumberMasksOfTheReports) {
 
 TEST(FormatTest, MoneyMaskAndNamedFormats) {
   ExpectAll({
-      {Money("1234.5"), "$#,##0.00;($#,##0.00)", "$1,234.50"},
-      {Money("-1234.5"), "$#,##0.00;($#,##0.00)", "($1,234.50)"},
-      {Money("0"), "$#,##0.00;($#,##0.00)", "$0.00"},
-      {Money("-0.004"), "$#,##0.00;($#,##0.00)", "$0.00"},
-      {Money("0.005"), "$#,##0.00;($#,##0.00)", "$0.01"},
-      {Money("-0.005"), "$#,##0.00;($#,##0.00)", "($0.01)"},
+      {MoneyValue("1234.5"), "$#,##0.00;($#,##0.00)", "$1,234.50"},
+      {MoneyValue("-1234.5"), "$#,##0.00;($#,##0.00)", "($1,234.50)"},
+      {MoneyValue("0"), "$#,##0.00;($#,##0.00)", "$0.00"},
+      {MoneyValue("-0.004"), "$#,##0.00;($#,##0.00)", "$0.00"},
+      {MoneyValue("0.005"), "$#,##0.00;($#,##0.00)", "$0.01"},
+      {MoneyValue("-0.005"), "$#,##0.00;($#,##0.00)", "($0.01)"},
       {Variant(Currency::FromRaw(std::numeric_limits<std::int64_t>::max())), "Currency",
        "$922,337,203,685,477.58"},
-      {Money("-1234567.891"), "Currency", "($1,234,567.89)"},
-      {Money("1234.5"), "currency", "$1,234.50"},
+      {MoneyValue("-1234567.891"), "Currency", "($1,234,567.89)"},
+      {MoneyValue("1234.5"), "currency", "$1,234.50"},
       {Variant(0.5), "Percent", "50.00%"},
       {Variant(1234.567), "Fixed", "1234.57"},
       {Variant(-1234.567), "Standard", "-1,234.57"},
@@ -76,7 +76,7 @@ TEST(FormatTest, MoneyMaskAndNamedFormats) {
       {Variant(0.000123), "Scientific", "1.23E-04"},
       {Variant(9.999), "Scientific", "1.00E+01"},
       {Variant(0.1 + 0.2), "General Number", "0.3"},
-      {Money("12.5"), "General Number", "12.5"},
+      {MoneyValue("12.5"), "General Number", "12.5"},
       {Variant(1234567), "General Number", "1234567"},
       {Variant(true), "Yes/No", "Yes"},
       {Variant(false), "Yes/No", "No"},
@@ -87,8 +87,8 @@ TEST(FormatTest, MoneyMaskAndNamedFormats) {
 TEST(FormatTest, ZeroNegativeAndNullSections) {
   ExpectAll({
       // A Currency zero prints with the positive section, unsigned.
-      {Money("0"), "#,###,##0;(#,###,##0)", "0"},
-      {Money("-0.0001"), "#,##0.00;(#,##0.00)", "0.00"},
+      {MoneyValue("0"), "#,###,##0;(#,###,##0)", "0"},
+      {MoneyValue("-0.0001"), "#,##0.00;(#,##0.00)", "0.00"},
       {Variant(0), "0;(0);\\-", "-"},
       {Variant(-0.2), "0;(0);\"nil\"", "nil"},
       {Variant(0.004), "0.00;(0.00);\"zero\"", "zero"},
@@ -121,8 +121,8 @@ TEST(FormatTest, PlaceholdersLiteralsAndText) {
       {Variant("1234.5"), "#,##0.00", "1,234.50"},
       {Variant("(12)"), "0;(0)", "(12)"},
       {Variant(true), "0", "-1"},
-      {Money("12.345"), "Round", "12.345"},
-      {Money("12.345"), "ROUND", "12.345"},
+      {MoneyValue("12.345"), "Round", "12.345"},
+      {MoneyValue("12.345"), "ROUND", "12.345"},
       {Variant(1.5), "(auto)", "1.5"},
       {Variant("x"), "", "x"},
       {Variant::Null(), "Round", ""},
@@ -177,7 +177,7 @@ TEST(FormatTest, CompiledMasksAreSharedAndReported) {
   auto second = FormatMask::Get("#,##0.00");
   EXPECT_EQ(first.get(), second.get());
   EXPECT_EQ(first->Mask(), "#,##0.00");
-  EXPECT_EQ(first->Apply(Money("-1")), "-1.00");
+  EXPECT_EQ(first->Apply(MoneyValue("-1")), "-1.00");
   // Alternating masks through Format must not mix them up.
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(Format(Variant(1), "0.0"), "1.0");

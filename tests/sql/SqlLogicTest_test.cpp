@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "SqlLogicTest.h"
+#include "tests/support/TestPaths.h"
 
 namespace trellin::sql::testing {
 namespace {
@@ -16,9 +17,10 @@ namespace fs = std::filesystem;
 
 std::vector<std::string> TestFiles() {
   std::vector<std::string> files;
-  for (const auto& entry : fs::recursive_directory_iterator(TRELLIN_TEST_DIR)) {
+  const fs::path folder = trellin::testing::TestDir("sql");
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     if (entry.is_regular_file() && entry.path().extension() == ".test") {
-      files.push_back(fs::relative(entry.path(), TRELLIN_TEST_DIR).generic_string());
+      files.push_back(fs::relative(entry.path(), folder).generic_string());
     }
   }
   std::sort(files.begin(), files.end());
@@ -28,7 +30,7 @@ std::vector<std::string> TestFiles() {
 // First lines of corpus statements that fail for reasons outside the translator.
 std::set<std::string> KnownFailures() {
   std::set<std::string> known;
-  std::istringstream in(ReadFile(std::string(TRELLIN_TEST_DIR) + "/known_corpus_failures.txt"));
+  std::istringstream in(ReadFile((trellin::testing::TestDir("sql") / "known_corpus_failures.txt").string()));
   std::string line;
   while (std::getline(in, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -41,7 +43,7 @@ std::set<std::string> KnownFailures() {
 class SqlLogicTest : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(SqlLogicTest, File) {
-  const std::string path = std::string(TRELLIN_TEST_DIR) + "/" + GetParam();
+  const std::string path = (trellin::testing::TestDir("sql") / GetParam()).string();
   std::vector<Block> blocks = ParseTestFile(ReadFile(path));
   TestDatabase db(SchemaPath());
   const std::set<std::string> known = KnownFailures();

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "tests/support/TestPaths.h"
+
 namespace trellin::sql::testing {
 
 std::string ReadFile(const std::string& path) {
@@ -16,7 +18,7 @@ std::string ReadFile(const std::string& path) {
 }
 
 std::string SchemaPath() {
-  return std::string(TRELLIN_SOURCE_DIR) + "/platform/data/schema/company.sql";
+  return (trellin::testing::SourceDir() / "platform/data/schema/company.sql").string();
 }
 
 TestDatabase::TestDatabase(const std::string& schema_path) {
