@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "core/host/BusinessObjects.h"
 #include "core/host/Database.h"
 #include "platform/runtime/Variant.h"
 
@@ -65,6 +66,9 @@ class BusinessLayer : public Object {
   [[nodiscard]] virtual std::int64_t OverdueFromDefault() const = 0;
   [[nodiscard]] virtual trellin::ReportFactory& ReportFactory() = 0;
   [[nodiscard]] virtual trellin::Utilities& Utilities() = 0;
+  // Fresh look-ups of parties, branches, banks, tax categories and the like for one report run;
+  // the designer keeps it from ReportStart to ReportEnd.
+  [[nodiscard]] virtual std::unique_ptr<BusinessObjects> CreateObjects() = 0;
 };
 
 }  // namespace trellin

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "platform/business/CompanyBusinessObjects.h"
 #include "platform/business/CompanySettings.h"
 
 namespace trellin::business {
@@ -29,6 +30,10 @@ CompanyBusinessLayer::CompanyBusinessLayer(std::shared_ptr<trellin::Database> da
   long_date_format_ = ReadText(*database_, Setting::LongDateFormat);
   currency_format_ = ReadText(*database_, Setting::CurrencyFormat);
   overdue_from_default_ = ReadWhole(*database_, Setting::OverdueFromDefault);
+}
+
+std::unique_ptr<BusinessObjects> CompanyBusinessLayer::CreateObjects() {
+  return std::make_unique<CompanyBusinessObjects>(database_);
 }
 
 // The argument selects nothing: every money figure uses the company's one money mask.

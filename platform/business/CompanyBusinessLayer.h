@@ -39,6 +39,7 @@ class CompanyBusinessLayer : public BusinessLayer {
   [[nodiscard]] std::int64_t OverdueFromDefault() const override { return overdue_from_default_; }
   [[nodiscard]] trellin::ReportFactory& ReportFactory() override { return report_factory_; }
   [[nodiscard]] trellin::Utilities& Utilities() override { return utilities_; }
+  [[nodiscard]] std::unique_ptr<BusinessObjects> CreateObjects() override;
 
   // The function that makes a new report host for each report.
   void SetReportFactory(FunctionReportFactory::Function function) {

@@ -5,7 +5,6 @@
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/kvReportUtilities.h"
-#include "reports/admin/AdminDetails.h"
 
 namespace trellin {
 
@@ -99,9 +98,8 @@ void arAdminBase::ActiveReport_ReportStart() {
   // The columns start where the layout's heading label stands.
   const Control& heading = Field("lblHeading");
   TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
-  // The look-ups behind the unbound fields are read once, before the first row.
-  details_ = std::make_unique<AdminDetails>(TrellinReportGlobals::RequireDatabase(),
-                                            std::string(KeyRow().key));
+  // The business objects behind the unbound fields are read once for the run.
+  objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
   DataControl().SetSource(sql_);
 }
 
@@ -123,10 +121,14 @@ void arAdminBase::ActiveReport_DataInitialize() {
 }
 
 void arAdminBase::ActiveReport_FetchData(bool&) {
-  if (!details_) return;
+  if (!objects_) return;
   const ReportField* code = Fields().Find(KeyRow().code_field);
   if (code == nullptr) return;
-  details_->Fill(code->Value().Text(), Fields());
+  const std::vector<std::string_view> names = AdminUnboundFields(KeyRow().key);
+  if (names.empty()) return;
+  const std::vector<std::string> texts =
+      AdminDetailTexts(*objects_, KeyRow().key, code->Value().Text());
+  for (std::size_t i = 0; i < names.size(); ++i) Fields().Add(names[i]).SetValue(Variant(texts[i]));
 }
 
 void arAdminBase::OnFormat(Section& section) {
@@ -146,6 +148,6 @@ void arAdminBase::Detail_Format() {
   detail.SetBackStyle(1 - detail.BackStyle());
 }
 
-void arAdminBase::ActiveReport_ReportEnd() { details_.reset(); }
+void arAdminBase::ActiveReport_ReportEnd() { objects_.reset(); }
 
 }  // namespace trellin

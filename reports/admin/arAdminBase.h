@@ -10,10 +10,9 @@
 #include <vector>
 
 #include "core/Designer.h"
+#include "core/host/BusinessObjects.h"
 
 namespace trellin {
-
-class AdminDetails;
 
 // What one key of the master lists is made of.
 struct AdminKey {
@@ -32,8 +31,15 @@ struct AdminKey {
 // their fields, "Parent Asset" by the parent field where the key has one, anything else by code.
 [[nodiscard]] std::string AdminSortField(const AdminKey& row, const std::string& order_by);
 
-// The unbound fields that the rows of `key` carry, filled per row through the look-ups.
+// The unbound fields that the rows of `key` carry, filled per row through the business objects.
 [[nodiscard]] std::vector<std::string_view> AdminUnboundFields(std::string_view key);
+
+// The texts of the unbound fields of `key` for the record `code`, one per field of
+// AdminUnboundFields, fetched from `objects` (arAdminBase_details.cpp); empty texts for a code
+// the business layer does not hold. Throws what the look-ups throw.
+[[nodiscard]] std::vector<std::string> AdminDetailTexts(BusinessObjects& objects,
+                                                        std::string_view key,
+                                                        std::string_view code);
 
 class arAdminBase : public Designer {
  public:
@@ -66,7 +72,7 @@ class arAdminBase : public Designer {
 
   std::string sql_;
   std::string filter_name_;  // the key's standard parameter, as RefreshParameters added it
-  std::unique_ptr<AdminDetails> details_;
+  std::unique_ptr<BusinessObjects> objects_;  // from report start to report end
 };
 
 [[nodiscard]] DesignerPtr CreatearAdminBase();

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -81,6 +82,10 @@ class FakeBusinessLayer : public BusinessLayer {
   [[nodiscard]] std::int64_t OverdueFromDefault() const override { return 1; }
   [[nodiscard]] trellin::ReportFactory& ReportFactory() override { return report_factory; }
   [[nodiscard]] trellin::Utilities& Utilities() override { return utilities; }
+  // The service's own tests fetch no business objects.
+  [[nodiscard]] std::unique_ptr<BusinessObjects> CreateObjects() override {
+    throw std::logic_error("the test business layer holds no business objects");
+  }
 
   std::shared_ptr<FakeDatabase> database = std::make_shared<FakeDatabase>();
   FakeReportFactory report_factory;
