@@ -3,6 +3,7 @@
 // item look and work alike in every report.
 
 #include <string>
+#include <vector>
 
 #include "core/host/Parameters.h"
 
@@ -34,6 +35,10 @@ ParameterPtr CreateStandardParameter(long Index, trellin::Parameters& Parameters
 void GetGroupingDefinition(std::string& Name, std::string& Field, std::string& ListSQL,
                            std::string& KeyField, const std::string& Table,
                            const std::string& FieldTable = "");
+
+// The names of the grouping table, in its order: what GetGroupingDefinition knows besides the
+// user-defined fields.
+[[nodiscard]] std::vector<std::string> GroupingNames();
 
 // Finds the user-defined field named FieldName (case ignored) among positions 1 to 20 of
 // `Kind` (1 asset, 2 item, 3 job, 4 other party, 5 transactions) and gives "UserDefined" + its

@@ -211,6 +211,12 @@ void UserDefinedGrouping(const std::string& name, const std::string& table,
 
 }  // namespace
 
+std::vector<std::string> GroupingNames() {
+  std::vector<std::string> names;
+  for (const GroupingRow& row : kGroupings) names.emplace_back(row.name);
+  return names;
+}
+
 void GetGroupingDefinition(std::string& Name, std::string& Field, std::string& ListSQL,
                            std::string& KeyField, const std::string& Table,
                            const std::string& FieldTable) {
