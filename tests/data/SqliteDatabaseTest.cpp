@@ -9,13 +9,13 @@
 #include "platform/data/CompanyFile.h"
 #include "tests/data/CompanyFixture.h"
 #include "tests/data/RecordsetFixture.h"
-#include "tests/data/TempDir.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::data {
 namespace {
 
 using testing::MakeCompany;
-using testing::TempDir;
+using TempDir = trellin::testing::TempFolder;
 using testing::Walk;
 using testing::Write;
 

@@ -11,6 +11,7 @@
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/RunReport.h"
 #include "tests/host/HostFixture.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::host::testing {
 namespace {
@@ -41,12 +42,7 @@ int PdfPages(const std::filesystem::path& pdf) {
   return pages;
 }
 
-std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream in(path);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+using trellin::testing::ReadFile;
 
 TEST_F(RunReportTest, PdfHasOnePagePerPageBreakGroup) {
   RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "types.pdf");

@@ -9,14 +9,6 @@
 
 namespace trellin::sql::testing {
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + path);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 std::string SchemaPath() {
   return (trellin::testing::SourceDir() / "platform/data/schema/company.sql").string();
 }

@@ -9,6 +9,8 @@
 
 #include "platform/sql/Catalog.h"
 
+#include "tests/support/TempFolder.h"
+
 namespace trellin::sql::testing {
 
 class TestDatabase {
@@ -34,6 +36,6 @@ class TestDatabase {
 
 // The company schema, which the tests run on.
 [[nodiscard]] std::string SchemaPath();
-[[nodiscard]] std::string ReadFile(const std::string& path);
+using trellin::testing::ReadFile;
 
 }  // namespace trellin::sql::testing
