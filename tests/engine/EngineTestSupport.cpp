@@ -69,7 +69,7 @@ std::shared_ptr<MemoryRecordset> Rows(std::vector<std::string> names,
     f.name = std::move(n);
     fields.push_back(std::move(f));
   }
-  return std::make_shared<MemoryRecordset>(std::move(fields), std::move(rows));
+  return std::make_shared<MemoryRecordset>(std::move(fields), std::move(rows), false);
 }
 
 }  // namespace trellin::engine::testing

@@ -8,48 +8,16 @@
 
 #include "core/host/ActiveReport.h"
 #include "core/host/Recordset.h"
+#include "platform/data/MemoryRecordset.h"
 #include "platform/engine/DumpPage.h"
 #include "platform/engine/LayoutLoader.h"
 #include "platform/engine/ReportEngine.h"
 
 namespace trellin::engine::testing {
 
-// Rows held in memory, with the cursor on the first.
-class MemoryRecordset : public Recordset {
- public:
-  MemoryRecordset(std::vector<FieldInfo> fields, std::vector<std::vector<Variant>> rows)
-      : fields_(std::move(fields)), rows_(std::move(rows)) {}
-
-  bool Eof() const override { return pos_ >= rows_.size(); }
-  bool Bof() const override { return rows_.empty(); }
-  void MoveFirst() override { pos_ = 0; }
-  void MoveNext() override {
-    if (Eof()) throw RecordsetError("MoveNext at EOF");
-    ++pos_;
-  }
-  void MovePrevious() override {
-    if (pos_ > 0) --pos_;
-  }
-  void MoveLast() override { pos_ = rows_.empty() ? 0 : rows_.size() - 1; }
-  std::int64_t RecordCount() const override { return static_cast<std::int64_t>(rows_.size()); }
-  int FieldCount() const override { return static_cast<int>(fields_.size()); }
-  const FieldInfo& Field(int index) const override { return fields_.at(index); }
-  int FieldIndex(std::string_view name) const override {
-    for (std::size_t i = 0; i < fields_.size(); ++i) {
-      if (fields_[i].name == name) return static_cast<int>(i);
-    }
-    return -1;
-  }
-  const Variant& Value(int index) const override {
-    if (Eof()) throw RecordsetError("no current row");
-    return rows_[pos_].at(index);
-  }
-
- private:
-  std::vector<FieldInfo> fields_;
-  std::vector<std::vector<Variant>> rows_;
-  std::size_t pos_ = 0;
-};
+// Rows held in memory: the data layer's own recordset, so that the engine's tests see the real
+// contract (field names matched without regard to case, the cursor on the first row).
+using MemoryRecordset = data::MemoryRecordset;
 
 // Keeps every page, for the tests to look at; a real sink would stream them out.
 class KeepingSink : public PageSink {
