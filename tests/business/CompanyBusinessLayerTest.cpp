@@ -4,7 +4,7 @@
 
 #include "platform/business/CompanyBusinessLayer.h"
 #include "platform/business/CompanyFormats.h"
-#include "tests/business/FakeDatabase.h"
+#include "tests/support/FakeDatabase.h"
 
 namespace trellin::business {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "platform/business/CompanyFinancialCalendar.h"
 #include "platform/runtime/Date.h"
-#include "tests/business/FakeDatabase.h"
+#include "tests/support/FakeDatabase.h"
 
 namespace trellin::testing {
 

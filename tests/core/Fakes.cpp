@@ -6,10 +6,6 @@
 
 namespace trellin::testing {
 
-std::shared_ptr<Recordset> FakeDatabase::Query(std::string_view jet_sql) {
-  throw DatabaseError("the fake database runs no queries: " + std::string(jet_sql));
-}
-
 std::string FakeRangeBuilder::BuildRangeCondition(const std::string& field,
                                                   const std::string& value, int data_type) {
   calls.push_back({field, value, data_type});

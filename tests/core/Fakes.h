@@ -14,19 +14,9 @@
 #include "core/host/Application.h"
 #include "core/host/BusinessLayer.h"
 #include "core/host/Database.h"
+#include "tests/support/FakeDatabase.h"
 
 namespace trellin::testing {
-
-class FakeDatabase : public Database {
- public:
-  [[nodiscard]] int DatabaseType() const override { return 1; }
-  [[nodiscard]] std::string ConnectionString() const override { return "fake company"; }
-  [[nodiscard]] std::shared_ptr<Recordset> Query(std::string_view jet_sql) override;
-  [[nodiscard]] std::string GetSetting(std::string_view, std::string_view,
-                                       std::string_view default_value) override {
-    return std::string(default_value);
-  }
-};
 
 // Records every call and answers "field IN [value]".
 class FakeRangeBuilder : public RangeBuilder {

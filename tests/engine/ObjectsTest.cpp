@@ -5,6 +5,7 @@
 
 #include "EngineTestSupport.h"
 #include "platform/engine/LayoutLibrary.h"
+#include "tests/support/FakeDatabase.h"
 
 namespace trellin::engine {
 namespace {
@@ -83,30 +84,17 @@ TEST(Objects, FieldsAddOverAnExistingNameKeepsTheField) {
   EXPECT_THROW((void)fields.Item("Closing"), NoSuchItem);
 }
 
-class FakeDatabase : public Database {
- public:
-  int DatabaseType() const override { return 1; }
-  std::string ConnectionString() const override { return "fake"; }
-  std::shared_ptr<Recordset> Query(std::string_view sql) override {
-    if (sql == "bad") throw DatabaseError("syntax error at 1");
-    queries.emplace_back(sql);
-    return Rows({"Id"}, {{Variant(std::int64_t{1})}, {Variant(std::int64_t{2})}});
-  }
-  std::string GetSetting(std::string_view, std::string_view, std::string_view d) override {
-    return std::string(d);
-  }
-  std::vector<std::string> queries;
-};
-
 TEST(Objects, SettingSourceOpensTheRowsAtOnce) {
   DataControl data;
   EXPECT_THROW(data.SetSource("SELECT Id FROM Account"), std::logic_error);
-  auto db = std::make_shared<FakeDatabase>();
+  auto db = std::make_shared<trellin::testing::FakeDatabase>();
+  db->AddResult("SELECT Id FROM Account", {{"Id", FieldType::Long}},
+                {{Variant(std::int64_t{1})}, {Variant(std::int64_t{2})}});
   data.SetConnection(db);
   data.SetSource("SELECT Id FROM Account");
   ASSERT_NE(data.Recordset(), nullptr);
   EXPECT_EQ(data.Recordset()->RecordCount(), 2);
-  EXPECT_EQ(db->queries, (std::vector<std::string>{"SELECT Id FROM Account"}));
+  EXPECT_EQ(db->Queries(), (std::vector<std::string>{"SELECT Id FROM Account"}));
   EXPECT_THROW(data.SetSource("bad"), DatabaseError);
   EXPECT_EQ(data.Recordset(), nullptr);
 }

@@ -11,7 +11,7 @@
 #include "platform/business/CompanyBusinessLayer.h"
 #include "platform/business/CompanyRangeBuilder.h"
 #include "platform/runtime/Clock.h"
-#include "tests/business/FakeDatabase.h"
+#include "tests/support/FakeDatabase.h"
 #include "tests/business/RealCompany.h"
 
 namespace trellin::host {

@@ -1,5 +1,6 @@
 #pragma once
-// A company database in memory for tests: settings in a map, and query results given per SQL text.
+// The one fake company database of the tests: settings in a map, and query results given per SQL
+// text, as the data layer's own in-memory recordsets (names matched without regard to case).
 
 #include <map>
 #include <memory>
