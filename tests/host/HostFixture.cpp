@@ -1,36 +1,14 @@
 #include "tests/host/HostFixture.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <random>
 
-#include "platform/data/CompanyFile.h"
 #include "platform/engine/ReportEngine.h"
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/RunReport.h"
+#include "tests/support/FixtureCompany.h"
 
 namespace trellin::host::testing {
-
-namespace {
-
-constexpr char kCompanyRows[] = R"sql(
-INSERT INTO CompanySetting VALUES ('Company', 'Name', 'Harbour Test Co');
-INSERT INTO CompanySetting VALUES ('Company', 'ProductName', 'Trellin Accounts');
-INSERT INTO FinancialYear VALUES (1, '2024/25', '2024-04-01', '2025-03-31');
-INSERT INTO CustomerType VALUES ('RETAIL', 'Retail customers');
-INSERT INTO CustomerType VALUES ('TRADE', 'Trade accounts');
-INSERT INTO CustomerCategory VALUES ('A', 'Category A');
-INSERT INTO OtherParty (OtherPartyId, Name, IsCustomer, CustomerTypeId, CustomerCategoryId,
-                        CustomerCreditLimit, CustomerDiscRate)
-  VALUES ('C1', 'Alpha Ltd', 1, 'RETAIL', 'A', 1000000, 12.345),
-         ('C2', 'Beta Ltd', 1, 'RETAIL', NULL, 2505000, -3.3333),
-         ('C3', 'Gamma Ltd', 1, 'TRADE', 'A', 10000000, NULL),
-         ('C4', 'Delta Ltd', 1, NULL, 'A', 50000, 1.5);
-INSERT INTO OtherParty (OtherPartyId, Name, IsSupplier) VALUES ('S1', 'Supplies Ltd', 1);
-)sql";
-
-}  // namespace
 
 std::vector<std::string> KeepingSink::Texts(int page) const {
   std::vector<std::string> texts;
@@ -49,14 +27,7 @@ bool KeepingSink::Printed(const std::string& text, int page) const {
 }
 
 void WriteTestCompany(const std::filesystem::path& path) {
-  std::unique_ptr<data::CompanyFileWriter> writer = data::CreateCompanyFile(path.string());
-  char* error = nullptr;
-  if (sqlite3_exec(writer->Handle(), kCompanyRows, nullptr, nullptr, &error) != SQLITE_OK) {
-    std::string message = error ? error : "unknown error";
-    sqlite3_free(error);
-    throw std::runtime_error("test company: " + message);
-  }
-  writer->Commit();
+  trellin::testing::WriteCompany(path, {"host/company.sql"});
 }
 
 void HostTest::SetUp() {
