@@ -12,7 +12,24 @@ namespace trellin::testing {
 
 std::string CaseRow::Where() const { return file + ":" + std::to_string(line); }
 
-std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns) {
+namespace {
+
+std::string Unescape(const std::string& field) {
+  std::string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (field[i] != '\\' || i + 1 == field.size()) {
+      text += field[i];
+      continue;
+    }
+    const char next = field[++i];
+    text += next == 't' ? '\t' : next == 'n' ? '\n' : next;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns, bool escapes) {
   std::istringstream text(ReadFile(TestDir(name)));
   std::vector<CaseRow> rows;
   std::string line;
@@ -30,6 +47,9 @@ std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns) {
       row.fields.push_back(line.substr(start, tab == std::string::npos ? tab : tab - start));
       if (tab == std::string::npos) break;
       start = tab + 1;
+    }
+    if (escapes) {
+      for (std::string& field : row.fields) field = Unescape(field);
     }
     if (row.fields.size() < columns) {
       throw std::runtime_error(row.Where() + ": " + std::to_string(columns) + " fields wanted");

@@ -21,8 +21,10 @@ struct CaseRow {
 };
 
 // The rows of tests/<name>. Fields are kept exactly, blanks and empty trailing fields included;
-// a row with fewer than `columns` fields throws std::runtime_error naming its line.
-[[nodiscard]] std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns);
+// with `escapes`, "\t", "\n" and "\\" in a field stand for a tab, a line break and a backslash.
+// A row with fewer than `columns` fields throws std::runtime_error naming its line.
+[[nodiscard]] std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns,
+                                             bool escapes = false);
 
 // A value written as its type and text: "d:1.5" Double, "l:12" Long, "m:-499.99" Currency,
 // "s:abc" String (the rest of the field, blanks kept), "t:2024-03-05" or "t:2024-03-05 14:05:09"
