@@ -2,127 +2,66 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdlib>
 #include <stdexcept>
+
+#include "tests/support/CaseFile.h"
 
 namespace trellin {
 namespace {
 
-TEST(StringsTest, TrimAndCase) {
-  EXPECT_EQ(Trim(" \t ab c \t"), "ab c");
-  EXPECT_EQ(LTrim("  ab  "), "ab  ");
-  EXPECT_EQ(RTrim("  ab  "), "  ab");
-  EXPECT_EQ(Trim("   "), "");
-  EXPECT_EQ(UCase("Ab-z9é"), "AB-Z9é");
-  EXPECT_EQ(LCase("Ab-Z9"), "ab-z9");
+std::size_t Number(const std::string& text) {
+  return text == "all" ? std::string::npos : std::stoul(text);
 }
 
-TEST(StringsTest, LeftRightMidCountFromOne) {
-  struct Case {
-    const char* s;
-    std::size_t start;
-    std::size_t length;
-    const char* mid;
-  } cases[] = {
-      {"abcdef", 1, 3, "abc"},
-      {"abcdef", 3, 2, "cd"},
-      {"abcdef", 6, 5, "f"},
-      {"abcdef", 7, 1, ""},
-      {"abcdef", 100, 1, ""},
-      {"abcdef", 2, 0, ""},
-      {"abcdef", 2, std::string::npos, "bcdef"},
-      {"", 1, 1, ""},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Mid(c.s, c.start, c.length), c.mid) << c.s << " " << c.start << " " << c.length;
+// The result of one row of strings.tsv: the function applied to the fields between the first
+// and the last.
+std::string Apply(const std::vector<std::string>& f) {
+  const std::string& op = f[0];
+  if (op == "trim") return Trim(f[1]);
+  if (op == "ltrim") return LTrim(f[1]);
+  if (op == "rtrim") return RTrim(f[1]);
+  if (op == "ucase") return UCase(f[1]);
+  if (op == "lcase") return LCase(f[1]);
+  if (op == "mid") return Mid(f[1], Number(f[2]), Number(f[3]));
+  if (op == "left") return Left(f[1], Number(f[2]));
+  if (op == "right") return Right(f[1], Number(f[2]));
+  if (op == "space") return Space(Number(f[1]));
+  if (op == "instr") return std::to_string(InStr(f[1], f[2], Number(f[3]), f[4] == "ic"));
+  if (op == "replace") return Replace(f[1], f[2], f[3], f[4] == "ic");
+  if (op == "strcomp") return std::to_string(StrComp(f[1], f[2], f[3] == "ic"));
+  if (op == "split") {
+    const std::vector<std::string> items = Split(f[1], f[2]);
+    EXPECT_EQ(Join(items, f[2]), f[1]) << "Join undoes Split";
+    return Join(items, "|");
   }
+  if (op == "numeric") {
+    if (!IsNumeric(f[1])) return "-";
+    const double value = *ParseNumber(f[1]);
+    const double expected = std::strtod(f.back().c_str(), nullptr);
+    return value == expected || std::abs(value - expected) <= 1e-12 * std::abs(expected)
+               ? f.back()
+               : std::to_string(value);
+  }
+  ADD_FAILURE() << "no function " << op;
+  return {};
+}
+
+// strings.tsv: the function, its arguments, the result.
+TEST(StringsTest, FunctionsOfTheReportLanguageAsListed) {
+  const auto rows = testing::ReadCases("runtime/strings.tsv", 2, /*escapes=*/true);
+  ASSERT_GT(rows.size(), 70u);
+  for (const testing::CaseRow& row : rows) {
+    EXPECT_EQ(Apply(row.fields), row.fields.back()) << row.Where();
+  }
+}
+
+TEST(StringsTest, PositionsCountFromOne) {
   EXPECT_THROW((void)Mid("abc", 0), std::out_of_range);
-  EXPECT_EQ(Left("abc", 2), "ab");
-  EXPECT_EQ(Left("abc", 10), "abc");
-  EXPECT_EQ(Right("abc", 2), "bc");
-  EXPECT_EQ(Right("abc", 10), "abc");
-  EXPECT_EQ(Right("abc", 0), "");
-  EXPECT_EQ(Space(3), "   ");
-}
-
-TEST(StringsTest, InStrIsOneBasedAndZeroWhenAbsent) {
-  struct Case {
-    const char* s;
-    const char* find;
-    std::size_t start;
-    bool ignore_case;
-    std::size_t expected;
-  } cases[] = {
-      {"abcabc", "b", 1, false, 2},   {"abcabc", "b", 3, false, 5}, {"abcabc", "x", 1, false, 0},
-      {"abcabc", "B", 1, false, 0},   {"abcabc", "B", 1, true, 2},  {"abcabc", "abc", 4, false, 4},
-      {"abcabc", "abc", 5, false, 0}, {"abcabc", "", 3, false, 3},  {"abc", "", 4, false, 4},
-      {"abc", "", 5, false, 0},       {"", "", 1, false, 0},        {"", "a", 1, false, 0},
-      {"abc", "abcd", 1, false, 0},   {"a,b", ",", 1, false, 2},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(InStr(c.s, c.find, c.start, c.ignore_case), c.expected)
-        << "InStr(" << c.start << ", \"" << c.s << "\", \"" << c.find << "\")";
-  }
   EXPECT_THROW((void)InStr("abc", "a", 0), std::out_of_range);
-}
-
-TEST(StringsTest, ReplaceSplitJoin) {
-  EXPECT_EQ(Replace("a.b.c", ".", "::"), "a::b::c");
-  EXPECT_EQ(Replace("aAaA", "a", "x", true), "xxxx");
-  EXPECT_EQ(Replace("aAaA", "a", "x"), "xAxA");
-  EXPECT_EQ(Replace("aaa", "aa", "a"), "aa");
-  EXPECT_EQ(Replace("abc", "", "x"), "abc");
-
-  struct Case {
-    const char* s;
-    std::vector<std::string> items;
-  } cases[] = {
-      {"a,b,c", {"a", "b", "c"}},
-      {"a,,b", {"a", "", "b"}},
-      {"", {""}},
-      {",", {"", ""}},
-      {"Code,Description [Page Break]", {"Code", "Description [Page Break]"}},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Split(c.s), c.items) << c.s;
-    EXPECT_EQ(Join(c.items), c.s);
-  }
-  EXPECT_EQ(Split("a and b", " and "), (std::vector<std::string>{"a", "b"}));
-}
-
-TEST(StringsTest, StrCompOrdersBinaryOrIgnoringCase) {
-  EXPECT_EQ(StrComp("a", "b"), -1);
-  EXPECT_EQ(StrComp("b", "a"), 1);
-  EXPECT_EQ(StrComp("B", "a"), -1);
-  EXPECT_EQ(StrComp("B", "a", true), 1);
-  EXPECT_EQ(StrComp("abc", "ABC", true), 0);
-  EXPECT_EQ(StrComp("ab", "abc"), -1);
-  EXPECT_EQ(StrComp("", ""), 0);
   EXPECT_TRUE(EqualsIgnoreCase("Round", "ROUND"));
   EXPECT_FALSE(EqualsIgnoreCase("Round", "Rounds"));
-}
-
-TEST(StringsTest, IsNumericFollowsTheReportLanguage) {
-  struct Case {
-    const char* text;
-    bool numeric;
-    double value;
-  } cases[] = {
-      {"12", true, 12},         {" -1,234.5 ", true, -1234.5},
-      {"(12.50)", true, -12.5}, {"1E3", true, 1000},
-      {"1.5e-2", true, 0.015},  {".5", true, 0.5},
-      {"5.", true, 5},          {"+7", true, 7},
-      {"$1,000", true, 1000},   {"", false, 0},
-      {" ", false, 0},          {"-", false, 0},
-      {".", false, 0},          {"1,", false, 0},
-      {"1e", false, 0},         {"12abc", false, 0},
-      {"1 2", false, 0},        {"EOM", false, 0},
-      {"31/12/2030", false, 0}, {"1e309", false, 0},
-      {"1e308", true, 1e308},   {"1e-400", true, 0},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(IsNumeric(c.text), c.numeric) << '"' << c.text << '"';
-    if (c.numeric) EXPECT_DOUBLE_EQ(*ParseNumber(c.text), c.value) << c.text;
-  }
 }
 
 }  // namespace
