@@ -22,9 +22,10 @@ class arCustomerTypeList : public Designer {
 
   // The SELECT the run uses; built by the SQL routine at report start.
   [[nodiscard]] const std::string& SQL() const { return sql_; }
+  // Builds the SELECT from the parameters, as report start does.
+  void BuildSQL();
 
  private:
-  void BuildSQL();
   void Detail_Format();
 
   std::string sql_;

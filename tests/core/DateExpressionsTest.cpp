@@ -38,6 +38,22 @@ class DateExpressions : public ::testing::Test {
   ServiceFixture fixture_;
 };
 
+struct Case {
+  std::string expression;
+  std::optional<Date> as_at;
+  std::optional<Date> expected;  // nullopt: Null
+};
+
+void Check(const Variant& result, const Case& c) {
+  if (!c.expected) {
+    EXPECT_TRUE(result.IsNull()) << "'" << c.expression << "' gave " << result.Text();
+    return;
+  }
+  ASSERT_TRUE(result.IsDate()) << "'" << c.expression << "' gave " << result.Text();
+  EXPECT_EQ(*result.Get<Date>(), *c.expected)
+      << "'" << c.expression << "' gave " << result.Get<Date>()->ToIso();
+}
+
 // date_expressions.tsv: the financial years, the expression, Date As At, the date it gives.
 TEST_F(DateExpressions, KeywordsDatesModifiersAndFinancialYearsAsListed) {
   const auto rows = ReadCases("core/date_expressions.tsv", 4);

@@ -7,13 +7,13 @@
 
 #include "core/host/Database.h"
 #include "platform/data/CompanySchema.h"
-#include "tests/data/TempDir.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::data {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::TempDir;
+using TempDir = trellin::testing::TempFolder;
 
 std::string ReadOne(const std::string& path, const char* sql) {
   sqlite3* db = nullptr;

@@ -131,7 +131,7 @@ TEST(DemoCompany, EachCountryHasItsOwnYearAndTax) {
 }
 
 TEST(DemoCompany, SameSeedSameBytesOtherSeedOtherCompany) {
-  data::testing::TempDir dir;
+  trellin::testing::TempFolder dir;
   DemoOptions options;
   options.path = dir.File("again.db");
   std::vector<double> progress;
@@ -153,7 +153,7 @@ TEST(DemoCompany, SameSeedSameBytesOtherSeedOtherCompany) {
 }
 
 TEST(DemoCompany, BadOptionsAreRefusedAndLeaveNoFile) {
-  data::testing::TempDir dir;
+  trellin::testing::TempFolder dir;
   struct Case {
     int scale;
     const char* country;

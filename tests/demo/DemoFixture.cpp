@@ -41,8 +41,8 @@ std::string Company::Text(const std::string& sql) const {
   return value;
 }
 
-data::testing::TempDir& SharedDir() {
-  static data::testing::TempDir dir;
+trellin::testing::TempFolder& SharedDir() {
+  static trellin::testing::TempFolder dir;
   return dir;
 }
 

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "platform/demo/DemoCompany.h"
-#include "tests/data/TempDir.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::demo::testing {
 
@@ -37,6 +37,6 @@ struct Built {
   std::unique_ptr<Company> company;
 };
 const Built& DemoOf(const std::string& country);
-data::testing::TempDir& SharedDir();
+trellin::testing::TempFolder& SharedDir();
 
 }  // namespace trellin::demo::testing

@@ -7,7 +7,7 @@
 
 #include "platform/data/CompanyFile.h"
 #include "platform/demo/DemoLedger.h"
-#include "tests/data/TempDir.h"
+#include "tests/support/TempFolder.h"
 #include "tests/demo/DemoFixture.h"
 
 namespace trellin::demo {
@@ -20,7 +20,7 @@ class LedgerWriter : public ::testing::Test {
         ledger_(file_->Handle(), calendar_, random_,
                 {{"1010", 1}, {"1210", 3}, {"3010", 7}, {"4520", 11}}) {}
 
-  data::testing::TempDir dir_;
+  trellin::testing::TempFolder dir_;
   std::unique_ptr<data::CompanyFileWriter> file_;
   DemoCalendar calendar_{"NZ"};
   DemoRandom random_{7};
