@@ -15,7 +15,7 @@ TEST(PrepareDataControl, SharesTheConnectionReadOnly) {
   data.SetCursorType(3);
   data.SetLockType(4);
   PrepareDataControl(data);
-  EXPECT_EQ(data.ConnectionString(), "fake company");
+  EXPECT_EQ(data.ConnectionString(), "memory");
   EXPECT_EQ(data.Connection(), fixture.business_layer->database);
   EXPECT_EQ(data.CursorLocation(), 3);
   EXPECT_EQ(data.CursorType(), 0);
