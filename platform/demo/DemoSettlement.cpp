@@ -131,6 +131,8 @@ void Trader::Settle(const Settlement& s) {
   }
   static constexpr const char* kPayTypes[] = {"Q", "D", "E"};
   const bool payment = s.type == 35 || s.type == 25;
+  // A few receipts of a month's first working day are dated the last day of the month before.
+  const Date document_date = s.type == 35 ? MonthEndDate(s.date, id, 3) : s.date;
   transactions_.Insert({id,
                         p.id,
                         s.type,
@@ -139,7 +141,7 @@ void Trader::Settle(const Settlement& s) {
                             s.date.ToIso().substr(5, 2),
                         reference,
                         Cell::Null{},
-                        s.date,
+                        document_date,
                         s.date,
                         Cell::Null{},
                         s.date,

@@ -84,6 +84,10 @@ class Trader {
   void WriteJobs();
 
   std::int64_t Gross(const std::vector<DocLine>& lines) const;
+  // The own date of a receivables document processed on `day`: for one id in `every` processed
+  // on a month's first working day, the last day of the month before (written then, processed
+  // into the new month); for the others `day`.
+  [[nodiscard]] Date MonthEndDate(Date day, std::int64_t id, int every) const;
   std::size_t LocationIndex(const std::string& location) const;
 
   DemoContext& ctx_;

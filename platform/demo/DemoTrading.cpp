@@ -96,6 +96,15 @@ std::size_t Trader::LocationIndex(const std::string& location) const {
   return 0;
 }
 
+Date Trader::MonthEndDate(Date day, std::int64_t id, int every) const {
+  // The first working day: a weekday with only a weekend, if anything, before it in its month.
+  // No random draw, so the rest of the company stays as it was.
+  const bool first_working_day =
+      IsWeekday(day) && (day.Day() == 1 || (day.Day() <= 3 && day.DayOfWeek() == Weekday::Monday));
+  if (!first_working_day || id % every != 0 || ctx_.calendar.MonthIndex(day) == 0) return day;
+  return day.FirstOfMonth().AddDays(-1);
+}
+
 std::int64_t Trader::Gross(const std::vector<DocLine>& lines) const {
   std::int64_t gross = 0;
   for (const DocLine& line : lines) gross += line.value + line.tax;
@@ -288,10 +297,14 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
   const std::int64_t held =
       remaining > 0 && side == Side::kReceivables && r_.Chance(0.02) ? remaining / 200 * 100 : 0;
   // A supplier's invoice is dated by the supplier, often a few days before it is entered and
-  // processed; the period goes by the day it was processed.
-  const Date document_date = side == Side::kPayables && type == 20 && r_.Chance(0.5)
-                                 ? date.AddDays(-static_cast<int>(r_.Between(1, 6)))
-                                 : date;
+  // processed; the period goes by the day it was processed. A few of the invoices processed on a
+  // month's first working day were written on the last day of the month before.
+  Date document_date = date;
+  if (side == Side::kPayables && type == 20 && r_.Chance(0.5)) {
+    document_date = date.AddDays(-static_cast<int>(r_.Between(1, 6)));
+  } else if (side == Side::kReceivables && type == 30) {
+    document_date = MonthEndDate(date, id, 4);
+  }
   const Date due = side == Side::kReceivables ? DueDate(date, p.term) : DueDate(date, 0);
   const bool ppd = side == Side::kReceivables && p.payer == Payer::kPrompt && p.weight > 1;
   const std::string reference = (side == Side::kReceivables ? "" : "S") + Pad(id, 7);

@@ -46,6 +46,12 @@ TEST(DemoCompany, SomethingForEveryReportToShow) {
       {"bills dated before they were entered",
        "SELECT Count(*) FROM Transactions WHERE Type=20 "
        "AND Date<DateProcess"},
+      {"invoices dated at a month's end, processed into the next month",
+       "SELECT Count(*) FROM Transactions WHERE Type=30 AND Date=date(DateProcess,'start of "
+       "month','-1 day')"},
+      {"receipts dated at a month's end, processed into the next month",
+       "SELECT Count(*) FROM Transactions WHERE Type=35 AND Date=date(DateProcess,'start of "
+       "month','-1 day')"},
       {"receipts on account",
        "SELECT Count(*) FROM Transactions WHERE Type=35 AND "
        "ValueRemaining>0"},
