@@ -7,6 +7,7 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arglAccountReports.h"
+#include "reports/receivables/ardscrLedger.h"
 
 namespace trellin {
 
@@ -15,6 +16,8 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
+    // reports/receivables
+    {"ardscrLedger", CreateardscrLedger},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 #include "platform/demo/DemoCompany.h"
@@ -73,7 +74,8 @@ DesignerPtr OpenWithValues(host::ReportService& service, const std::string& key,
                            const std::vector<std::string>& assignments) {
   DesignerPtr designer = host::OpenReport(service, key);
   TLReport& report_host = *designer->TLReport();
-  host::DateResolver resolver = [&service](const Variant& expression, const Parameters& parameters) {
+  host::DateResolver resolver = [&service](const Variant& expression,
+                                           const Parameters& parameters) {
     return service.Reports().InterpretDate(expression, &parameters);
   };
   host::ParameterDialogue dialogue(report_host.Parameters(), service.DatabasePtr(), resolver,
@@ -117,6 +119,48 @@ void ExpectGolden(const std::string& area, const std::string& name, const std::s
   std::stringstream expected;
   expected << file.rdbuf();
   EXPECT_EQ(expected.str(), actual) << "golden file " << path.string();
+}
+
+std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind) {
+  static const std::regex cell(R"re(([A-Za-z0-9]+)=("[^"]*"|\S+) "([^"]*)")re");
+  std::vector<DumpRow> rows;
+  std::istringstream lines(dump);
+  const std::string head = "row " + kind + " ";
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind(head, 0) != 0) continue;
+    DumpRow row;
+    for (auto it = std::sregex_iterator(line.begin(), line.end(), cell);
+         it != std::sregex_iterator(); ++it) {
+      row[(*it)[1]] = {(*it)[2], (*it)[3]};
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+std::vector<std::string> TextsOf(const std::string& dump, const std::string& name) {
+  static const std::regex cell(R"re(([A-Za-z0-9]+)=(?:"[^"]*"|\S+) "([^"]*)")re");
+  std::vector<std::string> texts;
+  std::istringstream lines(dump);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("row ", 0) != 0) continue;
+    for (auto it = std::sregex_iterator(line.begin(), line.end(), cell);
+         it != std::sregex_iterator(); ++it) {
+      if ((*it)[1] == name) texts.push_back((*it)[2]);
+    }
+  }
+  return texts;
+}
+
+std::vector<std::string> PrintedTexts(const std::string& dump) {
+  static const std::regex text(R"re(^text \S+ \S+ "([^"]*)")re");
+  std::vector<std::string> texts;
+  std::istringstream lines(dump);
+  for (std::string line; std::getline(lines, line);) {
+    std::smatch m;
+    if (std::regex_search(line, m, text)) texts.push_back(m[1]);
+  }
+  return texts;
 }
 
 }  // namespace trellin::reports::testing

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Designer.h"
@@ -49,5 +51,14 @@ class DemoReports : public ::testing::Test {
 // Compares `actual` with tests/reports/<area>/golden/<name>.txt. With TRELLIN_UPDATE_GOLDEN=1 in
 // the environment the file is written instead, and the test notes it.
 void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual);
+
+// One printed row of a dump: control name -> (value as dumped, printed text).
+using DumpRow = std::map<std::string, std::pair<std::string, std::string>>;
+// The rows of one kind ("Detail", "ReportFooter", ...) of a dump, in order.
+[[nodiscard]] std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind);
+// The printed text of every control named `name` (in the "row" lines of a dump), in order.
+[[nodiscard]] std::vector<std::string> TextsOf(const std::string& dump, const std::string& name);
+// The printed lines of a dump (texts only), for searching.
+[[nodiscard]] std::vector<std::string> PrintedTexts(const std::string& dump);
 
 }  // namespace trellin::reports::testing

@@ -5,13 +5,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include <sqlite3.h>
 
 #include "platform/data/CompanyFile.h"
-#include "platform/engine/DumpPage.h"
 #include "platform/host/run/RunReport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
@@ -22,7 +20,6 @@ namespace trellin::ledger_testing {
 namespace fs = std::filesystem;
 
 std::unique_ptr<host::ReportService> LedgerReports::service_;
-
 
 const std::string& LedgerReports::CompanyPath() {
   static const std::string path = reports::testing::DemoCompanyPath();
@@ -53,48 +50,6 @@ std::vector<std::string> LedgerReports::RunPages(const DesignerPtr& designer) {
 std::string LedgerReports::Run(const std::string& key,
                                const std::vector<std::string>& assignments) {
   return Join(RunPages(Open(key, assignments)), "");
-}
-
-std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind) {
-  static const std::regex cell(R"re(([A-Za-z0-9]+)=("[^"]*"|\S+) "([^"]*)")re");
-  std::vector<DumpRow> rows;
-  std::istringstream lines(dump);
-  const std::string head = "row " + kind + " ";
-  for (std::string line; std::getline(lines, line);) {
-    if (line.rfind(head, 0) != 0) continue;
-    DumpRow row;
-    for (auto it = std::sregex_iterator(line.begin(), line.end(), cell);
-         it != std::sregex_iterator(); ++it) {
-      row[(*it)[1]] = {(*it)[2], (*it)[3]};
-    }
-    rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
-std::vector<std::string> TextsOf(const std::string& dump, const std::string& name) {
-  static const std::regex cell(R"re(([A-Za-z0-9]+)=(?:"[^"]*"|\S+) "([^"]*)")re");
-  std::vector<std::string> texts;
-  std::istringstream lines(dump);
-  for (std::string line; std::getline(lines, line);) {
-    if (line.rfind("row ", 0) != 0) continue;
-    for (auto it = std::sregex_iterator(line.begin(), line.end(), cell);
-         it != std::sregex_iterator(); ++it) {
-      if ((*it)[1] == name) texts.push_back((*it)[2]);
-    }
-  }
-  return texts;
-}
-
-std::vector<std::string> PrintedTexts(const std::string& dump) {
-  static const std::regex text(R"re(^text \S+ \S+ "([^"]*)")re");
-  std::vector<std::string> texts;
-  std::istringstream lines(dump);
-  for (std::string line; std::getline(lines, line);) {
-    std::smatch m;
-    if (std::regex_search(line, m, text)) texts.push_back(m[1]);
-  }
-  return texts;
 }
 
 namespace {

@@ -4,13 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core/Designer.h"
 #include "platform/host/run/ReportService.h"
+#include "tests/reports/ReportFixture.h"
 
 namespace trellin::ledger_testing {
 
@@ -36,15 +36,10 @@ class LedgerReports : public ::testing::Test {
   static std::unique_ptr<host::ReportService> service_;
 };
 
-// One printed row of a dump: control name -> (value as dumped, printed text).
-using DumpRow = std::map<std::string, std::pair<std::string, std::string>>;
-// The rows of one kind ("Detail", "ReportFooter", ...) of a dump, in order.
-[[nodiscard]] std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind);
-
-// The printed text of every control named `name` (in the "row" lines of a dump), in order.
-[[nodiscard]] std::vector<std::string> TextsOf(const std::string& dump, const std::string& name);
-// The printed lines of a dump (texts only), for searching.
-[[nodiscard]] std::vector<std::string> PrintedTexts(const std::string& dump);
+using reports::testing::DumpRow;
+using reports::testing::PrintedTexts;
+using reports::testing::RowsOf;
+using reports::testing::TextsOf;
 
 // A small company built for the statements' edge cases: a few accounts of every kind, a group
 // with nothing in it, a total with nothing above it, a balance below one thousand, budgets with

@@ -1,0 +1,34 @@
+#include "reports/receivables/RemainderAsAt.h"
+
+#include <memory>
+
+namespace trellin {
+
+std::string AllocationsProcessedFromSQL(std::int64_t transaction_id, Date from) {
+  const std::string id = Database::SQLNumber(transaction_id);
+  const std::string bound = Database::SQLDate(from);
+  return "SELECT TransactionAllocationId,-ValueAllocated AS AllocatedValue"
+         " FROM Transactions INNER JOIN TransactionAllocation ON "
+         "Transactions.TransactionId=TransactionAllocation.TransactionId1"
+         " WHERE TransactionId2=" +
+         id + " AND Transactions.DateProcess>=" + bound +
+         " UNION SELECT TransactionAllocationId,ValueAllocated AS AllocatedValue"
+         " FROM Transactions INNER JOIN TransactionAllocation ON "
+         "Transactions.TransactionId=TransactionAllocation.TransactionId2"
+         " WHERE TransactionId1=" +
+         id + " AND Transactions.DateProcess>=" + bound;
+}
+
+Currency RemainderAsAt(Database& database, Currency value_remaining,
+                       std::string_view allocations_sql) {
+  std::shared_ptr<Recordset> rs = database.Query(allocations_sql);
+  const int field = rs->FieldIndex("AllocatedValue");
+  Currency remainder = value_remaining;
+  for (; !rs->Eof(); rs->MoveNext()) {
+    const Variant& value = rs->Value(field);
+    if (!value.IsNull()) remainder += value.ToCurrency();
+  }
+  return remainder;
+}
+
+}  // namespace trellin

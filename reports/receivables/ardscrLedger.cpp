@@ -1,0 +1,77 @@
+// The life of one ledger run: report start, the parties' rows and the events.
+
+#include "reports/receivables/ardscrLedger.h"
+
+#include "core/ReportUtilities.h"
+#include "core/TrellinReportGlobals.h"
+
+namespace trellin {
+
+namespace {
+
+constexpr int kGroupLevels = 5;
+
+// The level of a section named "GroupHeaderN" or "GroupFooterN"; 0 for any other.
+int GroupLevelOf(const Section& section, std::string_view prefix) {
+  const std::string& name = section.Name();
+  if (name.size() != prefix.size() + 1 || name.compare(0, prefix.size(), prefix) != 0) return 0;
+  const int level = name.back() - '0';
+  return level >= 1 && level <= kGroupLevels ? level : 0;
+}
+
+}  // namespace
+
+DesignerPtr CreateardscrLedger() { return std::make_shared<ardscrLedger>(); }
+
+void ardscrLedger::ActiveReport_Initialize() { PrepareDataControl(DataControl()); }
+
+void ardscrLedger::ActiveReport_ReportStart() {
+  if (TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
+  BuildSQL();
+  TLReport()->SetupGroupSections(false, -1, true);
+  TLReport()->SetupStandardHeader(true);
+  if (Control* heading = FindControl("txtHeading")) heading->SetText(heading_);
+  if (query_log_) query_log_(sql_);
+  DataControl().SetSource(sql_);
+}
+
+void ardscrLedger::ActiveReport_DataInitialize() { Fields().Add("Closing"); }
+
+void ardscrLedger::ActiveReport_FetchData(bool&) {
+  const ReportField* sum = Fields().Find("SumOfValue");
+  const ReportField* opening = Fields().Find("Opening");
+  Currency closing;
+  if (sum != nullptr && !sum->Value().IsNull()) closing += sum->Value().ToCurrency();
+  if (opening != nullptr && !opening->Value().IsNull()) closing += opening->Value().ToCurrency();
+  Fields()["Closing"].SetValue(closing);
+}
+
+void ardscrLedger::OnFormat(Section& section) {
+  switch (section.Type()) {
+    case SectionType::Detail:
+      Detail_Format();
+      break;
+    case SectionType::GroupHeader:
+      if (int level = GroupLevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
+      break;
+    case SectionType::GroupFooter:
+      if (int level = GroupLevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
+      break;
+    default:
+      break;
+  }
+}
+
+void ardscrLedger::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
+void ardscrLedger::Detail_Format() {
+  const auto& rs = DataControl().Recordset();
+  if (!rs || rs->Eof() || !sub_) return;
+  sub_->OtherPartyId = Fields()["OtherPartyId"].Value().Text();
+}
+
+void ardscrLedger::ActiveReport_ReportEnd() { DataControl().SetRecordset(nullptr); }
+
+}  // namespace trellin

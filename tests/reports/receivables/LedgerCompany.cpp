@@ -1,0 +1,65 @@
+#include "tests/reports/receivables/LedgerCompany.h"
+
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Strings.h"
+
+namespace trellin::reports::testing {
+
+namespace {
+
+std::string TextOf(const DumpRow& row, const char* name) {
+  auto found = row.find(name);
+  return found == row.end() ? std::string() : found->second.second;
+}
+
+// The value of a money field as dumped ("1234.5@"); 0 for any other.
+Currency MoneyOf(const DumpRow& row, const char* name) {
+  auto found = row.find(name);
+  if (found == row.end()) return Currency();
+  std::string value = found->second.first;
+  if (value.empty() || value.back() != '@') return Currency();
+  value.pop_back();
+  return Currency::Parse(value).value_or(Currency());
+}
+
+}  // namespace
+
+std::unique_ptr<trellin::testing::FixtureCompany> LedgerCompany::company_;
+std::unique_ptr<host::ReportService> LedgerCompany::service_;
+
+void LedgerCompany::SetUpTestSuite() {
+  SetClockForTesting(Date::FromYmdHms(2025, 4, 2, 9, 30, 0));
+  company_ = std::make_unique<trellin::testing::FixtureCompany>(
+      std::initializer_list<std::string_view>{"reports/receivables/ledger.sql"});
+  service_ = host::ReportService::Open(company_->Path().string());
+}
+
+void LedgerCompany::TearDownTestSuite() {
+  service_.reset();
+  company_.reset();
+  SetClockForTesting(std::nullopt);
+}
+
+std::vector<PrintedParty> PartiesOf(const std::vector<std::string>& pages) {
+  std::vector<PrintedParty> parties;
+  for (const DumpRow& row : RowsOf(Join(pages, ""), "Detail")) {
+    if (row.count("txtOtherPartyId") != 0) {
+      parties.push_back({TextOf(row, "txtOtherPartyId"),
+                         TextOf(row, "txtClosing"),
+                         {},
+                         MoneyOf(row, "txtClosing"),
+                         Currency()});
+      continue;
+    }
+    if (parties.empty() || row.count("txtReference") == 0) continue;
+    std::vector<std::string> texts;
+    for (const char* name : {"txtReference", "txtDebit", "txtCredit", "txtBalance"}) {
+      texts.push_back(TextOf(row, name));
+    }
+    parties.back().rows.push_back(Join(texts, " "));
+    parties.back().last_balance = MoneyOf(row, "txtBalance");
+  }
+  return parties;
+}
+
+}  // namespace trellin::reports::testing
