@@ -29,9 +29,11 @@ struct Translation {
 
 // Translate with a cache keyed by the exact text: a report that runs the same statement for
 // every row pays for it once. The cache keeps the `capacity` most recently used statements, so
-// that a report which writes each row's key into its text doesn't grow it without end. The
-// catalogue must outlive the translator and not change while it is in use. Safe to call from
-// several threads.
+// that a report which writes each row's key into its text doesn't grow it without end. A
+// statement that differs from one seen before only in its whole numbers (an id written into the
+// text for each row) is filled into that statement's translation rather than translated again,
+// wherever its numbers pass through translation unchanged. The catalogue must outlive the
+// translator and not change while it is in use. Safe to call from several threads.
 class Translator {
  public:
   static constexpr std::size_t kDefaultCapacity = 1000;
@@ -42,9 +44,21 @@ class Translator {
   // The cached or new translation of `jet`; throws SqlError as Translate does (failures are
   // not cached).
   [[nodiscard]] std::shared_ptr<const Translation> Translate(std::string_view jet);
+  // Statements held by exact text.
   [[nodiscard]] std::size_t CachedCount() const;
 
  private:
+  // A statement's translation with its whole numbers as gaps: pieces[0], number slots[0],
+  // pieces[1], ... Not usable when translation changed a number (money scaled it, say).
+  struct Shape {
+    bool usable = false;
+    std::vector<std::string> pieces;
+    std::vector<std::size_t> slots;
+    std::vector<ResultColumn> columns;
+  };
+  [[nodiscard]] std::shared_ptr<const Shape> ShapeOf(const std::string& skeleton,
+                                                     std::size_t numbers);
+
   using Recency = std::list<std::string>;  // most recent first
   struct Entry {
     std::shared_ptr<const Translation> translation;
@@ -56,6 +70,8 @@ class Translator {
   mutable std::mutex mutex_;
   Recency recency_;
   std::unordered_map<std::string, Entry> cache_;
+  // By the text with its whole numbers replaced by placeholders; emptied when it reaches capacity.
+  std::unordered_map<std::string, std::shared_ptr<const Shape>> shapes_;
 };
 
 }  // namespace trellin::sql

@@ -241,5 +241,32 @@ TEST(Translator, KeepsTheMostRecentlyUsed) {
   EXPECT_EQ(b->sqlite, "SELECT Account.Balance FROM Account");  // still held by its user
 }
 
+TEST(Translator, TextsDifferingOnlyInWholeNumbersTranslateAsThemselves) {
+  Catalog catalog = SmallCatalog();
+  Translator translator(catalog);
+  // In pairs of one shape: the second of each is filled into the first one's translation, and
+  // must read exactly as its own translation would.
+  const char* texts[] = {
+      // Money literals are scaled: no shape, each translated in full.
+      "SELECT AccountId FROM Account WHERE AccountId='A5' AND Balance>5",
+      "SELECT AccountId FROM Account WHERE AccountId='A6' AND Balance>6",
+      "SELECT TOP 3 AccountId FROM Account WHERE Len(AccountId)=2 ORDER BY AccountId",
+      "SELECT TOP 4 AccountId FROM Account WHERE Len(AccountId)=12 ORDER BY AccountId",
+      "SELECT AccountId,1+2 AS Three FROM Ledger WHERE Posted<#2025-03-31# AND -7<>Year(Posted)",
+      "SELECT AccountId,10+20 AS Three FROM Ledger WHERE Posted<#2025-03-31# AND -8<>Year(Posted)",
+      // Fractions and numbers of ten digits stay in the text.
+      "SELECT AccountId FROM Account WHERE 1.5<2 OR 1234567890=1",
+      "SELECT AccountId FROM Account WHERE 2.5<3 OR 1234567891=2",
+  };
+  for (const char* text : texts) {
+    const Translation own = Translate(text, catalog);
+    auto shared = translator.Translate(text);
+    EXPECT_EQ(shared->sqlite, own.sqlite) << text;
+    EXPECT_EQ(shared->columns, own.columns) << text;
+  }
+  // Filled statements are not held by text, so a query per row does not churn the cache.
+  EXPECT_EQ(translator.CachedCount(), 2u);
+}
+
 }  // namespace
 }  // namespace trellin::sql
