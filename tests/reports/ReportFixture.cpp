@@ -15,6 +15,7 @@
 #include "platform/host/run/RunReport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
+#include "tests/support/DemoCache.h"
 #include "tests/support/TestPaths.h"
 
 namespace trellin::reports::testing {
@@ -23,22 +24,7 @@ namespace fs = std::filesystem;
 
 std::unique_ptr<host::ReportService> DemoReports::service_;
 
-// Each test runs in a process of its own, so the company is cached, keyed by the binary's build
-// time: a new build of the generator comes with a new binary and a new company.
-std::string DemoCompanyPath() {
-  const auto stamp = fs::last_write_time("/proc/self/exe").time_since_epoch().count();
-  const fs::path folder =
-      fs::temp_directory_path() / "trellin-report-tests" / std::to_string(stamp);
-  fs::create_directories(folder);
-  const std::string path = (folder / "demo.db").string();
-  if (!fs::exists(path)) {
-    demo::DemoOptions options;
-    options.path = path + "." + std::to_string(getpid());
-    demo::BuildDemoCompany(options);
-    fs::rename(options.path, path);
-  }
-  return path;
-}
+std::string DemoCompanyPath() { return trellin::testing::CachedDemoCompany("NZ"); }
 
 namespace {
 
@@ -105,8 +91,7 @@ std::vector<std::string> DumpPages(const DesignerPtr& designer) {
 }
 
 void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual) {
-  const fs::path path =
-      trellin::testing::TestDir("reports") / area / "golden" / (name + ".txt");
+  const fs::path path = trellin::testing::TestDir("reports") / area / "golden" / (name + ".txt");
   const char* update = std::getenv("TRELLIN_UPDATE_GOLDEN");
   if (update != nullptr && std::string(update) == "1") {
     std::ofstream(path, std::ios::binary) << actual;

@@ -11,6 +11,9 @@ namespace trellin::testing {
 // The root of the checkout the tests were built from.
 [[nodiscard]] std::filesystem::path SourceDir();
 
+// The build folder the tests were built in.
+[[nodiscard]] std::filesystem::path BinaryDir();
+
 // A folder of the tests' data: SourceDir()/tests/<folder> ("core", "reports/admin").
 [[nodiscard]] std::filesystem::path TestDir(std::string_view folder);
 

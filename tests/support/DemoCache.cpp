@@ -1,0 +1,81 @@
+#include "tests/support/DemoCache.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <stdexcept>
+
+#include "tests/support/TestPaths.h"
+
+namespace trellin::testing {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The build of the generator and of what it uses (the schema, dates, money): the latest of
+// their libraries' link times, or this binary's when the libraries are not where the build left
+// them.
+long long BuildStamp() {
+  std::error_code error;
+  fs::file_time_type stamp{};
+  for (const char* library : {"platform/demo/libtrellin_demo.a", "platform/data/libtrellin_data.a",
+                              "platform/sql/libtrellin_sql.a", "core/host/libtrellin_hostapi.a",
+                              "platform/runtime/libtrellin_runtime.a"}) {
+    const fs::file_time_type time = fs::last_write_time(BinaryDir() / library, error);
+    if (error) return fs::last_write_time("/proc/self/exe").time_since_epoch().count();
+    stamp = std::max(stamp, time);
+  }
+  return stamp.time_since_epoch().count();
+}
+
+// Holds an exclusive lock on a file for its life.
+class FileLock {
+ public:
+  explicit FileLock(const fs::path& path) : fd_(::open(path.c_str(), O_CREAT | O_RDWR, 0644)) {
+    if (fd_ < 0 || ::flock(fd_, LOCK_EX) != 0) {
+      throw std::runtime_error("cannot lock " + path.string());
+    }
+  }
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  ~FileLock() { ::close(fd_); }
+
+ private:
+  int fd_;
+};
+
+}  // namespace
+
+std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summary) {
+  const fs::path folder = fs::temp_directory_path() / "trellin-demo-cache";
+  fs::create_directories(folder);
+  const std::string prefix = "demo-" + std::string(country) + "-";
+  const fs::path path = folder / (prefix + std::to_string(BuildStamp()) + ".db");
+  FileLock lock(folder / (prefix + "lock"));
+  if (fs::exists(path)) return path.string();
+  // Companies of older builds are of no more use once they are a while old; a younger one may
+  // belong to another build folder whose tests are running now.
+  std::error_code ignored;
+  const auto stale = fs::file_time_type::clock::now() - std::chrono::hours(2);
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    const std::string name = entry.path().filename().string();
+    if (name.rfind(prefix, 0) == 0 && entry.path().extension() == ".db" &&
+        entry.last_write_time(ignored) < stale) {
+      fs::remove(entry.path(), ignored);
+    }
+  }
+  demo::DemoOptions options;
+  options.country = std::string(country);
+  // Built under a name of its own and renamed, so that no reader ever sees half a file.
+  options.path = path.string() + "." + std::to_string(getpid());
+  demo::DemoSummary built = demo::BuildDemoCompany(options);
+  fs::rename(options.path, path);
+  if (summary != nullptr) *summary = std::move(built);
+  return path.string();
+}
+
+}  // namespace trellin::testing
