@@ -4,6 +4,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <stdexcept>
@@ -21,7 +22,7 @@ namespace fs = std::filesystem;
 // them.
 long long BuildStamp() {
   std::error_code error;
-  fs::file_time_type stamp{};
+  fs::file_time_type stamp = fs::file_time_type::min();
   for (const char* library : {"platform/demo/libtrellin_demo.a", "platform/data/libtrellin_data.a",
                               "platform/sql/libtrellin_sql.a", "core/host/libtrellin_hostapi.a",
                               "platform/runtime/libtrellin_runtime.a"}) {
@@ -53,8 +54,9 @@ class FileLock {
 std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summary) {
   const fs::path folder = fs::temp_directory_path() / "trellin-demo-cache";
   fs::create_directories(folder);
-  const std::string prefix = "demo-" + std::string(country) + "-";
-  const fs::path path = folder / (prefix + std::to_string(BuildStamp()) + ".db");
+  // The file is always demo.db, in a folder of its build: the reports print its name.
+  const std::string prefix = std::string(country) + "-";
+  const fs::path path = folder / (prefix + std::to_string(BuildStamp())) / "demo.db";
   FileLock lock(folder / (prefix + "lock"));
   if (fs::exists(path)) return path.string();
   // Companies of older builds are of no more use once they are a while old; a younger one may
@@ -63,11 +65,12 @@ std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summa
   const auto stale = fs::file_time_type::clock::now() - std::chrono::hours(2);
   for (const auto& entry : fs::directory_iterator(folder, ignored)) {
     const std::string name = entry.path().filename().string();
-    if (name.rfind(prefix, 0) == 0 && entry.path().extension() == ".db" &&
+    if (name.rfind(prefix, 0) == 0 && entry.is_directory(ignored) &&
         entry.last_write_time(ignored) < stale) {
-      fs::remove(entry.path(), ignored);
+      fs::remove_all(entry.path(), ignored);
     }
   }
+  fs::create_directories(path.parent_path());
   demo::DemoOptions options;
   options.country = std::string(country);
   // Built under a name of its own and renamed, so that no reader ever sees half a file.

@@ -9,12 +9,12 @@
 namespace trellin::testing {
 
 // The path of the scale-1 demo company of `country` (seed 1, the library's fixed present). It is
-// built once and kept in <temp>/trellin-demo-cache/, keyed by the build of the generator and of
-// the libraries it uses (the time they were last linked), so every test binary of one build shares
-// it and a new build of any of them builds it anew. Processes that ask at the same time build it
-// once: the first holds a lock while it builds, the others wait and then open its file. `summary`,
-// when given, gets the summary of a build made by this call and is left alone when the company came
-// from the cache. Throws what BuildDemoCompany throws.
+// built once and kept as <temp>/trellin-demo-cache/<country>-<build>/demo.db, keyed by the build of
+// the generator and of the libraries it uses (the time they were last linked), so every test binary
+// of one build shares it and a new build of any of them builds it anew. Processes that ask at the
+// same time build it once: the first holds a lock while it builds, the others wait and then open
+// its file. `summary`, when given, gets the summary of a build made by this call and is left alone
+// when the company came from the cache. Throws what BuildDemoCompany throws.
 [[nodiscard]] std::string CachedDemoCompany(std::string_view country,
                                             demo::DemoSummary* summary = nullptr);
 
