@@ -17,6 +17,13 @@
 // Counters: pages, pages_per_s, queries (sent by the designer), queries_ms (those queries alone,
 // translated beforehand and stepped to their last row in SQLite), ratio (run over queries_ms,
 // both wall-clock) and peak_rss_MB.
+//
+// Measured once, release build, on a two-core machine shared with four builds (load 7 to 13):
+// LedgerAllToPdf 14,665 pages in 195 s (98 s of processor), 75 pages a second, peak 25 MB: the
+// page target is missed, and the PDF writing, not the report, takes the time (the same run into
+// the dropping sink takes 20 s). LedgerAllToSink 19.7 s (12.6 s of processor) against 7.9 s of
+// its 10,401 queries alone: ratio 2.5. LedgerOutstanding at 30 June 2025: 634,383 queries in
+// 60 s (36 s of processor), 95 microseconds a query, peak 33 MB.
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
