@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -93,8 +94,10 @@ struct DataRow {
   int level = 0;  // group level for group headers and footers (1 innermost)
   std::string section;
   std::vector<DataCell> cells;
-  std::vector<std::string> labels;  // label captions printed in the section, left to right
+  std::vector<std::string> labels;       // label captions printed in the section, left to right
   std::vector<std::string> label_names;  // the same labels' control names, in the same order
+  // The same labels' left edge and width on the page, in the same order.
+  std::vector<std::pair<float, float>> label_spans;
   // 0 for the report being run; a sub-report's rows arrive as rows of the page with the depth of
   // their nesting (1 for a sub-report of the main report, 2 for one inside that, ...).
   int depth = 0;
@@ -108,10 +111,30 @@ struct Page {
   std::vector<DataRow> rows;
 };
 
+// One column of the report's table as the report declares it once its start is done, before
+// any row prints: the heading over it and the fields whose values it holds. The data exports
+// lay their columns out from these.
+struct TableColumn {
+  std::string heading;              // as printed over the column ("Opening"); "" when none is
+  std::vector<std::string> fields;  // names of the row fields under it, left to right
+  float left = 0, width = 0;        // its span from the paper's left edge: heading and fields
+};
+
 struct DocumentInfo {
   std::string title;                      // the designer's documentName, else its Caption
   std::string caption;                    // the designer's Caption
   float page_width = 0, page_height = 0;  // twips, orientation applied
+  // The report's table, left to right; empty when the report prints no fields.
+  std::vector<TableColumn> columns;
+  // What heads the first page above the column headings, top to bottom: the company, the title
+  // as printed, and any further line of the page header (a period line); page numbers and the
+  // print line are left out.
+  std::vector<std::string> title_lines;
+  // The run's description as the report footer prints it, lines parted by line breaks; "" when
+  // the report has none.
+  std::string description;
+  // How many levels of groups break the rows (0 for none); level 1 is the innermost.
+  int group_levels = 0;
 };
 
 // Receives pages as the engine finishes them. The engine keeps no finished page: a sink that

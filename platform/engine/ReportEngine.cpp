@@ -12,8 +12,9 @@ namespace {
 // Caption the designer set in ReportStart, and a run that fails before any page leaves nothing.
 class OpeningSink : public PageSink {
  public:
-  OpeningSink(PageSink& sink, ActiveReport& report, PageGeometry geometry)
-      : sink_(sink), report_(report), geometry_(geometry) {}
+  OpeningSink(PageSink& sink, ActiveReport& report, const RunEnvironment& env,
+              PageGeometry geometry)
+      : sink_(sink), report_(report), env_(env), geometry_(geometry) {}
 
   void Begin(const DocumentInfo&) override {}
   void AddPage(const Page& page) override {
@@ -32,7 +33,7 @@ class OpeningSink : public PageSink {
   void Open() {
     if (open_) return;
     open_ = true;
-    DocumentInfo info;
+    DocumentInfo info = env_.document;
     info.caption = report_.Caption();
     info.title = report_.documentName().empty() ? report_.Caption() : report_.documentName();
     info.page_width = geometry_.width;
@@ -42,6 +43,7 @@ class OpeningSink : public PageSink {
 
   PageSink& sink_;
   ActiveReport& report_;
+  const RunEnvironment& env_;
   PageGeometry geometry_;
   bool open_ = false;
 };
@@ -74,7 +76,7 @@ RunOutcome RunReport(ActiveReport& report, PageSink& sink) {
   RunEnvironment env;
   env.top = &report;
   PageGeometry geometry = GeometryOf(report);
-  OpeningSink opening(sink, report, geometry);
+  OpeningSink opening(sink, report, env, geometry);
   ReportRun run(report, env, nullptr, geometry.left);
   PageWriter writer(opening, geometry, run);
 

@@ -1,5 +1,6 @@
 #include "platform/engine/ReportRun.h"
 
+#include "platform/engine/DocumentTable.h"
 #include "platform/engine/ReportEngine.h"
 
 namespace trellin::engine {
@@ -29,6 +30,8 @@ void ReportRun::Run(BandSink& out, PageWriter* writer) {
   Raise(nullptr, "ActiveReport_ReportStart", [&] { report_.ActiveReport_ReportStart(); });
   Raise(nullptr, "ActiveReport_DataInitialize", [&] { report_.ActiveReport_DataInitialize(); });
   BindData();
+  // The table is what the start declared, before any row's formatting shows or hides a field.
+  if (parent_ == nullptr) DescribeTable(report_, x0_, env_.document);
   BuildGroups();
   summaries_.Collect(report_, [this](const Section& s) { return GroupLevelOf(s); });
 

@@ -28,6 +28,8 @@ struct RunEnvironment {
   ActiveReport* top = nullptr;
   std::vector<std::shared_ptr<ActiveReport>> children;
   int depth = 0;
+  // The top report's table, title lines and description, as declared when its start is done.
+  DocumentInfo document;
 };
 
 class ReportRun : public PageFurniture {

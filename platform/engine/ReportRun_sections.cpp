@@ -34,6 +34,7 @@ class ChildSink : public BandSink {
       // Each sub-report the rows pass out through is one level of nesting.
       ++row.depth;
       for (auto& cell : row.cells) cell.left += dx_;
+      for (auto& span : row.label_spans) span.first += dx_;
     }
     parent_.Place(std::move(band));
   }

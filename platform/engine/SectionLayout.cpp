@@ -248,6 +248,7 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
   row.section = section.Name();
   struct LabelAt {
     float left;
+    float width;
     std::string name;
     std::string caption;
   };
@@ -255,7 +256,7 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
   for (const ArrangedControl& a : arrangement.controls) {
     const Control& c = *a.control;
     if (c.Class() == ControlClass::Label) {
-      labels.push_back({c.Left(), c.Name(), c.Caption()});
+      labels.push_back({c.Left(), c.Width(), c.Name(), c.Caption()});
     } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) &&
                c.Width() > 0) {
       row.cells.push_back(
@@ -269,6 +270,7 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
   for (LabelAt& l : labels) {
     row.labels.push_back(std::move(l.caption));
     row.label_names.push_back(std::move(l.name));
+    row.label_spans.emplace_back(x0 + l.left, l.width);
   }
   return row;
 }

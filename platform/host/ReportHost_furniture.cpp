@@ -109,6 +109,18 @@ void ReportHost::SetupStandardHeader(bool enabled) {
       }
     }
   }
+  // The run's description is known from the start, so that what heads an export (its title
+  // block) says the same as the footer will; a report that writes its own later overrides it.
+  if (Section* footer = designer.Sections().FindType(SectionType::ReportFooter);
+      footer && enabled) {
+    if (Control* description = footer->Controls().Find("txtParameters")) {
+      const std::string& shown = ShownText(*description);
+      if (shown.empty() || shown == kParametersPlaceholder) {
+        description->SetCanGrow(true);
+        Show(*description, ParametersText());
+      }
+    }
+  }
 }
 
 std::string ReportHost::ParametersText() const {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 namespace trellin::render {
 namespace {
@@ -67,20 +69,78 @@ std::string NumberText(double value) {
   // text that reads back as the same double; exponents only for the very large and very small.
   const double magnitude = std::fabs(value);
   const bool plain = magnitude == 0 || (magnitude >= 1e-6 && magnitude < 1e15);
-  const auto result = plain ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
-                            : std::to_chars(buffer, buffer + sizeof buffer, value);
+  const auto result =
+      plain ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+            : std::to_chars(buffer, buffer + sizeof buffer, value);
   return std::string(buffer, result.ptr);
+}
+
+bool PrintedSomething(const engine::DataCell& cell) {
+  return cell.value.Get<bool>() != nullptr ||
+         cell.text.find_first_not_of(" \t\r\n") != std::string::npos;
+}
+
+std::optional<std::string> PrintedFigure(const engine::DataCell& cell) {
+  double value = 0;
+  if (const auto* money = cell.value.Get<Currency>()) {
+    value = money->ToDouble();
+  } else if (const auto* real = cell.value.Get<double>()) {
+    value = *real;
+  } else if (const auto* integer = cell.value.Get<std::int64_t>()) {
+    value = static_cast<double>(*integer);
+  } else {
+    return std::nullopt;
+  }
+  std::string_view text = cell.text;
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  bool negative = false;
+  if (text.size() >= 2 && text.front() == '(' && text.back() == ')') {
+    negative = true;
+    text = text.substr(1, text.size() - 2);
+  }
+  if (!text.empty() && text.front() == '-') {
+    negative = !negative;
+    text.remove_prefix(1);
+  }
+  if (!text.empty() && text.front() == '$') text.remove_prefix(1);
+  std::string digits;
+  int decimals = -1;
+  for (char c : text) {
+    if (c >= '0' && c <= '9') {
+      digits += c;
+      if (decimals >= 0) ++decimals;
+    } else if (c == '.' && decimals < 0) {
+      digits += c;
+      decimals = 0;
+    } else if (c != ',' || decimals >= 0) {
+      return std::nullopt;
+    }
+  }
+  if (digits.empty() || digits == "." || digits.size() > 30) return std::nullopt;
+  if (decimals == 0) digits.pop_back();  // "12." prints as 12
+  const double printed = std::strtod(digits.c_str(), nullptr) * (negative ? -1 : 1);
+  // Half a unit of the last printed digit, and a little more for the value's own binary error.
+  const double half_unit = 0.5 * std::pow(10.0, -std::max(decimals, 0));
+  if (std::fabs(printed - value) > half_unit * (1 + 1e-9) + std::fabs(value) * 1e-12) {
+    return std::nullopt;
+  }
+  if (std::strtod(digits.c_str(), nullptr) == 0) negative = false;  // "(0.00)" is nought
+  return (negative ? "-" : "") + digits;
 }
 
 std::string PlainCellText(const engine::DataCell& cell) {
   const Variant& v = cell.value;
+  if (!PrintedSomething(cell)) return {};
   if (v.IsEmpty()) return cell.text;
+  if (auto figure = PrintedFigure(cell)) return *figure;
   if (const auto* money = v.Get<Currency>()) return MoneyText(*money);
   if (const auto* date = v.Get<Date>()) return IsoDateText(*date);
   if (const auto* number = v.Get<std::int64_t>()) return std::to_string(*number);
   if (const auto* real = v.Get<double>()) return NumberText(*real);
   if (const auto* flag = v.Get<bool>()) return *flag ? "True" : "False";
-  if (const auto* text = v.Get<std::string>()) return *text;
+  // Text as it printed: a mask or a text set over the value is what the reader saw.
+  if (v.Get<std::string>() != nullptr) return cell.text;
   return {};  // Null, Missing, objects
 }
 

@@ -27,28 +27,27 @@ void CsvSink::WriteLine(std::string& line) {
   }
 }
 
-void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns, int /*group_levels*/) {
-  std::string line = "Row,Level";
-  for (const ExportColumn& column : columns) {
-    line += ',';
-    line += CsvField(ValidUtf8(column.caption));
+void CsvSink::WriteHeading(const std::vector<ExportColumn>& columns) {
+  std::string line;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (i > 0) line += ',';
+    line += CsvField(ValidUtf8(columns[i].caption));
   }
-  width_ = columns.size();
   WriteLine(line);
 }
 
-void CsvSink::WriteRow(const engine::DataRow& row, std::string_view caption,
-                       const std::vector<const engine::DataCell*>& cells) {
-  std::string line = CsvField(caption) + ",";
-  if (row.kind == engine::RowKind::GroupHeader || row.kind == engine::RowKind::GroupFooter) {
-    line += std::to_string(row.level);
-  }
-  for (const engine::DataCell* cell : cells) {
-    line += ',';
-    if (cell != nullptr) line += CsvField(ValidUtf8(PlainCellText(*cell)));
-  }
+void CsvSink::WriteRow(const engine::DataRow&, const std::vector<ExportValue>& values) {
   // Every line has the heading's number of fields, so a spreadsheet keeps the columns straight.
-  for (std::size_t i = cells.size(); i < width_; ++i) line += ',';
+  std::string line;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (i > 0) line += ',';
+    std::string text = values[i].text;
+    for (const engine::DataCell* cell : values[i].cells) {
+      const std::string plain = PlainCellText(*cell);
+      if (!plain.empty()) text += (text.empty() ? "" : " ") + plain;
+    }
+    line += CsvField(ValidUtf8(text));
+  }
   WriteLine(line);
 }
 

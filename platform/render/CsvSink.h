@@ -1,6 +1,7 @@
 #pragma once
-// The report's rows as comma-separated values: one line per printed row, a heading line first
-// (see ExportColumns.h for the columns), values unformatted (see CellText.h). Quoting follows the
+// The report's rows as comma-separated values: one heading line naming the report's columns as
+// they print, then one line per exported row (see ExportColumns.h), values unformatted (see
+// CellText.h); several cells under one heading are joined by a blank. Quoting follows the
 // common CSV rules: a field holding a comma, a quote or a line break is quoted, quotes doubled;
 // lines end in CR LF.
 
@@ -23,9 +24,8 @@ class CsvSink final : public ExportSink {
 
  protected:
   void Open(const engine::DocumentInfo& info) override;
-  void WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) override;
-  void WriteRow(const engine::DataRow& row, std::string_view caption,
-                const std::vector<const engine::DataCell*>& cells) override;
+  void WriteHeading(const std::vector<ExportColumn>& columns) override;
+  void WriteRow(const engine::DataRow& row, const std::vector<ExportValue>& values) override;
   void Finish() override;
   void Drop() noexcept override;
 
@@ -34,7 +34,6 @@ class CsvSink final : public ExportSink {
 
   std::filesystem::path target_;
   std::optional<StagedFile> file_;
-  std::size_t width_ = 0;  // fields per line, from the heading
 };
 
 }  // namespace trellin::render

@@ -5,57 +5,30 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/render/CellText.h"
+
 namespace trellin::render {
 namespace {
 
-struct KindCaption {
-  engine::RowKind kind;
-  std::string_view caption;
-};
+// The run's description: it heads a spreadsheet, it is no value of the table.
+constexpr std::string_view kDescription = "txtParameters";
 
-constexpr KindCaption kKindCaptions[] = {
-    {engine::RowKind::ReportHeader, "Report Header"},
-    {engine::RowKind::GroupHeader, "Group Header"},
-    {engine::RowKind::Detail, "Detail"},
-    {engine::RowKind::GroupFooter, "Group Footer"},
-    {engine::RowKind::ReportFooter, "Report Footer"},
-};
-
-// Where the columns come from when a report has no detail rows: the kind that repeats most.
-constexpr engine::RowKind kColumnSources[] = {
-    engine::RowKind::Detail,       engine::RowKind::GroupFooter,  engine::RowKind::GroupHeader,
-    engine::RowKind::ReportFooter, engine::RowKind::ReportHeader,
-};
-
-// A position that is not a number sorts as the left edge, so ordering stays well defined.
+// A position that is not a number sorts as the left edge, so placing stays well defined.
 float Finite(float twips) { return std::isfinite(twips) ? twips : 0.0f; }
 
 float Overlap(const ExportColumn& column, const engine::DataCell& cell) {
-  return std::min(column.left + column.width, cell.left + cell.width) -
-         std::max(column.left, cell.left);
-}
-
-// Letters and digits only, lower case: "Due Date" and "due-date" fold alike.
-std::string Folded(std::string_view text) {
-  std::string out;
-  for (char c : text) {
-    if (std::isalnum(static_cast<unsigned char>(c)))
-      out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  }
-  return out;
+  return std::min(column.left + column.width, Finite(cell.left) + Finite(cell.width)) -
+         std::max(column.left, Finite(cell.left));
 }
 
 bool IsUpper(char c) { return std::isupper(static_cast<unsigned char>(c)) != 0; }
 bool IsLower(char c) { return std::islower(static_cast<unsigned char>(c)) != 0; }
 
-}  // namespace
-
-std::optional<std::string_view> RowKindCaption(engine::RowKind kind) {
-  for (const KindCaption& k : kKindCaptions) {
-    if (k.kind == kind) return k.caption;
-  }
-  return std::nullopt;
+bool Exported(engine::RowKind kind) {
+  return kind != engine::RowKind::PageHeader && kind != engine::RowKind::PageFooter;
 }
+
+}  // namespace
 
 std::string CaptionFromName(std::string_view name) {
   std::size_t start = 0;
@@ -80,109 +53,61 @@ std::string CaptionFromName(std::string_view name) {
   return out.empty() ? std::string(name) : out;
 }
 
-ExportColumns ExportColumns::FromRows(const std::vector<engine::DataRow>& rows) {
-  ExportColumns result;
-  for (engine::RowKind source : kColumnSources) {
-    for (const engine::DataRow& row : rows) {
-      if (row.kind != source) continue;
-      for (const engine::DataCell& cell : row.cells) {
-        const bool known = std::any_of(result.columns_.begin(), result.columns_.end(),
-                                       [&](const ExportColumn& c) { return c.name == cell.name; });
-        if (!known)
-          result.columns_.push_back({cell.name, Finite(cell.left), Finite(cell.width), ""});
-      }
-    }
-    if (!result.columns_.empty()) break;
+ExportColumns::ExportColumns(const engine::DocumentInfo& info) {
+  for (const engine::TableColumn& column : info.columns) {
+    ExportColumn out{column.heading, Finite(column.left), Finite(column.width), column.fields};
+    if (out.caption.empty())
+      out.caption = column.fields.empty() ? "" : CaptionFromName(column.fields[0]);
+    columns_.push_back(std::move(out));
   }
-  std::stable_sort(result.columns_.begin(), result.columns_.end(),
-                   [](const ExportColumn& a, const ExportColumn& b) { return a.left < b.left; });
-
-  // Label captions of the headers, in the order they are tried: page headers first; with each
-  // its control name where the page model has it.
-  std::vector<std::string> labels;
-  std::vector<std::string> label_stems;
-  for (engine::RowKind kind :
-       {engine::RowKind::PageHeader, engine::RowKind::GroupHeader, engine::RowKind::ReportHeader}) {
-    for (const engine::DataRow& row : rows) {
-      if (row.kind != kind) continue;
-      for (std::size_t i = 0; i < row.labels.size(); ++i) {
-        labels.push_back(row.labels[i]);
-        label_stems.push_back(i < row.label_names.size() ? Folded(CaptionFromName(row.label_names[i]))
-                                                         : std::string());
-      }
-    }
-  }
-  std::vector<bool> used(labels.size(), false);
-  for (ExportColumn& column : result.columns_) {
-    column.caption = CaptionFromName(column.name);
-    const std::string key = Folded(column.caption);
-    // The label named as the column wins (lblBalance over txtBalance, lblField2 over numField2);
-    // then the label that reads as the name; else the first that begins with it ("Ref" names
-    // the column under "Reference").
-    std::size_t pick = labels.size();
-    for (std::size_t i = 0; i < labels.size() && pick == labels.size(); ++i) {
-      if (!used[i] && !labels[i].empty() && label_stems[i] == key) pick = i;
-    }
-    for (std::size_t i = 0; i < labels.size() && pick == labels.size(); ++i) {
-      if (!used[i] && Folded(labels[i]) == key) pick = i;
-    }
-    for (std::size_t i = 0; i < labels.size() && pick == labels.size() && key.size() >= 3; ++i) {
-      if (!used[i] && Folded(labels[i]).starts_with(key)) pick = i;
-    }
-    if (pick < labels.size()) {
-      used[pick] = true;
-      column.caption = labels[pick];
-    }
-  }
-  return result;
 }
 
-std::vector<const engine::DataCell*> ExportColumns::Assign(const engine::DataRow& row) const {
-  std::vector<const engine::DataCell*> slots(columns_.size(), nullptr);
-  std::vector<const engine::DataCell*> cells;
-  for (const engine::DataCell& cell : row.cells) cells.push_back(&cell);
-  std::stable_sort(cells.begin(), cells.end(),
-                   [](const engine::DataCell* a, const engine::DataCell* b) {
-                     return Finite(a->left) < Finite(b->left);
-                   });
-
-  std::vector<const engine::DataCell*> pending;
-  // Cells named like a column go there first, so that a detail row is always laid out exactly.
-  for (const engine::DataCell* cell : cells) {
-    bool placed = false;
-    for (std::size_t i = 0; i < columns_.size() && !placed; ++i) {
-      if (slots[i] == nullptr && columns_[i].name == cell->name) {
-        slots[i] = cell;
-        placed = true;
+std::optional<std::vector<ExportValue>> ExportColumns::Assign(const engine::DataRow& row) const {
+  if (!Exported(row.kind) || columns_.empty()) return std::nullopt;
+  std::vector<ExportValue> values(columns_.size());
+  bool any = false;
+  for (const engine::DataCell& cell : row.cells) {
+    if (!PrintedSomething(cell) || cell.name == kDescription) continue;
+    std::size_t slot = columns_.size();
+    // The report's own fields go under their column by name; a sub-report's fields, whose names
+    // mean nothing to the report, by where they printed.
+    if (row.depth == 0) {
+      for (std::size_t i = 0; i < columns_.size() && slot == columns_.size(); ++i) {
+        const auto& fields = columns_[i].fields;
+        if (std::find(fields.begin(), fields.end(), cell.name) != fields.end()) slot = i;
       }
     }
-    if (!placed) pending.push_back(cell);
-  }
-  std::vector<const engine::DataCell*> extra;
-  for (const engine::DataCell* cell : pending) {
-    std::size_t best = columns_.size();
-    float best_overlap = 0;
-    float best_distance = std::numeric_limits<float>::max();
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      if (slots[i] != nullptr) continue;
-      const float overlap = Overlap(columns_[i], *cell);
-      const float distance =
-          std::fabs((columns_[i].left + columns_[i].width / 2) - (cell->left + cell->width / 2));
-      if (overlap > best_overlap ||
-          (best_overlap <= 0 && overlap <= 0 && distance < best_distance)) {
-        best = i;
-        best_overlap = std::max(overlap, 0.0f);
-        best_distance = distance;
+    if (slot == columns_.size()) {
+      float best_overlap = 0;
+      float best_distance = std::numeric_limits<float>::max();
+      for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const float overlap = Overlap(columns_[i], cell);
+        const float distance = std::fabs((columns_[i].left + columns_[i].width / 2) -
+                                         (Finite(cell.left) + Finite(cell.width) / 2));
+        if (overlap > best_overlap || (best_overlap <= 0 && distance < best_distance)) {
+          slot = i;
+          best_overlap = std::max(overlap, 0.0f);
+          best_distance = distance;
+        }
       }
     }
-    if (best < columns_.size()) {
-      slots[best] = cell;
-    } else {
-      extra.push_back(cell);
+    values[slot].cells.push_back(&cell);
+    any = true;
+  }
+  if (!any && row.kind == engine::RowKind::GroupHeader) {
+    // A group's heading is a label: it names the group in the first column.
+    std::string text;
+    for (const std::string& label : row.labels) {
+      if (label.find_first_not_of(' ') == std::string::npos) continue;
+      text += (text.empty() ? "" : " ") + label;
+    }
+    if (!text.empty()) {
+      values[0].text = std::move(text);
+      any = true;
     }
   }
-  slots.insert(slots.end(), extra.begin(), extra.end());
-  return slots;
+  if (!any) return std::nullopt;
+  return values;
 }
 
 }  // namespace trellin::render

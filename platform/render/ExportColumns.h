@@ -1,13 +1,15 @@
 #pragma once
-// The columns of a data export. The report's rows become lines of a table; their cells are put
-// under columns by where they printed, so a group footer's total lands under the detail column it
-// totals and a filter on the row kind followed by a sum gives the report's own figures.
+// The columns of a data export: the report's table as it declared it before its first row
+// (DocumentInfo::columns), in print order, each with its printed heading. A row's cells go under
+// the column that holds their field, else under the column they print beneath, so that a group
+// footer's total lands under the detail column it totals and a sub-report's line under the
+// headings its figures print below.
 //
-// The columns are the detail section's fields (the first detail rows seen), ordered left to
-// right; a report without detail rows takes the fields of its group footers, else group headers,
-// else footers and headers of the report. Every line starts with two columns, "Row" (the section
-// kind: "Report Header", "Group Header", "Detail", "Group Footer", "Report Footer") and "Level"
-// (the group level, 1 innermost; blank for other rows). Page headers and footers are left out.
+// Which rows are exported: every printed row that shows a value, of the report and its
+// sub-reports; page headers and footers are left out, and so is the run's description
+// (txtParameters), which heads a spreadsheet instead. A group header that prints only its label
+// gives that label in the first column. A cell that printed blank holds nothing, whatever value
+// lies behind it.
 
 #include <optional>
 #include <string>
@@ -19,14 +21,18 @@
 namespace trellin::render {
 
 struct ExportColumn {
-  std::string name;  // the control name, "txtBalance"
-  float left = 0, width = 0;
   std::string caption;  // the heading
+  float left = 0, width = 0;
+  std::vector<std::string> fields;
 };
 
-// The name a data export gives a row kind; nullopt for the kinds left out (page headers and
-// footers).
-[[nodiscard]] std::optional<std::string_view> RowKindCaption(engine::RowKind kind);
+// What one row holds under one column: no cell, one cell, or several cells that printed beneath
+// the same heading (their texts are joined by a blank); or, for a group header's label, `text`.
+struct ExportValue {
+  std::vector<const engine::DataCell*> cells;
+  std::string text;
+  [[nodiscard]] bool Empty() const { return cells.empty() && text.empty(); }
+};
 
 // A heading made from a control name: the lower-case prefix dropped and the words parted,
 // "txtDueDate" -> "Due Date", "gfGSTAmount" -> "GST Amount".
@@ -34,19 +40,15 @@ struct ExportColumn {
 
 class ExportColumns {
  public:
-  // The columns for `rows` (the start of the report, including its page headers). A column's
-  // heading is the header label that reads as its control name ("Date" for txtDate), else the
-  // first that begins with it ("Reference" for txtRef), else the name made readable
-  // (CaptionFromName). Label captions carry no position, so they are matched by name, never by
-  // count or order.
-  [[nodiscard]] static ExportColumns FromRows(const std::vector<engine::DataRow>& rows);
+  // The columns of the report described by `info`; a column the report printed no heading over
+  // takes one made from its first field's name (CaptionFromName).
+  explicit ExportColumns(const engine::DocumentInfo& info);
 
   [[nodiscard]] const std::vector<ExportColumn>& Columns() const { return columns_; }
 
-  // The row's cells by column: at least one entry per column, null where the row has no cell.
-  // A cell goes under the column of its own name, else the free column it overlaps most, else
-  // the nearest free column; cells left over go into extra columns after the last.
-  [[nodiscard]] std::vector<const engine::DataCell*> Assign(const engine::DataRow& row) const;
+  // The row's values by column, one entry per column; nullopt when the row is not exported (a
+  // page header or footer, or a row that shows nothing).
+  [[nodiscard]] std::optional<std::vector<ExportValue>> Assign(const engine::DataRow& row) const;
 
  private:
   std::vector<ExportColumn> columns_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/render/CellText.h"
 #include "platform/render/ExcelFormat.h"
 #include "platform/render/Render.h"
 #include "platform/render/Utf8.h"
@@ -12,8 +13,11 @@ namespace {
 
 // A spreadsheet column's width counts characters of about 7 pixels at 96 dpi: 105 twips.
 constexpr double kTwipsPerCharacter = 105.0;
-constexpr lxw_col_t kFirstCellColumn = 2;  // after "Row" and "Level"
-constexpr int kMaxOutlineLevel = 7;        // the deepest outline a worksheet has
+constexpr int kMaxOutlineLevel = 7;  // the deepest outline a worksheet has
+constexpr std::size_t kFlushAt = 1 << 16;
+constexpr std::size_t kMaxColumns = 16384;
+
+enum Font { kPlain = 0, kBold = 1, kTitle = 2 };
 
 // The first `count` characters of UTF-8 `text`, never splitting a sequence.
 std::string FirstCharacters(const std::string& text, std::size_t count) {
@@ -25,23 +29,48 @@ std::string FirstCharacters(const std::string& text, std::size_t count) {
   return text;
 }
 
-bool IsSummaryRow(engine::RowKind kind) { return kind != engine::RowKind::Detail; }
-
-// Text as a cell holds it: valid UTF-8, every line break a bare LF. The workbook stores a CR as
-// "_x000D_", which the spreadsheet shows as it stands, so CR LF and a lone CR both become LF.
+// Text as a cell holds it, escaped for XML: valid UTF-8, every line break a bare LF (a stored CR
+// would show as "_x000D_"), other control characters dropped.
 std::string SheetText(std::string_view text) {
   const std::string valid = ValidUtf8(text);
   std::string out;
   out.reserve(valid.size());
   for (std::size_t i = 0; i < valid.size(); ++i) {
-    if (valid[i] != '\r') {
-      out += valid[i];
-    } else if (i + 1 >= valid.size() || valid[i + 1] != '\n') {
-      out += '\n';
+    const char c = valid[i];
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      case '\r':
+        if (i + 1 >= valid.size() || valid[i + 1] != '\n') out += '\n';
+        break;
+      default:
+        if (static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t') out += c;
+        break;
     }
   }
   return out;
 }
+
+// "A", "B", ... "Z", "AA", ...: a column's letters from its 0-based index.
+std::string ColumnName(std::size_t index) {
+  std::string name;
+  for (std::size_t n = index + 1; n > 0; n = (n - 1) / 26) {
+    name.insert(name.begin(), static_cast<char>('A' + (n - 1) % 26));
+  }
+  return name;
+}
+
+bool IsSummaryRow(engine::RowKind kind) { return kind != engine::RowKind::Detail; }
 
 }  // namespace
 
@@ -59,107 +88,176 @@ std::string SheetName(std::string_view title) {
   return name.empty() ? "Report" : name;
 }
 
+XlsxSink::XlsxSink(std::filesystem::path target, std::uint32_t rows_per_sheet)
+    : target_(std::move(target)), rows_per_sheet_(std::max<std::uint32_t>(rows_per_sheet, 2)) {
+  styles_.push_back({"General", kPlain});
+  style_index_[styles_.back()] = 0;
+}
+
 XlsxSink::~XlsxSink() { Drop(); }
 
-void XlsxSink::Check(lxw_error error) const {
-  if (error != LXW_NO_ERROR)
-    throw RenderError("Cannot write " + target_.string() + ": " + lxw_strerror(error));
+int XlsxSink::Style(const std::string& number_format, int font) {
+  const auto key =
+      std::make_pair(number_format.empty() ? std::string("General") : number_format, font);
+  if (auto it = style_index_.find(key); it != style_index_.end()) return it->second;
+  styles_.push_back(key);
+  const int index = static_cast<int>(styles_.size()) - 1;
+  style_index_[key] = index;
+  return index;
 }
 
 void XlsxSink::Open(const engine::DocumentInfo& info) {
   file_.emplace(target_);
-  file_->Close();  // the workbook writes the file by its name
-  lxw_workbook_options options{};
-  options.constant_memory = LXW_TRUE;
-  options.use_zip64 = LXW_TRUE;
-  workbook_ = workbook_new_opt(file_->TempPath().c_str(), &options);
-  if (workbook_ == nullptr) throw RenderError("Cannot write " + target_.string());
+  zip_ = std::make_unique<ZipWriter>(file_->Stream(), target_.string());
   title_ = ValidUtf8(info.title.empty() ? info.caption : info.title);
-  lxw_doc_properties properties{};
-  properties.title = title_.data();
-  Check(workbook_set_properties(workbook_, &properties));
+  group_levels_ = std::clamp(info.group_levels, 0, kMaxOutlineLevel);
+  title_lines_ = info.title_lines;
+  // The description, a line a row.
+  std::string line;
+  for (std::size_t i = 0; i <= info.description.size(); ++i) {
+    const char c = i < info.description.size() ? info.description[i] : '\n';
+    if (c == '\r') continue;
+    if (c != '\n') {
+      line += c;
+      continue;
+    }
+    if (line.find_first_not_of(' ') != std::string::npos) title_lines_.push_back(line);
+    line.clear();
+  }
 }
 
-void XlsxSink::AddSheet() {
-  ++sheets_;
+void XlsxSink::StartSheet() {
   std::string name = SheetName(title_);
-  if (sheets_ > 1) {
-    const std::string suffix = " (" + std::to_string(sheets_) + ")";
+  if (!sheet_names_.empty()) {
+    const std::string suffix = " (" + std::to_string(sheet_names_.size() + 1) + ")";
     name = FirstCharacters(name, 31 - suffix.size()) + suffix;
   }
-  sheet_ = workbook_add_worksheet(workbook_, name.c_str());
-  if (sheet_ == nullptr) throw RenderError("Cannot write " + target_.string());
+  sheet_names_.push_back(name);
+  zip_->Begin("xl/worksheets/sheet" + std::to_string(sheet_names_.size()) + ".xml");
+  // The title block, a blank row when there is one, then the heading line.
+  heading_row_ = title_lines_.empty() ? 1 : static_cast<std::uint32_t>(title_lines_.size()) + 2;
+  buffer_ =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
+      "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
+      "<sheetPr><outlinePr summaryBelow=\"1\"/></sheetPr>"
+      "<sheetViews><sheetView tabSelected=\"" +
+      std::string(sheet_names_.size() == 1 ? "1" : "0") +
+      "\" workbookViewId=\"0\">"
+      "<pane ySplit=\"" +
+      std::to_string(heading_row_) + "\" topLeftCell=\"A" + std::to_string(heading_row_ + 1) +
+      "\" activePane=\"bottomLeft\" state=\"frozen\"/>"
+      "</sheetView></sheetViews>"
+      "<sheetFormatPr defaultRowHeight=\"15\"" +
+      (group_levels_ > 0 ? " outlineLevelRow=\"" + std::to_string(group_levels_) + "\"" : "") +
+      "/>";
+  if (!columns_.empty()) {
+    buffer_ += "<cols>";
+    for (std::size_t i = 0; i < columns_.size() && i < kMaxColumns; ++i) {
+      // As wide as the column printed, and never narrower than its heading.
+      const double width =
+          std::clamp(std::max(static_cast<double>(columns_[i].width) / kTwipsPerCharacter,
+                              static_cast<double>(columns_[i].caption.size()) + 2),
+                     6.0, 80.0);
+      char text[32];
+      std::snprintf(text, sizeof text, "%.2f", width);
+      buffer_ += "<col min=\"" + std::to_string(i + 1) + "\" max=\"" + std::to_string(i + 1) +
+                 "\" width=\"" + text + "\" customWidth=\"1\"/>";
+    }
+    buffer_ += "</cols>";
+  }
+  buffer_ += "<sheetData>";
+  row_ = 0;
+  for (std::size_t i = 0; i < title_lines_.size(); ++i) {
+    StartRow(0);
+    TextCell(0, title_lines_[i], Style("", i == 1 ? kTitle : (i == 0 ? kBold : kPlain)));
+    EndRow();
+  }
+  if (!title_lines_.empty()) {
+    StartRow(0);
+    EndRow();
+  }
+  StartRow(0);
+  for (std::size_t i = 0; i < columns_.size() && i < kMaxColumns; ++i) {
+    TextCell(i, columns_[i].caption, Style("", kBold));
+  }
+  EndRow();
 }
 
 void XlsxSink::CloseSheet() {
-  Check(worksheet_autofilter(sheet_, 0, 0, row_ > 0 ? row_ - 1 : 0, last_column_));
+  buffer_ += "</sheetData>";
+  const std::string last = ColumnName(std::max<std::size_t>(columns_.size(), 1) - 1);
+  buffer_ += "<autoFilter ref=\"A" + std::to_string(heading_row_) + ":" + last +
+             std::to_string(std::max(row_, heading_row_)) + "\"/>";
+  buffer_ += "</worksheet>";
+  zip_->Write(buffer_);
+  buffer_.clear();
+  zip_->End();
 }
 
-lxw_format* XlsxSink::FormatFor(const std::string& number_format, bool bold) {
-  auto key = std::make_pair(number_format, bold);
-  if (auto it = formats_.find(key); it != formats_.end()) return it->second;
-  lxw_format* format = workbook_add_format(workbook_);
-  if (!number_format.empty()) format_set_num_format(format, number_format.c_str());
-  if (bold) format_set_bold(format);
-  formats_.emplace(std::move(key), format);
-  return format;
+void XlsxSink::StartRow(int outline) {
+  ++row_;
+  buffer_ += "<row r=\"" + std::to_string(row_) + "\"";
+  if (outline > 0) buffer_ += " outlineLevel=\"" + std::to_string(outline) + "\"";
+  buffer_ += ">";
 }
 
-void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns, int group_levels) {
+void XlsxSink::EndRow() {
+  buffer_ += "</row>";
+  if (buffer_.size() >= kFlushAt) {
+    zip_->Write(buffer_);
+    buffer_.clear();
+  }
+}
+
+void XlsxSink::TextCell(std::size_t column, const std::string& text, int style) {
+  buffer_ += "<c r=\"" + ColumnName(column) + std::to_string(row_) + "\"";
+  if (style != 0) buffer_ += " s=\"" + std::to_string(style) + "\"";
+  buffer_ += " t=\"inlineStr\"><is><t xml:space=\"preserve\">" + SheetText(text) + "</t></is></c>";
+}
+
+void XlsxSink::NumberCell(std::size_t column, const std::string& number, int style) {
+  buffer_ += "<c r=\"" + ColumnName(column) + std::to_string(row_) + "\"";
+  if (style != 0) buffer_ += " s=\"" + std::to_string(style) + "\"";
+  buffer_ += "><v>" + number + "</v></c>";
+}
+
+void XlsxSink::WriteHeading(const std::vector<ExportColumn>& columns) {
   columns_ = columns;
-  group_levels_ = group_levels;
-  AddSheet();
-  lxw_format* bold = FormatFor("", true);
-  Check(worksheet_set_column(sheet_, 0, 0, 14, nullptr));
-  Check(worksheet_set_column(sheet_, 1, 1, 6, nullptr));
-  Check(worksheet_write_string(sheet_, 0, 0, "Row", bold));
-  Check(worksheet_write_string(sheet_, 0, 1, "Level", bold));
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    const auto column = static_cast<lxw_col_t>(kFirstCellColumn + i);
-    const double width = std::clamp(std::max(columns[i].width / kTwipsPerCharacter,
-                                             static_cast<double>(columns[i].caption.size()) + 2),
-                                    6.0, 80.0);
-    Check(worksheet_set_column(sheet_, column, column, width, nullptr));
-    Check(worksheet_write_string(sheet_, 0, column, SheetText(columns[i].caption).c_str(), bold));
-  }
-  last_column_ =
-      static_cast<lxw_col_t>(kFirstCellColumn + std::max<std::size_t>(columns.size(), 1) - 1);
-  worksheet_freeze_panes(sheet_, 1, 0);
-  row_ = 1;
+  StartSheet();
 }
 
-void XlsxSink::WriteCell(lxw_col_t column, const engine::DataCell& cell, bool bold) {
+void XlsxSink::WriteCell(std::size_t column, const engine::DataCell& cell, bool bold) {
   const Variant& v = cell.value;
-  auto number = [&](double value, CellKind kind) {
-    Check(worksheet_write_number(sheet_, row_, column, value,
-                                 FormatFor(ExcelNumberFormat(cell.format, kind), bold)));
-  };
-  if (const auto* money = v.Get<Currency>()) {
-    // Ten-thousandths divided once: the nearest double, which reads back as the exact amount.
-    number(static_cast<double>(money->Raw()) / Currency::kScale, CellKind::Money);
+  const int font = bold ? kBold : kPlain;
+  // Numbers hold the decimal they printed, written as that decimal: never a binary neighbour
+  // such as 81245.74000000001.
+  if (v.Get<Currency>() || v.Get<double>() || v.Get<std::int64_t>()) {
+    const std::string number = PlainCellText(cell);
+    if (number.empty()) return;  // infinities and NaN print as nothing
+    const CellKind kind = v.Get<Currency>() ? CellKind::Money
+                          : v.Get<double>() ? CellKind::Real
+                                            : CellKind::Integer;
+    NumberCell(column, number, Style(ExcelNumberFormat(cell.format, kind), font));
   } else if (const auto* date = v.Get<Date>()) {
-    number(date->ToDouble(), date->HasTime() ? CellKind::DateTime : CellKind::Date);
-  } else if (const auto* integer = v.Get<std::int64_t>()) {
-    number(static_cast<double>(*integer), CellKind::Integer);
-  } else if (const auto* real = v.Get<double>()) {
-    if (std::isfinite(*real)) number(*real, CellKind::Real);
+    NumberCell(
+        column, NumberText(date->ToDouble()),
+        Style(ExcelNumberFormat(cell.format, date->HasTime() ? CellKind::DateTime : CellKind::Date),
+              font));
   } else if (const auto* flag = v.Get<bool>()) {
-    Check(
-        worksheet_write_boolean(sheet_, row_, column, *flag, bold ? FormatFor("", true) : nullptr));
-  } else if (const auto* text = v.Get<std::string>()) {
-    Check(worksheet_write_string(sheet_, row_, column, SheetText(*text).c_str(),
-                                 bold ? FormatFor("", true) : nullptr));
-  } else if (v.IsEmpty() && !cell.text.empty()) {
-    Check(worksheet_write_string(sheet_, row_, column, SheetText(cell.text).c_str(),
-                                 bold ? FormatFor("", true) : nullptr));
+    buffer_ += "<c r=\"" + ColumnName(column) + std::to_string(row_) + "\"";
+    const int style = Style("", font);
+    if (style != 0) buffer_ += " s=\"" + std::to_string(style) + "\"";
+    buffer_ += std::string(" t=\"b\"><v>") + (*flag ? "1" : "0") + "</v></c>";
+  } else if (v.Get<std::string>() != nullptr || v.IsEmpty()) {
+    TextCell(column, PlainCellText(cell), Style("", font));
   }
 }
 
-void XlsxSink::WriteRow(const engine::DataRow& row, std::string_view caption,
-                        const std::vector<const engine::DataCell*>& cells) {
+void XlsxSink::WriteRow(const engine::DataRow& row, const std::vector<ExportValue>& values) {
   if (row_ >= rows_per_sheet_) {
     CloseSheet();
-    WriteHeading(columns_, group_levels_);
+    StartSheet();
   }
   // Details sit deepest, each group's header and footer one level above its contents, the
   // report's own header and footer at the top: folding shows the totals of any group level.
@@ -169,40 +267,148 @@ void XlsxSink::WriteRow(const engine::DataRow& row, std::string_view caption,
   } else if (row.kind == engine::RowKind::GroupHeader || row.kind == engine::RowKind::GroupFooter) {
     outline = group_levels_ - row.level;
   }
-  outline = std::clamp(outline, 0, kMaxOutlineLevel);
-  if (outline > 0) {
-    lxw_row_col_options options{};
-    options.level = static_cast<uint8_t>(outline);
-    Check(worksheet_set_row_opt(sheet_, row_, LXW_DEF_ROW_HEIGHT, nullptr, &options));
-  }
+  StartRow(std::clamp(outline, 0, kMaxOutlineLevel));
   const bool bold = IsSummaryRow(row.kind);
-  lxw_format* text_format = bold ? FormatFor("", true) : nullptr;
-  Check(worksheet_write_string(sheet_, row_, 0, std::string(caption).c_str(), text_format));
-  if (row.kind == engine::RowKind::GroupHeader || row.kind == engine::RowKind::GroupFooter) {
-    Check(worksheet_write_number(sheet_, row_, 1, row.level, text_format));
+  for (std::size_t i = 0; i < values.size() && i < kMaxColumns; ++i) {
+    const ExportValue& value = values[i];
+    if (value.cells.size() == 1 && value.text.empty()) {
+      WriteCell(i, *value.cells[0], bold);
+    } else if (!value.Empty()) {
+      std::string text = value.text;
+      for (const engine::DataCell* cell : value.cells) {
+        const std::string plain = PlainCellText(*cell);
+        if (!plain.empty()) text += (text.empty() ? "" : " ") + plain;
+      }
+      TextCell(i, text, Style("", bold ? kBold : kPlain));
+    }
   }
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    if (cells[i] == nullptr) continue;
-    const auto column = static_cast<lxw_col_t>(kFirstCellColumn + i);
-    if (column >= LXW_COL_MAX) break;
-    WriteCell(column, *cells[i], bold);
-    last_column_ = std::max(last_column_, column);
+  EndRow();
+}
+
+void XlsxSink::WritePackage() {
+  const std::size_t sheets = sheet_names_.size();
+  std::string types =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
+      "<Default Extension=\"rels\" "
+      "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+      "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
+      "<Override PartName=\"/xl/workbook.xml\" "
+      "ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/>"
+      "<Override PartName=\"/xl/styles.xml\" "
+      "ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml\"/>"
+      "<Override PartName=\"/docProps/core.xml\" "
+      "ContentType=\"application/vnd.openxmlformats-package.core-properties+xml\"/>";
+  for (std::size_t i = 1; i <= sheets; ++i) {
+    types += "<Override PartName=\"/xl/worksheets/sheet" + std::to_string(i) +
+             ".xml\" ContentType=\"application/"
+             "vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>";
   }
-  ++row_;
+  types += "</Types>";
+  zip_->Begin("[Content_Types].xml");
+  zip_->Write(types);
+
+  zip_->Begin("_rels/.rels");
+  zip_->Write(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+      "<Relationship Id=\"rId1\" "
+      "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
+      "Target=\"xl/workbook.xml\"/>"
+      "<Relationship Id=\"rId2\" "
+      "Type=\"http://schemas.openxmlformats.org/package/2006/relationships/metadata/"
+      "core-properties\" Target=\"docProps/core.xml\"/>"
+      "</Relationships>");
+
+  zip_->Begin("docProps/core.xml");
+  zip_->Write(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<cp:coreProperties "
+      "xmlns:cp=\"http://schemas.openxmlformats.org/package/2006/metadata/core-properties\" "
+      "xmlns:dc=\"http://purl.org/dc/elements/1.1/\">"
+      "<dc:title>" +
+      SheetText(title_) + "</dc:title></cp:coreProperties>");
+
+  std::string workbook =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
+      "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
+      "<bookViews><workbookView/></bookViews><sheets>";
+  std::string relations =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
+  for (std::size_t i = 1; i <= sheets; ++i) {
+    const std::string n = std::to_string(i);
+    workbook += "<sheet name=\"" + SheetText(sheet_names_[i - 1]) + "\" sheetId=\"" + n +
+                "\" r:id=\"rId" + n + "\"/>";
+    relations += "<Relationship Id=\"rId" + n +
+                 "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+                 "worksheet\" Target=\"worksheets/sheet" +
+                 n + ".xml\"/>";
+  }
+  workbook += "</sheets></workbook>";
+  relations += "<Relationship Id=\"rId" + std::to_string(sheets + 1) +
+               "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+               "styles\" Target=\"styles.xml\"/></Relationships>";
+  zip_->Begin("xl/workbook.xml");
+  zip_->Write(workbook);
+  zip_->Begin("xl/_rels/workbook.xml.rels");
+  zip_->Write(relations);
+
+  // Number formats of our own count from 164; "General" is the built-in 0.
+  std::map<std::string, int> formats;
+  std::string format_list;
+  for (const auto& [format, font] : styles_) {
+    if (format == "General" || formats.count(format)) continue;
+    const int id = 164 + static_cast<int>(formats.size());
+    formats[format] = id;
+    format_list += "<numFmt numFmtId=\"" + std::to_string(id) + "\" formatCode=\"" +
+                   SheetText(format) + "\"/>";
+  }
+  std::string styles =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">";
+  if (!formats.empty()) {
+    styles +=
+        "<numFmts count=\"" + std::to_string(formats.size()) + "\">" + format_list + "</numFmts>";
+  }
+  styles +=
+      "<fonts count=\"3\">"
+      "<font><sz val=\"11\"/><name val=\"Calibri\"/><family val=\"2\"/></font>"
+      "<font><b/><sz val=\"11\"/><name val=\"Calibri\"/><family val=\"2\"/></font>"
+      "<font><b/><sz val=\"14\"/><name val=\"Calibri\"/><family val=\"2\"/></font>"
+      "</fonts>"
+      "<fills count=\"2\"><fill><patternFill patternType=\"none\"/></fill>"
+      "<fill><patternFill patternType=\"gray125\"/></fill></fills>"
+      "<borders count=\"1\"><border><left/><right/><top/><bottom/><diagonal/></border></borders>"
+      "<cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/>"
+      "</cellStyleXfs><cellXfs count=\"" +
+      std::to_string(styles_.size()) + "\">";
+  for (const auto& [format, font] : styles_) {
+    const int id = format == "General" ? 0 : formats[format];
+    styles += "<xf numFmtId=\"" + std::to_string(id) + "\" fontId=\"" + std::to_string(font) +
+              "\" fillId=\"0\" borderId=\"0\" xfId=\"0\"" +
+              (id != 0 ? " applyNumberFormat=\"1\"" : "") + (font != 0 ? " applyFont=\"1\"" : "") +
+              "/>";
+  }
+  styles +=
+      "</cellXfs><cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/>"
+      "</cellStyles></styleSheet>";
+  zip_->Begin("xl/styles.xml");
+  zip_->Write(styles);
+  zip_->Finish();
 }
 
 void XlsxSink::Finish() {
   CloseSheet();
-  lxw_workbook* workbook = workbook_;
-  workbook_ = nullptr;
-  Check(workbook_close(workbook));
+  WritePackage();
+  zip_.reset();
   file_->Commit();
   file_.reset();
 }
 
 void XlsxSink::Drop() noexcept {
-  if (workbook_ != nullptr) lxw_workbook_free(workbook_);
-  workbook_ = nullptr;
+  zip_.reset();
   file_.reset();
 }
 

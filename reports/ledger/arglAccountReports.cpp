@@ -136,6 +136,12 @@ void arglAccountReports::ActiveReport_ReportStart() {
       report_ == LedgerReport::BudgetVarianceReport) {
     AppendDescription(parameters_text_, "Based on " + budget_column_ + " figures");
   }
+  // The description stands in the footer from the start, where the exports read it.
+  // The statement's own text, not the host's value behind it.
+  if (Control* text = FindControl("txtParameters")) {
+    text->SetDataValue(Variant());
+    text->SetText(parameters_text_);
+  }
   NormaliseDates();
   CreateColumns();
   SetTitle();

@@ -34,7 +34,7 @@ TEST(CellText, ValuesArePlainAndExact) {
       {Variant(-1234567.891), "-1234567.891"},
       {Variant(1e21), "1e+21"},
       {Variant(true), "True"},
-      {Variant("text, as is"), "text, as is"},
+      {Variant("a value"), "printed"},  // text as it printed
       {Variant::Null(), ""},
   };
   for (const auto& [value, expected] : cases) {
@@ -102,86 +102,108 @@ TEST(ExportColumns, CaptionsFromControlNames) {
   for (const auto& [name, expected] : cases) EXPECT_EQ(CaptionFromName(name), expected) << name;
 }
 
-DataCell At(const char* name, float left, float width, Variant value = Variant()) {
-  return DataCell{name, left, width, std::move(value), name, ""};
-}
-
-TEST(ExportColumns, TotalsLandUnderTheColumnsTheyTotal) {
-  const std::vector<DataRow> rows = {
-      {RowKind::PageHeader, 0, "PageHeader", {}, {"Ledger", "Amount", "Balance Due", "Dated"}},
-      {RowKind::GroupHeader, 1, "GroupHeader1", {At("ghName", 0, 3000)}, {}},
-      {RowKind::Detail,
-       0,
-       "Detail",
-       {At("txtAmount", 2000, 1000), At("txtDate", 0, 1000), At("txtBal", 3000, 1000)},
-       {}},
-  };
-  const ExportColumns columns = ExportColumns::FromRows(rows);
-  std::vector<std::string> captions;
-  for (const auto& c : columns.Columns()) captions.push_back(c.name + "=" + c.caption);
-  EXPECT_THAT(captions,
-              ::testing::ElementsAre("txtDate=Dated", "txtAmount=Amount", "txtBal=Balance Due"));
-
+TEST(CellText, NumbersExportAsTheyPrinted) {
+  // The printed figure wins over the value behind it where the two agree to the printed digits;
+  // otherwise the value stands.
   struct Case {
-    DataRow row;
-    std::vector<std::string> expected;  // cell names by column, "" for none
+    Variant value;
+    const char* printed;
+    const char* expected;
   };
   const Case cases[] = {
-      {{RowKind::GroupFooter, 1, "", {At("gfBalance", 3100, 900), At("gfAmount", 2000, 1000)}, {}},
-       {"", "gfAmount", "gfBalance"}},
-      {{RowKind::GroupHeader, 1, "", {At("ghName", 0, 3000)}, {}}, {"ghName", "", ""}},
-      // Two cells over one column: the second takes the nearest free one.
-      {{RowKind::ReportFooter, 0, "", {At("rfA", 0, 500), At("rfB", 500, 500)}, {}},
-       {"rfA", "rfB", ""}},
-      // More cells than columns: the rest go after the last column.
+      {Variant(81245.74000000001), "81,245.74", "81245.74"},
+      {Variant(-1234.5), "(1,234.50)", "-1234.50"},
+      {Currency::FromRaw(12345600), "$1,234.56", "1234.56"},
+      {Currency::FromRaw(-12345600), "-$1,234.56", "-1234.56"},
+      {Variant(1234.56), "1,235", "1235"},     // rounded whole, as the report printed it
+      {Variant(8.4123), "8.4", "8.4"},         // a percentage to one place
+      {Variant(-0.001), "(0.00)", "0.00"},     // nought has no sign
+      {Variant(0.125), "12.5%", "0.125"},      // not a plain figure: the value
+      {Variant(1234.56), "1,234", "1234.56"},  // too far from the value: the value
+      {Variant(std::int64_t{2}), "2 items", "2"},
+      {Currency::FromRaw(-12345000), "-1234.50", "-1234.50"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, c.value, c.printed, ""}), c.expected) << c.printed;
+  }
+  // A field that printed blank holds nothing, whatever value lies behind it.
+  EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, Variant(12.5), " ", ""}), "");
+  EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, Variant(true), "", ""}), "True");
+}
+
+// Text prints as it stands; other values print as the cell's name.
+DataCell At(const char* name, float left, float width, Variant value = Variant()) {
+  const std::string* text = value.Get<std::string>();
+  std::string printed = text ? *text : name;
+  return DataCell{name, left, width, std::move(value), std::move(printed), ""};
+}
+
+engine::DocumentInfo Declared(std::vector<engine::TableColumn> columns) {
+  engine::DocumentInfo info = testing::LetterDocument("Ledger");
+  info.columns = std::move(columns);  // in place of the sample ledger's
+  return info;
+}
+
+TEST(ExportColumns, RowsGoUnderTheDeclaredColumns) {
+  // Two fields under one heading ("This Year" over the inner and the outer figure), a heading
+  // with no field of its own (filled by a sub-report), and a field under no heading.
+  const ExportColumns columns(Declared({
+      {"Description", {"txtDescription", "txtDescription2"}, 1000, 3000},
+      {"Date", {}, 4000, 1000},
+      {"This Year", {"numField1", "numField2"}, 5000, 2000},
+      {"", {"txtCheck"}, 7000, 500},
+  }));
+  std::vector<std::string> captions;
+  for (const auto& c : columns.Columns()) captions.push_back(c.caption);
+  EXPECT_THAT(captions, ::testing::ElementsAre("Description", "Date", "This Year", "Check"));
+
+  DataRow sub{RowKind::Detail, 0, "", {At("txtDate", 4100, 800), At("txtAmount", 6000, 900)}, {}};
+  sub.depth = 1;
+  DataRow blank_inner{
+      RowKind::Detail, 0, "", {At("numField1", 5000, 1000), At("numField2", 6000, 1000)}, {}};
+  blank_inner.cells[0].text = " ";
+  DataRow heading{RowKind::GroupHeader, 1, "", {}, {"Branch: AKL  Auckland"}};
+  struct Case {
+    DataRow row;
+    std::vector<std::string> expected;  // cell names by column, "+" between several, "" for none
+  };
+  const Case cases[] = {
+      {blank_inner, {"", "", "numField2", ""}},
+      // A sub-report's line goes by where it printed, not by its names.
+      {sub, {"", "txtDate", "txtAmount", ""}},
+      // A footer's total goes under the column it prints beneath.
+      {{RowKind::GroupFooter, 1, "", {At("gfTotal", 6100, 800)}, {}}, {"", "", "gfTotal", ""}},
       {{RowKind::Detail,
         0,
         "",
-        {At("txtDate", 0, 1000), At("x", 0, 100), At("y", 0, 100), At("z", 0, 100)},
+        {At("txtDescription", 1000, 3000), At("txtDescription2", 1000, 3000)},
         {}},
-       {"txtDate", "x", "y", "z"}},
+       {"txtDescription+txtDescription2", "", "", ""}},
+      {heading, {"=Branch: AKL  Auckland", "", "", ""}},
   };
   for (const Case& c : cases) {
+    auto values = columns.Assign(c.row);
+    ASSERT_TRUE(values.has_value());
     std::vector<std::string> names;
-    for (const DataCell* cell : columns.Assign(c.row)) names.push_back(cell ? cell->name : "");
-    EXPECT_EQ(names, c.expected) << c.row.cells.front().name;
+    for (const ExportValue& v : *values) {
+      std::string joined = v.text.empty() ? "" : "=" + v.text;
+      for (const DataCell* cell : v.cells) joined += (joined.empty() ? "" : "+") + cell->name;
+      names.push_back(joined);
+    }
+    EXPECT_EQ(names, c.expected) << c.row.cells.size();
   }
+  // Page furniture, rows that print nothing and the run's description are no rows of the table.
+  EXPECT_FALSE(columns.Assign({RowKind::PageHeader, 0, "", {At("txtCompany", 0, 3000)}, {}}));
+  EXPECT_FALSE(columns.Assign({RowKind::ReportHeader, 0, "", {}, {}}));
+  EXPECT_FALSE(columns.Assign({RowKind::ReportFooter, 0, "", {At("txtParameters", 0, 9000)}, {}}));
 }
 
-TEST(ExportColumns, ALabelNamedAsTheColumnGivesItsHeading) {
-  // Statement columns are numField1..n under labels lblField1..n whose captions say nothing of
-  // the names ("Debits"); the label's name pairs them. Without names, captions are matched.
-  DataRow header{RowKind::PageHeader, 0, "PageHeader", {}, {"Code", "Debits", "Credits"}};
-  header.label_names = {"lblCode", "lblField2", "lblField1"};
-  const std::vector<DataRow> rows = {
-      header,
-      {RowKind::Detail,
-       0,
-       "Detail",
-       {At("txtCode", 0, 800), At("numField1", 4000, 1000), At("numField2", 5000, 1000)},
-       {}},
-  };
-  const ExportColumns columns = ExportColumns::FromRows(rows);
-  std::vector<std::string> captions;
-  for (const auto& c : columns.Columns()) captions.push_back(c.caption);
-  EXPECT_THAT(captions, ::testing::ElementsAre("Code", "Credits", "Debits"));
-}
-
-TEST(ExportColumns, HeadingsFallBackToNamesAndSummaryReportsUseFooters) {
-  const std::vector<DataRow> rows = {
-      {RowKind::PageHeader, 0, "PageHeader", {}, {"Customer Balances", "Page"}},
-      {RowKind::GroupFooter, 1, "", {At("gfTotal", 4000, 1000), At("gfName", 0, 3000)}, {}},
-  };
-  const ExportColumns columns = ExportColumns::FromRows(rows);
-  std::vector<std::string> captions;
-  for (const auto& c : columns.Columns()) captions.push_back(c.caption);
-  EXPECT_THAT(captions, ::testing::ElementsAre("Name", "Total"));
-}
-
-TEST(CsvSink, WritesHeadingKindsLevelsAndPlainValues) {
+TEST(CsvSink, OneHeadingLineThenPlainValues) {
   testing::ScratchDir dir;
   auto sink = MakeSink(Format::Csv, dir / "out.csv");
-  sink->Begin(testing::LetterDocument("Ledger"));
+  sink->Begin(Declared({{"Date", {"txtDate"}, 0, 1000},
+                        {"Name", {"txtName"}, 1000, 3000},
+                        {"Amount", {"txtAmount"}, 4000, 1000}}));
   engine::Page page = testing::LetterPage(1);
   page.rows = {
       {RowKind::PageHeader, 0, "PageHeader", {}, {"Date", "Name", "Amount"}},
@@ -207,21 +229,21 @@ TEST(CsvSink, WritesHeadingKindsLevelsAndPlainValues) {
   sink->AddPage(second);
   sink->End();
   EXPECT_EQ(testing::ReadFile(dir / "out.csv"),
-            "Row,Level,Date,Name,Amount\r\n"
-            "Group Header,2,,\"North, \"\"upper\"\"\",\r\n"
-            "Detail,,2024-07-01,\"two\r\nlines\",-1234.50\r\n"
-            "Detail,,,plain,2.00\r\n"
-            "Group Footer,2,,,-1232.50\r\n"
-            "Report Footer,,2,,\r\n");
+            "Date,Name,Amount\r\n"
+            ",\"North, \"\"upper\"\"\",\r\n"
+            "2024-07-01,\"two\r\nlines\",-1234.50\r\n"
+            ",plain,2.00\r\n"
+            ",,-1232.50\r\n"
+            "2,,\r\n");
 }
 
 TEST(CsvSink, ReportWithoutRowsStillHasItsHeading) {
   testing::ScratchDir dir;
   auto sink = MakeSink(Format::Csv, dir / "out.csv");
-  sink->Begin(testing::LetterDocument("Ledger"));
+  sink->Begin(Declared({{"Code", {"txtCode"}, 0, 1000}, {"Name", {"txtName"}, 1000, 3000}}));
   sink->AddPage(testing::LetterPage(1));
   sink->End();
-  EXPECT_EQ(testing::ReadFile(dir / "out.csv"), "Row,Level\r\n");
+  EXPECT_EQ(testing::ReadFile(dir / "out.csv"), "Code,Name\r\n");
 }
 
 }  // namespace

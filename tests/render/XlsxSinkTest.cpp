@@ -38,13 +38,21 @@ print(re.search(r'<sheet name="([^"]*)"', z.read('xl/workbook.xml').decode()).gr
 )py";
 
 DataCell At(const char* name, float left, Variant value, const char* format = "") {
-  return DataCell{name, left, 1000, std::move(value), "as printed", format};
+  // Text prints as it stands; other values print as something else than their plain form.
+  const std::string* text = value.Get<std::string>();
+  std::string printed = text ? *text : "as printed";
+  return DataCell{name, left, 1000, std::move(value), std::move(printed), format};
 }
 
 TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
   testing::ScratchDir dir;
   auto sink = MakeSink(Format::Xlsx, dir / "out.xlsx");
-  sink->Begin(testing::LetterDocument("Aged [Debtors]: Summary"));
+  engine::DocumentInfo info = testing::LetterDocument("Aged [Debtors]: Summary");
+  info.columns = {{"Date", {"txtDate", "ghName"}, 0, 1000},
+                  {"Amount", {"txtAmount", "gfAmount"}, 1000, 1000},
+                  {"Paid", {"txtPaid", "gfCount"}, 2000, 1000}};
+  info.group_levels = 1;
+  sink->Begin(info);
   engine::Page page = testing::LetterPage(1);
   page.rows = {
       {RowKind::PageHeader, 0, "", {}, {"Date", "Amount", "Paid"}},
@@ -76,30 +84,22 @@ TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
   const std::string dump = testing::RunCommand("python3 '" + (dir / "dump.py").string() + "' '" +
                                                (dir / "out.xlsx").string() + "'");
   EXPECT_EQ(dump,
-            "A1 inlineStr Row General\n"
-            "B1 inlineStr Level General\n"
-            "C1 inlineStr Date General\n"
-            "D1 inlineStr Amount General\n"
-            "E1 inlineStr Paid General\n"
-            "A2 inlineStr Group Header General\n"
-            "B2 n 1 General\n"
-            "C2 inlineStr Acme &amp; Sons &lt;Ltd&gt; General\n"
-            "A3 inlineStr Detail General\n"
-            "C3 n 45474 d mmm yyyy\n"
-            "D3 n -1234.56 #,##0.00;(#,##0.00)\n"
-            "E3 b 1 General\n"
-            "A4 inlineStr Detail General\n"
-            "C4 n 45475.5 d/mm/yyyy h:mm:ss AM/PM\n"
-            "D4 n 0.0001 #,##0.00;-#,##0.00\n"
-            "A5 inlineStr Group Footer General\n"
-            "B5 n 1 General\n"
-            "D5 n -1234.5599 $#,##0.00;-$#,##0.00\n"
-            "E5 n 2 0 \"items\"\n"
+            "A1 inlineStr Date General\n"
+            "B1 inlineStr Amount General\n"
+            "C1 inlineStr Paid General\n"
+            "A2 inlineStr Acme &amp; Sons &lt;Ltd&gt; General\n"
+            "A3 n 45474 d mmm yyyy\n"
+            "B3 n -1234.56 #,##0.00;(#,##0.00)\n"
+            "C3 b 1 General\n"
+            "A4 n 45475.5 d/mm/yyyy h:mm:ss AM/PM\n"
+            "B4 n 0.0001 #,##0.00;-#,##0.00\n"
+            "B5 n -1234.5599 $#,##0.00;-$#,##0.00\n"
+            "C5 n 2 0 \"items\"\n"
             "row 3 outline 1\n"
             "row 4 outline 1\n"
             "<sheetView tabSelected=\"1\" workbookViewId=\"0\">\n"
             "<pane ySplit=\"1\" topLeftCell=\"A2\" activePane=\"bottomLeft\" state=\"frozen\"/>\n"
-            "<autoFilter ref=\"A1:E5\"/>\n"
+            "<autoFilter ref=\"A1:C5\"/>\n"
             "Aged Debtors Summary\n");
   EXPECT_THAT(testing::RunCommand(
                   "python3 -c \"import sys, zipfile; "
@@ -108,10 +108,51 @@ TEST(XlsxSink, CellsAreTypedWithFormatsFromTheirMasks) {
               ::testing::HasSubstr("<dc:title>Aged [Debtors]: Summary</dc:title>"));
 }
 
+TEST(XlsxSink, TitleBlockAboveAFrozenHeadingAndFiguresAsPrinted) {
+  testing::ScratchDir dir;
+  auto sink = MakeSink(Format::Xlsx, dir / "out.xlsx");
+  engine::DocumentInfo info = testing::LetterDocument("Trial Balance");
+  info.title_lines = {"Tui Bay Marine Ltd", "YTD Trial Balance ending 30/11/2025"};
+  info.description = "Accounts: 1000-1999\r\nBased on Budget figures";
+  info.columns = {{"Closing", {"numField5"}, 0, 2100}};
+  sink->Begin(info);
+  engine::Page page = testing::LetterPage(1);
+  DataCell figure = At("numField5", 0, Variant(81245.74000000001), "#,##0.00;(#,##0.00)");
+  figure.text = "81,245.74";
+  DataCell money = At("numField5", 0, Currency::FromRaw(-8124574000), "#,##0.00;(#,##0.00)");
+  money.text = "(812,457.40)";
+  page.rows = {{RowKind::Detail, 0, "", {figure}, {}}, {RowKind::Detail, 0, "", {money}, {}}};
+  sink->AddPage(page);
+  sink->End();
+  testing::WriteFile(dir / "dump.py", kDumpCells);
+  const std::string dump = testing::RunCommand("python3 '" + (dir / "dump.py").string() + "' '" +
+                                               (dir / "out.xlsx").string() + "'");
+  EXPECT_EQ(dump,
+            "A1 inlineStr Tui Bay Marine Ltd General\n"
+            "A2 inlineStr YTD Trial Balance ending 30/11/2025 General\n"
+            "A3 inlineStr Accounts: 1000-1999 General\n"
+            "A4 inlineStr Based on Budget figures General\n"
+            "A6 inlineStr Closing General\n"
+            "A7 n 81245.74 #,##0.00;(#,##0.00)\n"
+            "A8 n -812457.40 #,##0.00;(#,##0.00)\n"
+            "<sheetView tabSelected=\"1\" workbookViewId=\"0\">\n"
+            "<pane ySplit=\"6\" topLeftCell=\"A7\" activePane=\"bottomLeft\" state=\"frozen\"/>\n"
+            "<autoFilter ref=\"A6:A8\"/>\n"
+            "Trial Balance\n");
+  // As wide as the column printed: 2100 twips are 20 characters.
+  EXPECT_THAT(testing::RunCommand("python3 -c \"import sys, zipfile; "
+                                  "print(zipfile.ZipFile(sys.argv[1]).read("
+                                  "'xl/worksheets/sheet1.xml').decode())\" '" +
+                                  (dir / "out.xlsx").string() + "'"),
+              ::testing::HasSubstr("<col min=\"1\" max=\"1\" width=\"20.00\" customWidth=\"1\"/>"));
+}
+
 TEST(XlsxSink, LongReportsGoOnInFurtherSheets) {
   testing::ScratchDir dir;
   XlsxSink sink(dir / "out.xlsx", 3);  // a heading and two rows a sheet
-  sink.Begin(testing::LetterDocument("A title thirty-one characters!!"));
+  engine::DocumentInfo info = testing::LetterDocument("A title thirty-one characters!!");
+  info.columns = {{"N", {"txtN"}, 0, 1000}};
+  sink.Begin(info);
   engine::Page page = testing::LetterPage(1);
   for (int i = 1; i <= 5; ++i) {
     page.rows.push_back({RowKind::Detail, 0, "", {At("txtN", 0, std::int64_t{i})}, {}});
@@ -124,7 +165,7 @@ z = zipfile.ZipFile(sys.argv[1])
 names = re.findall(r'<sheet name="([^"]*)"', z.read('xl/workbook.xml').decode())
 for i, name in enumerate(names, 1):
     sheet = z.read('xl/worksheets/sheet%d.xml' % i).decode()
-    print(name, re.findall(r'<c r="C\d+"[^>]*>(?:<v>|<is><t>)([^<]*)<', sheet))
+    print(name, re.findall(r'<c r="A\d+"[^>]*>(?:<v>|<is><t[^>]*>)([^<]*)<', sheet))
 )py";
   testing::WriteFile(dir / "sheets.py", script);
   EXPECT_EQ(testing::RunCommand("python3 '" + (dir / "sheets.py").string() + "' '" +
@@ -147,12 +188,13 @@ TEST(XlsxSink, LineBreaksAreStoredAsBareLineFeeds) {
   };
   testing::ScratchDir dir;
   auto sink = MakeSink(Format::Xlsx, dir / "out.xlsx");
-  sink->Begin(testing::LetterDocument("Notes"));
+  engine::DocumentInfo info = testing::LetterDocument("Notes");
+  info.columns = {{"Note\r\ntext", {"txtNote"}, 0, 1000}};
+  sink->Begin(info);
   engine::Page page = testing::LetterPage(1);
-  page.rows.push_back({RowKind::PageHeader, 0, "", {}, {"Note\r\ntext"}});
   for (const auto& [value, expected] : cases) {
     DataCell cell = At("txtNote", 0, value);
-    cell.text = "as\r\nprinted";
+    if (value.IsEmpty()) cell.text = "as\r\nprinted";
     page.rows.push_back({RowKind::Detail, 0, "", {cell}, {}});
   }
   sink->AddPage(page);
@@ -160,7 +202,7 @@ TEST(XlsxSink, LineBreaksAreStoredAsBareLineFeeds) {
   const std::string script = R"py(
 import re, sys, zipfile
 sheet = zipfile.ZipFile(sys.argv[1]).read('xl/worksheets/sheet1.xml').decode()
-for text in re.findall(r'<c r="C\d+"[^>]*><is><t[^>]*>(.*?)</t>', sheet, re.S):
+for text in re.findall(r'<c r="A\d+"[^>]*><is><t[^>]*>(.*?)</t>', sheet, re.S):
     print(repr(text))
 )py";
   testing::WriteFile(dir / "texts.py", script);

@@ -1,0 +1,323 @@
+// Every report that runs, on the demo company: its CSV heads exactly the columns its printed
+// pages head, in their order, and every figure and text a row printed stands in the CSV under
+// the heading it printed beneath, with the value it printed.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "core/Catalogue.h"
+#include "platform/engine/ReportEngine.h"
+#include "platform/render/Render.h"
+#include "platform/runtime/Strings.h"
+#include "reports/Designers.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// What the printed page shows of a report: furniture is no heading.
+constexpr std::string_view kFurniture[] = {"lblReportTitle", "phDated", "lblNotice"};
+
+// Keeps the pages and passes everything on to the exports as well: one run gives all three.
+class TeeSink : public engine::PageSink {
+ public:
+  explicit TeeSink(std::vector<engine::PageSink*> others) : others_(std::move(others)) {}
+  void Begin(const engine::DocumentInfo& info) override {
+    for (auto* other : others_) other->Begin(info);
+  }
+  void AddPage(const engine::Page& page) override {
+    pages.push_back(page);
+    for (auto* other : others_) other->AddPage(page);
+  }
+  void End() override {
+    for (auto* other : others_) other->End();
+  }
+  void Abort() override {
+    for (auto* other : others_) other->Abort();
+  }
+
+  std::vector<engine::Page> pages;
+
+ private:
+  std::vector<engine::PageSink*> others_;
+};
+
+// The workbook read back from its XML: first its head (title block lines, the frozen row and
+// the column widths), then its rows from the heading line on, as CSV: numbers as the sheet holds
+// them, dates (numbers with a date format) in ISO form, booleans True/False.
+constexpr const char* kWorkbookAsCsv = R"py(
+import csv, datetime, re, sys, zipfile
+z = zipfile.ZipFile(sys.argv[1])
+sheet = z.read('xl/worksheets/sheet1.xml').decode()
+styles = z.read('xl/styles.xml').decode()
+codes = {int(i): c for i, c in re.findall(r'<numFmt numFmtId="(\d+)" formatCode="([^"]*)"', styles)}
+xfs = [int(i) for i in re.findall(r'<xf [^>]*?numFmtId="(\d+)"', styles.split('<cellXfs')[1])]
+pane = re.search(r'<pane ySplit="(\d+)"', sheet)
+heading = int(pane.group(1))
+widths = re.findall(r'<col min="\d+" max="\d+" width="([\d.]+)"', sheet)
+rows = {}
+def unescape(t):
+    return t.replace('&lt;', '<').replace('&gt;', '>').replace('&quot;', '"').replace('&amp;', '&')
+for r, body in re.findall(r'<row r="(\d+)"[^>]*>(.*?)</row>', sheet, re.S):
+    cells = {}
+    for ref, attrs, inner in re.findall(r'<c r="([A-Z]+)\d+"([^>]*)>(.*?)</c>', body, re.S):
+        col = 0
+        for ch in ref: col = col * 26 + ord(ch) - 64
+        t = re.search(r't="(\w+)"', attrs)
+        s = re.search(r's="(\d+)"', attrs)
+        code = codes.get(xfs[int(s.group(1))], '') if s else ''
+        if t and t.group(1) == 'inlineStr':
+            v = unescape(re.search(r'<t[^>]*>(.*?)</t>', inner, re.S).group(1)).replace('\n', '\r\n')
+        elif t and t.group(1) == 'b':
+            v = 'True' if re.search(r'<v>(.*?)</v>', inner).group(1) == '1' else 'False'
+        else:
+            v = re.search(r'<v>(.*?)</v>', inner).group(1)
+            if 'yy' in code:
+                d = datetime.datetime(1899, 12, 30) + datetime.timedelta(days=float(v))
+                v = d.strftime('%Y-%m-%d %H:%M:%S' if float(v) % 1 else '%Y-%m-%d')
+        cells[col] = v
+    rows[int(r)] = cells
+width = max([len(widths)] + [max(c) for c in rows.values() if c])
+head = [rows[r].get(1, '').replace('\r\n', ' ') for r in sorted(rows) if r < heading and rows[r]]
+print('\x1f'.join(head + ['frozen %d' % heading, 'widths %d' % len(widths)]))
+w = csv.writer(sys.stdout, lineterminator='\r\n')
+for r in sorted(rows):
+    if r >= heading:
+        w.writerow([rows[r].get(c, '') for c in range(1, width + 1)])
+)py";
+
+std::string Command(const std::string& command) {
+  std::string out;
+  if (FILE* pipe = ::popen(command.c_str(), "r")) {
+    char buffer[4096];
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+      out.append(buffer, n);
+    ::pclose(pipe);
+  }
+  return out;
+}
+
+std::string ReadAll(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The fields of one CSV record; quoted fields may hold commas, quotes and line breaks.
+std::vector<std::vector<std::string>> ReadCsv(const std::string& text) {
+  std::vector<std::vector<std::string>> records(1, std::vector<std::string>(1));
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (quoted) {
+      if (c == '"' && i + 1 < text.size() && text[i + 1] == '"') {
+        records.back().back() += '"';
+        ++i;
+      } else if (c == '"') {
+        quoted = false;
+      } else {
+        records.back().back() += c;
+      }
+    } else if (c == '"') {
+      quoted = true;
+    } else if (c == ',') {
+      records.back().emplace_back();
+    } else if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+      ++i;
+      records.emplace_back(1);
+    } else {
+      records.back().back() += c;
+    }
+  }
+  if (records.back().size() == 1 && records.back()[0].empty()) records.pop_back();
+  return records;
+}
+
+// A figure as a plain decimal with no trailing zeros ("1,234.50" and "1234.5" both give
+// "1234.5"); "" when the text is no figure. Brackets and a minus make it negative.
+std::string Figure(std::string text) {
+  text = Trim(text);
+  bool negative = false;
+  if (text.size() >= 2 && text.front() == '(' && text.back() == ')') {
+    negative = true;
+    text = text.substr(1, text.size() - 2);
+  }
+  if (!text.empty() && text.front() == '-') {
+    negative = !negative;
+    text.erase(0, 1);
+  }
+  if (!text.empty() && text.front() == '$') text.erase(0, 1);
+  std::string digits;
+  for (char c : text) {
+    if (c == ',') continue;
+    if (!std::isdigit(static_cast<unsigned char>(c)) && c != '.') return "";
+    digits += c;
+  }
+  if (digits.empty() || std::count(digits.begin(), digits.end(), '.') > 1) return "";
+  if (digits.find('.') != std::string::npos) {
+    while (digits.back() == '0') digits.pop_back();
+    if (digits.back() == '.') digits.pop_back();
+  }
+  while (digits.size() > 1 && digits[0] == '0' && digits[1] != '.') digits.erase(0, 1);
+  if (digits == "0" || digits.empty()) return "0";
+  return (negative ? "-" : "") + digits;
+}
+
+// What the CSV must hold for a printed text: the same figure, the date in ISO form, a
+// yes/no as True/False, else the same text.
+bool SameValue(const std::string& printed, const std::string& exported) {
+  const std::string figure = Figure(printed);
+  if (!figure.empty()) return Figure(exported) == figure;
+  const std::vector<std::string> dmy = Split(printed, "/");
+  if (dmy.size() == 3 && dmy[2].size() == 4) {
+    char iso[16];
+    std::snprintf(iso, sizeof iso, "%s-%02d-%02d", dmy[2].c_str(), std::atoi(dmy[1].c_str()),
+                  std::atoi(dmy[0].c_str()));
+    return exported == iso;
+  }
+  if (printed == "Yes" || printed == "No") return exported == (printed == "Yes" ? "True" : "False");
+  // A count printed with words ("Count: 46") exports its number.
+  const std::vector<std::string> words = Split(Trim(printed), " ");
+  if (!Figure(exported).empty() && Figure(words.back()) == Figure(exported)) return true;
+  return exported == printed;
+}
+
+bool IsFurniture(const std::string& name) {
+  return std::any_of(std::begin(kFurniture), std::end(kFurniture),
+                     [&](std::string_view f) { return f == name; });
+}
+
+float Overlap(std::pair<float, float> span, float left, float width) {
+  return std::min(span.first + span.second, left + width) - std::max(span.first, left);
+}
+
+class ExportTable : public DemoReports {};
+
+TEST_F(ExportTable, CsvHeadsThePrintedColumnsAndHoldsEachValueUnderItsHeading) {
+  const fs::path folder =
+      fs::temp_directory_path() / ("trellin-export-table-" + std::to_string(::getpid()));
+  fs::create_directories(folder);
+  const fs::path script = folder / "workbook.py";
+  std::ofstream(script) << kWorkbookAsCsv;
+  int keys = 0;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    if (FindDesignerFactory(Designers(), entry.designer) == nullptr) continue;
+    SCOPED_TRACE(entry.key);
+    ++keys;
+    const fs::path csv = folder / (std::string(entry.key) + ".csv");
+    const fs::path xlsx = folder / (std::string(entry.key) + ".xlsx");
+    DesignerPtr designer = Open(entry.key, {});
+    {
+      auto csv_sink = render::MakeSink(render::Format::Csv, csv);
+      auto xlsx_sink = render::MakeSink(render::Format::Xlsx, xlsx);
+      TeeSink tee({csv_sink.get(), xlsx_sink.get()});
+      engine::RunReport(*designer, tee);
+      designer->TLReport()->SetArReport(nullptr);
+      designer->SetTLReport(nullptr);
+
+      // The headings: the labels the first page header prints, left to right.
+      std::vector<std::string> headings;
+      std::vector<std::pair<float, float>> spans;
+      ASSERT_FALSE(tee.pages.empty());
+      for (const engine::DataRow& row : tee.pages[0].rows) {
+        if (row.kind != engine::RowKind::PageHeader || row.depth != 0) continue;
+        for (std::size_t i = 0; i < row.labels.size(); ++i) {
+          if (IsFurniture(row.label_names[i]) || Trim(row.labels[i]).empty()) continue;
+          headings.push_back(Trim(row.labels[i]));
+          spans.push_back(row.label_spans[i]);
+        }
+      }
+      const std::string csv_text = ReadAll(csv);
+      const auto records = ReadCsv(csv_text);
+      ASSERT_FALSE(records.empty());
+      EXPECT_EQ(records[0], headings);
+      if (records[0] != headings) continue;
+
+      // Each row that printed a value is the next record, with every value under the heading
+      // it printed beneath.
+      std::size_t next = 1;
+      for (const engine::Page& page : tee.pages) {
+        for (const engine::DataRow& row : page.rows) {
+          if (row.kind == engine::RowKind::PageHeader || row.kind == engine::RowKind::PageFooter)
+            continue;
+          std::vector<std::vector<std::string>> printed(headings.size());
+          bool any = false;
+          for (const engine::DataCell& cell : row.cells) {
+            if (Trim(cell.text).empty() || cell.name == "txtParameters") continue;
+            std::size_t best = 0;
+            for (std::size_t i = 1; i < spans.size(); ++i) {
+              if (Overlap(spans[i], cell.left, cell.width) >
+                  Overlap(spans[best], cell.left, cell.width))
+                best = i;
+            }
+            printed[best].push_back(cell.text);
+            any = true;
+          }
+          if (!any && row.kind == engine::RowKind::GroupHeader) {
+            for (const std::string& label : row.labels) {
+              if (!Trim(label).empty()) printed[0].push_back(label);
+            }
+            any = !printed[0].empty();
+          }
+          if (!any) continue;
+          ASSERT_LT(next, records.size()) << "a printed row is missing from the CSV";
+          const std::vector<std::string>& record = records[next++];
+          ASSERT_EQ(record.size(), headings.size()) << "record " << next - 1;
+          for (std::size_t i = 0; i < headings.size(); ++i) {
+            if (printed[i].empty()) {
+              EXPECT_EQ(record[i], "") << "record " << next - 1 << " under " << headings[i];
+              continue;
+            }
+            // Several texts under one heading stand joined by a blank, in the order printed:
+            // each takes as many blank-parted words of the export as it has itself.
+            const std::vector<std::string> words = Split(record[i], " ");
+            std::size_t at = 0;
+            bool same = true;
+            for (std::size_t k = 0; same && k < printed[i].size(); ++k) {
+              const std::size_t count = k + 1 == printed[i].size()
+                                            ? words.size() - std::min(at, words.size())
+                                            : Split(Trim(printed[i][k]), " ").size();
+              if (at + count > words.size()) {
+                same = false;
+                break;
+              }
+              const std::vector<std::string> part(words.begin() + at, words.begin() + at + count);
+              same = SameValue(printed[i][k], Join(part, " "));
+              at += count;
+            }
+            EXPECT_TRUE(same) << "record " << next - 1 << " under " << headings[i] << ": printed \""
+                              << Join(printed[i], "|") << "\", exported \"" << record[i] << "\"";
+          }
+        }
+      }
+      EXPECT_EQ(next, records.size()) << "the CSV has records no printed row accounts for";
+
+      // The workbook: the same table cell for cell under a title block of the company and
+      // the printed title, with the panes frozen on the heading line and every column sized.
+      std::string workbook = Command("python3 '" + script.string() + "' '" + xlsx.string() + "'");
+      const std::size_t head_end = workbook.find('\n');
+      ASSERT_NE(head_end, std::string::npos) << workbook;
+      const std::vector<std::string> head = Split(workbook.substr(0, head_end), "\x1f");
+      ASSERT_GE(head.size(), 4u) << workbook.substr(0, head_end);
+      EXPECT_EQ(head[0], "Tui Bay Marine Ltd");
+      // The title lines, a blank row, then the heading line, on which the panes freeze.
+      EXPECT_EQ(head[head.size() - 2], "frozen " + std::to_string(head.size()));
+      EXPECT_EQ(head.back(), "widths " + std::to_string(headings.size()));
+      EXPECT_EQ(ReadCsv(workbook.substr(head_end + 1)), records);
+    }
+  }
+  EXPECT_GE(keys, 23);
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
