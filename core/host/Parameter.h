@@ -43,6 +43,9 @@ class Parameter {
   std::string Choices;
   // Name of the parameter a Groupings list depends on (SetDependency).
   std::string Dependency;
+  // What the dialogue tells the user beside the prompt: above all, what a value left blank
+  // stands for ("Left blank, the general ledger's current date (GLCURRENT).").
+  std::string Help;
   // Number parameters: the initial number given to AddNumber, and the bounds Validate holds the
   // value to (none when unset). AddNumber sets the money-range bounds -9999999999 and 9999999999.
   std::int64_t Initial = 0;

@@ -21,6 +21,23 @@ constexpr std::string_view kNumericListFields[] = {
     "Item.Inventory",
 };
 
+// A period list and the two dates it governs.
+struct PeriodDates {
+  std::string_view period;
+  std::string_view from;
+  std::string_view to;
+};
+
+constexpr PeriodDates kPeriodDates[] = {
+    {"Period", "FromDate", "ToDate"},
+    {"Period", "DateFrom", "DateTo"},
+    {"Period", "PeriodDateFrom", "PeriodDateTo"},
+    {"Period1", "Period1DateFrom", "Period1DateTo"},
+    {"Period2", "Period2DateFrom", "Period2DateTo"},
+};
+
+constexpr std::string_view kCustom = "Custom";
+
 constexpr int kTextDataType = 8;
 constexpr int kNumberDataType = 3;
 
@@ -85,6 +102,7 @@ std::vector<DialogueEntry> ParameterDialogue::List(bool with_rows) const {
     entry.Value = parameter->Value;
     entry.DefaultValue = parameter->DefaultValue;
     entry.Dependency = parameter->Dependency;
+    entry.Help = parameter->Help;
     switch (parameter->Kind) {
       case ParameterType::Date:
         if (resolver_ && !HasNoDefault(parameter->DefaultValue)) {
@@ -116,6 +134,31 @@ std::vector<DialogueEntry> ParameterDialogue::List(bool with_rows) const {
         break;
     }
     entries.push_back(std::move(entry));
+  }
+  // A first date a period governs shows the day the period gives it, when it has no default of
+  // its own.
+  auto find = [&entries](std::string_view name) -> DialogueEntry* {
+    for (DialogueEntry& entry : entries) {
+      if (EqualsIgnoreCase(entry.Name, name)) return &entry;
+    }
+    return nullptr;
+  };
+  for (const PeriodDates& row : kPeriodDates) {
+    DialogueEntry* period = find(row.period);
+    DialogueEntry* from = find(row.from);
+    DialogueEntry* to = find(row.to);
+    if (!period || !from || !to || from->Kind != ParameterType::Date ||
+        !from->ResolvedDefault.IsEmpty())
+      continue;
+    const Variant& end = to->Value.IsDate() ? to->Value : to->ResolvedDefault;
+    if (!end.IsDate()) continue;
+    try {
+      if (auto start = PeriodStart(period->Value.Text(), end.ToDate())) {
+        from->ResolvedDefault = Variant(*start);
+      }
+    } catch (const std::exception&) {
+      from->ResolvedDefault = Variant::Null();
+    }
   }
   return entries;
 }
@@ -156,6 +199,60 @@ void ParameterDialogue::Resolve() {
     // A default that means nothing leaves the date absent (Null): the report's range stays
     // open at that end, as when the user clears the date.
     parameter->Value = date.IsDate() ? date : Variant::Null();
+  }
+  ApplyPeriods();
+}
+
+std::optional<Date> ParameterDialogue::PeriodStart(const std::string& period, Date to) const {
+  to = to.DateOnly();
+  if (EqualsIgnoreCase(period, "MTD")) return to.FirstOfMonth();
+  if (!EqualsIgnoreCase(period, "QTD") && !EqualsIgnoreCase(period, "YTD") &&
+      !EqualsIgnoreCase(period, kCustom)) {
+    return std::nullopt;
+  }
+  // The financial year is the calendar's, through the resolver: "BOY" as at the period's end.
+  Date year_start = Date::FromYmd(to.Year(), 1, 1);
+  if (resolver_) {
+    Parameters as_at;
+    as_at.AddDate("DateAsAt", Variant(to), false, "", Variant(), false, "");
+    const Variant start = resolver_(Variant("BOY"), as_at);
+    if (start.IsDate()) year_start = start.ToDate().DateOnly();
+  }
+  if (!EqualsIgnoreCase(period, "QTD")) return year_start;
+  const int months = (to.Year() - year_start.Year()) * 12 + to.Month() - year_start.Month();
+  return year_start.AddMonths(months / 3 * 3);
+}
+
+void ParameterDialogue::ApplyPeriods() {
+  for (const PeriodDates& row : kPeriodDates) {
+    const ParameterPtr period = parameters_.Find(row.period);
+    const ParameterPtr from = parameters_.Find(row.from);
+    const ParameterPtr to = parameters_.Find(row.to);
+    if (!period || !from || !to || period->Kind != ParameterType::List ||
+        from->Kind != ParameterType::Date || to->Kind != ParameterType::Date) {
+      continue;
+    }
+    const bool from_given = given_.count(LCase(from->Name)) > 0;
+    if (from_given && given_.count(LCase(period->Name)) == 0) {
+      const std::vector<std::string> choices = period->ChoiceList();
+      if (std::find(choices.begin(), choices.end(), kCustom) != choices.end()) {
+        period->Value = Variant(std::string(kCustom));
+      }
+    }
+    const std::string chosen = period->Value.Text();
+    if (!to->Value.IsDate()) continue;
+    if (EqualsIgnoreCase(chosen, kCustom) && (from_given || !HasNoValue(from->Value))) continue;
+    try {
+      if (std::optional<Date> start = PeriodStart(chosen, to->Value.ToDate())) {
+        from->Value = Variant(*start);
+      }
+    } catch (const std::exception& e) {
+      // The calendar behind the financial year can fail; the user sees which date and why.
+      resolve_errors_.emplace_back(LCase(from->Name), from->Label() +
+                                                          ": the start of the period could not be "
+                                                          "worked out: " +
+                                                          e.what());
+    }
   }
 }
 

@@ -61,6 +61,7 @@ struct DialogueEntry {
   std::vector<PickRow> Rows;  // SQLList, when asked for and a database is given
   std::string RowsError;      // why the rows could not be read
   std::string Dependency;
+  std::string Help;
 };
 
 // Works on a report's `Parameters`, which must outlive it. `database` (may be null: no pick-list
@@ -101,6 +102,16 @@ class ParameterDialogue {
   // becomes its date (an expression that means nothing is an error for Validate), and a date
   // parameter with no value yet (Empty or Missing) takes what its default resolves to. A
   // resolver that throws leaves that date Null, with an error for Validate naming it.
+  //
+  // Then each period list and the pair of dates it governs (Period with FromDate and ToDate,
+  // DateFrom and DateTo, or PeriodDateFrom and PeriodDateTo; Period1 and Period2 with theirs):
+  //   MTD, QTD, YTD  the first date is the first day of the month, of the quarter of the
+  //                  financial year, or of the financial year that holds the second date
+  //   Custom         a first date given stands; none given, the financial year's first day
+  //   ALL            the dates are left to the report, which leaves both ends open
+  // A first date given while the period is left at its default turns the period to Custom
+  // where that is a choice, as typing a date in the dialogue does. The financial year is the
+  // resolver's "BOY" of the second date.
   void Resolve();
 
   // Resolves (as Resolve: expressions given, and defaults of dates still without a value), then
@@ -122,6 +133,10 @@ class ParameterDialogue {
   [[nodiscard]] Variant ConvertText(const Parameter& parameter, std::string_view text);
   void CheckListSyntax(const Parameter& parameter, const std::string& text,
                        std::vector<std::string>& errors) const;
+  void ApplyPeriods();
+  // The first day of `period` ("MTD", "QTD", "YTD", "Custom") ending at `to`; nullopt for a
+  // period that leaves the first date alone.
+  [[nodiscard]] std::optional<Date> PeriodStart(const std::string& period, Date to) const;
 
   Parameters& parameters_;
   std::shared_ptr<Database> database_;
@@ -129,6 +144,8 @@ class ParameterDialogue {
   RangeBuilder* range_builder_;
   // Date parameters holding an expression not yet resolved (lower-case names).
   std::set<std::string> pending_;
+  // Parameters the user gave a value (lower-case names).
+  std::set<std::string> given_;
   // Expressions that meant nothing, by lower-case name, until the parameter is set again.
   std::vector<std::pair<std::string, std::string>> resolve_errors_;
   std::vector<std::string> errors_;

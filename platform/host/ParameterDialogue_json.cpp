@@ -97,6 +97,7 @@ json ParameterDialogue::ToJson(const std::vector<DialogueEntry>& entries) {
     if (entry.Kind == ParameterType::Date) {
       item["resolvedDefault"] = VariantToJson(entry.ResolvedDefault);
     }
+    if (!entry.Help.empty()) item["help"] = entry.Help;
     if (entry.Kind == ParameterType::List || entry.Kind == ParameterType::MultiList) {
       item["choices"] = entry.Choices;
     }

@@ -90,6 +90,7 @@ void ParameterDialogue::SetFromText(std::string_view name, std::string_view text
   Parameter& parameter = Known(name);
   const std::string key = LCase(parameter.Name);
   pending_.erase(key);
+  given_.insert(key);
   std::erase_if(resolve_errors_, [&](const auto& entry) { return entry.first == key; });
   parameter.Value = ConvertText(parameter, text);
 }

@@ -69,6 +69,25 @@ constexpr GroupingRule kGroupings[] = {
     {"Department", "DeptId", "Departments", "Department", "Description"},
 };
 
+// Where a statement names no default for its last date, the books' own: the general ledger's
+// current date. The end of today's month would run past the books.
+constexpr const char* kLedgerCurrent = "GLCURRENT";
+constexpr const char* kLedgerCurrentHelp =
+    "Left blank, the general ledger's current date (GLCURRENT).";
+constexpr const char* kPeriodHelp =
+    "ALL: every date. MTD, QTD, YTD: the month, the quarter of the financial year or the "
+    "financial year to To Date. Custom: From Date to To Date as given.";
+constexpr const char* kStatementPeriodHelp =
+    "MTD, QTD, YTD: the month, the quarter of the financial year or the financial year to "
+    "To Date.";
+constexpr const char* kFromHelp =
+    "Follows the Period: the first day of the month, quarter or financial year that holds "
+    "To Date; for Custom left blank, the first day of that financial year. A date given here, "
+    "with no Period given, makes the Period Custom.";
+constexpr const char* kStatementFromHelp =
+    "Follows the Period: the first day of the month, quarter or financial year that holds "
+    "To Date.";
+
 bool Present(const Variant& v) { return !(v.IsNull() || v.IsEmpty() || v.IsMissing()); }
 
 }  // namespace
@@ -90,21 +109,29 @@ void arglAccountReports::DeclareParameters(const std::string& key) {
   switch (row.dates) {
     case DateKind::Period:
       p.AddList("Period", "YTD", true, "", "YTD",
-                row.statement_periods ? "MTD,QTD,YTD" : "ALL,MTD,QTD,YTD,Custom", false, "Period");
-      p.AddDate("FromDate", Variant(), true, "", "BOY", false, "From Date");
-      p.AddDate("ToDate", Variant(), true, "", "EOM", false, "To Date");
+                row.statement_periods ? "MTD,QTD,YTD" : "ALL,MTD,QTD,YTD,Custom", false, "Period")
+          ->Help = row.statement_periods ? kStatementPeriodHelp : kPeriodHelp;
+      // The first date follows the period (the host's dialogue works it out from To Date), so
+      // it has no expression of its own.
+      p.AddDate("FromDate", Variant(), true, "", Variant(), false, "From Date")->Help =
+          row.statement_periods ? kStatementFromHelp : kFromHelp;
+      p.AddDate("ToDate", Variant(), true, "", kLedgerCurrent, false, "To Date")->Help =
+          kLedgerCurrentHelp;
       break;
     case DateKind::FiscalYear:
-      p.AddNumber("FiscalYear", 0, true, "", 0, 0, false, "Fiscal Year");
+      p.AddNumber("FiscalYear", 0, true, "", 0, 0, false, "Fiscal Year")->Help =
+          "0, the year that holds the general ledger's current date.";
       break;
     case DateKind::Frequency:
       p.AddList("Frequency", "Monthly", true, "", "Monthly",
                 "Monthly,Quarterly,Six Monthly,Yearly,Year to Date", false, "Frequency");
-      p.AddDate("EndDate", Variant(), true, "", "EOM", false, "End Date");
+      p.AddDate("EndDate", Variant(), true, "", kLedgerCurrent, false, "End Date")->Help =
+          kLedgerCurrentHelp;
       p.AddBoolean("ShowTotal", false, false, "", false, false, "Show Total");
       break;
     case DateKind::DateAsAt:
-      p.AddDate("DateAsAt", Variant(), true, "Date As At", "GLCURRENT", false, "Date As At");
+      p.AddDate("DateAsAt", Variant(), true, "Date As At", kLedgerCurrent, false, "Date As At")
+          ->Help = kLedgerCurrentHelp;
       break;
   }
   p.AddList("AccountsGroupBy", "Level", false, "", "Level", "Level,Type", false,

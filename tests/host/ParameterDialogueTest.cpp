@@ -11,6 +11,7 @@
 #include "platform/business/CompanyBusinessLayer.h"
 #include "platform/business/CompanyRangeBuilder.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Strings.h"
 #include "tests/support/FakeDatabase.h"
 #include "tests/business/RealCompany.h"
 
@@ -224,6 +225,56 @@ namespace {
 // The whole road on a company file: standard parameters from the report service, pick-lists
 // through the SQL translator, date expressions through the service's interpreter and the
 // company's calendar, and the values turned into SQL by the company's range builder.
+// "BOY" as the start of a financial year running April to March, as at DateAsAt; EOM as the
+// fake's 31 March 2025.
+Variant FinancialYearResolver(const Variant& expression, const Parameters& parameters) {
+  if (expression.Text() != "BOY") return FakeResolver(expression, parameters);
+  const Date as_at = parameters.Value("DateAsAt").ToDate();
+  return Date::FromYmd(as_at.Month() >= 4 ? as_at.Year() : as_at.Year() - 1, 4, 1);
+}
+
+TEST(ParameterDialoguePeriods, PeriodSetsTheFirstDateFromTheLast) {
+  struct Case {
+    std::vector<std::string> assignments;
+    const char* from;  // "" for no date
+    const char* period;
+  };
+  const Case cases[] = {
+      {{}, "2024-04-01", "YTD"},  // the financial year to 31 March
+      {{"Period=MTD"}, "2025-03-01", "MTD"},
+      {{"Period=QTD"}, "2025-01-01", "QTD"},  // the year's fourth quarter
+      {{"Period=QTD", "ToDate=2024-11-15"}, "2024-10-01", "QTD"},
+      {{"Period=YTD", "ToDate=2025-04-30"}, "2025-04-01", "YTD"},
+      {{"Period=Custom"}, "2024-04-01", "Custom"},  // left blank: the year's first day
+      {{"Period=Custom", "FromDate=2024-06-15"}, "2024-06-15", "Custom"},
+      // A first date with no period given is a custom range, as typing it in the dialogue is.
+      {{"FromDate=2024-06-15"}, "2024-06-15", "Custom"},
+      // With a period given, the period decides.
+      {{"Period=MTD", "FromDate=2024-06-15"}, "2025-03-01", "MTD"},
+      {{"Period=ALL"}, "", "ALL"},
+  };
+  for (const Case& c : cases) {
+    Parameters parameters;
+    parameters.AddList("Period", "YTD", true, "", "YTD", "ALL,MTD,QTD,YTD,Custom", false, "Period");
+    parameters.AddDate("FromDate", Variant(), true, "", Variant(), false, "From Date");
+    parameters.AddDate("ToDate", Variant(), true, "", "EOM", false, "To Date");
+    ParameterDialogue dialogue(parameters, nullptr, FinancialYearResolver);
+    for (const std::string& assignment : c.assignments) dialogue.SetFromAssignment(assignment);
+    ASSERT_TRUE(dialogue.Validate()) << c.assignments.size();
+    const Variant from = parameters.Value("FromDate");
+    EXPECT_EQ(from.IsDate() ? from.ToDate().ToIso() : "", c.from) << Join(c.assignments, " ");
+    EXPECT_EQ(parameters.Value("Period").Text(), c.period) << Join(c.assignments, " ");
+  }
+  // The listing shows the first date the period gives, before any value is set.
+  Parameters parameters;
+  parameters.AddList("Period", "QTD", true, "", "QTD", "MTD,QTD,YTD", false, "Period");
+  parameters.AddDate("FromDate", Variant(), true, "", Variant(), false, "From Date");
+  parameters.AddDate("ToDate", Variant(), true, "", "EOM", false, "To Date");
+  const std::vector<DialogueEntry> entries =
+      ParameterDialogue(parameters, nullptr, FinancialYearResolver).List(false);
+  EXPECT_EQ(entries[1].ResolvedDefault.ToDate().ToIso(), "2025-01-01");
+}
+
 TEST(ParameterDialogueCompanyTest, RoundTripOnACompanyFile) {
   SetClockForTesting(Date::FromYmd(2025, 1, 15));
   trellin::testing::RealCompany company;

@@ -49,7 +49,7 @@ bool Contains(const std::vector<std::string>& list, const std::string& item) {
 }
 
 TEST_F(LedgerFixtureCompany, TrialBalanceAgreesWithTheLedgerAndCloses) {
-  const std::string dump = Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31"});
+  const std::string dump = Run("TrialBalance", {"ToDate=2024-12-31"});
   const std::vector<DumpRow> rows = RowsOf(dump, "Detail");
   Database& db = Service().Database();
   auto accounts = db.Query("SELECT AccountId FROM Account WHERE Post Is Null ORDER BY AccountId");
@@ -87,8 +87,7 @@ TEST_F(LedgerFixtureCompany, TrialBalanceAgreesWithTheLedgerAndCloses) {
 }
 
 TEST_F(LedgerFixtureCompany, TheWalkHidesEmptyGroupsAndClosesAtTheChartsEnd) {
-  const std::vector<DumpRow> rows =
-      RowsOf(Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31"}), "Detail");
+  const std::vector<DumpRow> rows = RowsOf(Run("TrialBalance", {"ToDate=2024-12-31"}), "Detail");
   const std::vector<std::string> lines = Descriptions(rows);
   // A group whose accounts are all zero leaves neither heading nor total.
   EXPECT_FALSE(Contains(lines, "Idle Costs"));
@@ -121,12 +120,11 @@ TEST_F(LedgerFixtureCompany, VarianceWarningOnlyWhenUnfiltered) {
     const char* warning;
   };
   const Case cases[] = {
-      {{"FromDate=2024-04-01", "ToDate=2024-12-31"}, ""},
+      {{"ToDate=2024-12-31"}, ""},
       // The one-sided line of January puts the ledger out of balance.
-      {{"FromDate=2024-04-01", "ToDate=2025-03-31"},
-       "Warning: There is a variance in the closing balances."},
-      {{"FromDate=2024-04-01", "ToDate=2025-03-31", "Accounts=3010"}, ""},
-      {{"FromDate=2024-04-01", "ToDate=2025-03-31", "Branches=N"}, ""},
+      {{"ToDate=2025-03-31"}, "Warning: There is a variance in the closing balances."},
+      {{"ToDate=2025-03-31", "Accounts=3010"}, ""},
+      {{"ToDate=2025-03-31", "Branches=N"}, ""},
   };
   for (const Case& c : cases) {
     const std::vector<DumpRow> footer = RowsOf(Run("TrialBalance", c.assignments), "ReportFooter");
@@ -136,9 +134,8 @@ TEST_F(LedgerFixtureCompany, VarianceWarningOnlyWhenUnfiltered) {
 }
 
 TEST_F(LedgerFixtureCompany, ThousandsPrintsZeroForASmallRowThatStillPrints) {
-  const std::vector<DumpRow> rows = RowsOf(
-      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "Rounding=Thousands"}),
-      "Detail");
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("TrialBalance", {"ToDate=2024-12-31", "Rounding=Thousands"}), "Detail");
   const DumpRow* petty = RowOf(rows, "3020");
   ASSERT_NE(petty, nullptr) << "a non-zero balance below 500 still prints its line";
   EXPECT_EQ(Text(*petty, "numField5"), "0");
@@ -155,7 +152,7 @@ TEST_F(LedgerFixtureCompany, DatesMoveToWholeMonthsUnlessCustom) {
   };
   const Case cases[] = {
       // Mid-month dates widen to 1 June - 30 June: the month's whole movement.
-      {"YTD", "YTD Trial Balance ending 30/06/2024", "5,399.60"},
+      {"MTD", "MTD Trial Balance ending 30/06/2024", "5,399.60"},
       // "Custom" keeps 5 June to 15 June: the lines of the 1st and 2nd open the period.
       {"Custom", "Trial Balance (5/06/2024-15/06/2024)", "5,899.60"},
   };
@@ -166,7 +163,7 @@ TEST_F(LedgerFixtureCompany, DatesMoveToWholeMonthsUnlessCustom) {
     const std::vector<DumpRow> rows = RowsOf(dump, "Detail");
     const DumpRow* bank = RowOf(rows, "3010");
     ASSERT_NE(bank, nullptr) << c.period;
-    EXPECT_EQ(Text(*bank, c.period == std::string("YTD") ? "numField4" : "numField1"),
+    EXPECT_EQ(Text(*bank, c.period == std::string("MTD") ? "numField4" : "numField1"),
               c.closing_bank)
         << c.period;
   }
@@ -204,7 +201,7 @@ TEST_F(LedgerFixtureCompany, TitlesFollowPeriodAndTax) {
   const Case cases[] = {
       {"TrialBalance", {"Period=ALL", "FromDate=2024-04-01", "ToDate=2024-12-31"}, "Trial Balance"},
       {"TrialBalance",
-       {"FromDate=2024-04-01", "ToDate=2024-12-31", "TaxInclusive=true"},
+       {"ToDate=2024-12-31", "TaxInclusive=true"},
        "YTD Trial Balance ending 31/12/2024 (GST inclusive)"},
       {"MovementReport", {"DateAsAt=2024-12-15"}, "Movement Report ending 31/12/2024"},
       {"PeriodSummary",
@@ -256,9 +253,8 @@ TEST_F(LedgerFixtureCompany, ParametersInTheirOrder) {
 }
 
 TEST_F(LedgerFixtureCompany, TypeModeClosesEachTypeAndNetAssetsAtLiabilities) {
-  const std::vector<std::string> lines = Descriptions(RowsOf(
-      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountsGroupBy=Type"}),
-      "Detail"));
+  const std::vector<std::string> lines = Descriptions(
+      RowsOf(Run("TrialBalance", {"ToDate=2024-12-31", "AccountsGroupBy=Type"}), "Detail"));
   const std::vector<std::string> expected = {"Sales Accounts",
                                              "Sales A",
                                              "Total Sales Accounts",
@@ -377,10 +373,8 @@ TEST_F(LedgerFixtureCompany, AnUnknownFiscalYearStopsTheRunWithItsName) {
 }
 
 TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
-  const std::vector<DumpRow> rows =
-      RowsOf(Run("VarianceReport",
-                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
-             "Detail");
+  const std::vector<DumpRow> rows = RowsOf(
+      Run("VarianceReport", {"ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}), "Detail");
   const DumpRow* sales = RowOf(rows, "1010");
   ASSERT_NE(sales, nullptr);
   // Actual 1,400 against a budget of 2,000, both turned round as income.
@@ -390,8 +384,7 @@ TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
   // No sales last year to compare with.
   EXPECT_EQ(Text(*sales, "numField7"), " ");
   const std::vector<DumpRow> budget =
-      RowsOf(Run("BudgetVarianceReport",
-                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
+      RowsOf(Run("BudgetVarianceReport", {"ToDate=2024-12-31", "AdjustCreditTypeAccounts=true"}),
              "Detail");
   const DumpRow* budget_sales = RowOf(budget, "1010");
   ASSERT_NE(budget_sales, nullptr);
@@ -400,9 +393,8 @@ TEST_F(LedgerFixtureCompany, PercentagesPrintABlankForAZeroDivisor) {
 }
 
 TEST_F(LedgerFixtureCompany, SummaryLevelPrintsGroupsInPlaceOfTheirAccounts) {
-  const std::vector<DumpRow> rows = RowsOf(
-      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountSummaryLevel=2"}),
-      "Detail");
+  const std::vector<DumpRow> rows =
+      RowsOf(Run("TrialBalance", {"ToDate=2024-12-31", "AccountSummaryLevel=2"}), "Detail");
   EXPECT_EQ(RowOf(rows, "1010"), nullptr) << "an account below the summary level stays hidden";
   const DumpRow* sales = RowOf(rows, "1005");
   ASSERT_NE(sales, nullptr);
@@ -419,7 +411,7 @@ TEST_F(LedgerFixtureCompany, TrialBalanceRunsToAPdfFile) {
                                        ("trellin-ledger-tb-" + std::to_string(::getpid()) + ".pdf");
   host::RunRequest request;
   request.key = "TrialBalance";
-  request.assignments = {"FromDate=2024-04-01", "ToDate=2024-12-31"};
+  request.assignments = {"ToDate=2024-12-31"};
   request.output = output;
   const host::RunResult result = host::RunReportToFile(Service(), request);
   EXPECT_TRUE(result.completed);
@@ -448,7 +440,7 @@ TEST_F(LedgerFixtureCompany, NetProfitGoesToTheRetainedEarningsRow) {
   for (const Case& c : cases) {
     for (bool add : {false, true}) {
       const std::vector<DumpRow> rows =
-          RowsOf(Run(c.key, {"FromDate=2024-04-01", "ToDate=2024-12-31",
+          RowsOf(Run(c.key, {"ToDate=2024-12-31",
                              std::string("AddNetProfitToREAccount=") + (add ? "true" : "false")}),
                  "Detail");
       const DumpRow* retained = RowOf(rows, "4520");
@@ -459,8 +451,7 @@ TEST_F(LedgerFixtureCompany, NetProfitGoesToTheRetainedEarningsRow) {
 }
 
 TEST_F(LedgerFixtureCompany, EachBranchGetsTheWholeStatement) {
-  const std::string dump =
-      Run("TrialBalance", {"FromDate=2024-04-01", "ToDate=2024-12-31", "Groupings=Branch"});
+  const std::string dump = Run("TrialBalance", {"ToDate=2024-12-31", "Groupings=Branch"});
   const std::vector<std::string> texts = PrintedTexts(dump);
   for (const char* label : {"Branch: (none)", "Branch: N  North", "Branch: S  South"}) {
     EXPECT_TRUE(Contains(texts, label)) << label;
@@ -475,9 +466,9 @@ TEST_F(LedgerFixtureCompany, EachBranchGetsTheWholeStatement) {
 }
 
 TEST_F(LedgerFixtureCompany, NoSalesLeavesTheSalesPercentageBlank) {
-  const std::vector<DumpRow> rows =
-      RowsOf(Run("LastYearComparison", {"Period=YTD", "FromDate=2024-07-01", "ToDate=2024-12-31"}),
-             "Detail");
+  const std::vector<DumpRow> rows = RowsOf(
+      Run("LastYearComparison", {"Period=Custom", "FromDate=2024-07-01", "ToDate=2024-12-31"}),
+      "Detail");
   int lines = 0;
   for (const DumpRow& row : rows) {
     if (Text(row, "numField3") == "<hidden>") continue;
@@ -489,9 +480,7 @@ TEST_F(LedgerFixtureCompany, NoSalesLeavesTheSalesPercentageBlank) {
 
 TEST_F(LedgerFixtureCompany, StatementColumnsFollowTheTotalLevel) {
   const std::vector<DumpRow> rows =
-      RowsOf(Run("FinancialStatement",
-                 {"FromDate=2024-04-01", "ToDate=2024-12-31", "AccountTotalLevel=2"}),
-             "Detail");
+      RowsOf(Run("FinancialStatement", {"ToDate=2024-12-31", "AccountTotalLevel=2"}), "Detail");
   struct Case {
     const char* code;
     const char* inner;
