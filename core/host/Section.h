@@ -64,6 +64,10 @@ class Section {
   // The field a group header breaks on: a new group starts when its value changes.
   [[nodiscard]] const std::string& DataField() const { return data_field_; }
   void SetDataField(std::string v) { data_field_ = std::move(v); }
+  // A group header that prints again under the page header of every page its group runs on
+  // to, so that a continuation page says which group it belongs to.
+  [[nodiscard]] bool RepeatOnPage() const { return repeat_on_page_; }
+  void SetRepeatOnPage(bool v) { repeat_on_page_ = v; }
 
   [[nodiscard]] trellin::Controls& Controls() { return controls_; }
   [[nodiscard]] const trellin::Controls& Controls() const { return controls_; }
@@ -82,6 +86,7 @@ class Section {
   NewPageMode new_page_ = NewPageMode::None;
   bool can_grow_ = false;
   bool can_shrink_ = false;
+  bool repeat_on_page_ = false;
   std::string data_field_;
   trellin::Controls controls_;
 };

@@ -316,6 +316,12 @@ void ReadSection(const Reader& r, const YAML::Node& node, ActiveReport& report,
                r.Fail(v, "only a group header has a 'DataField'");
              s.SetDataField(r.Text(v, "DataField"));
            }},
+          {"RepeatOnPage",
+           [&](const YAML::Node& v) {
+             if (s.Type() != SectionType::GroupHeader)
+               r.Fail(v, "only a group header has 'RepeatOnPage'");
+             s.SetRepeatOnPage(r.Bool(v, "RepeatOnPage"));
+           }},
           {"Controls",
            [&](const YAML::Node& v) {
              if (!v.IsSequence()) r.Fail(v, "'Controls' of " + what + " must be a list");

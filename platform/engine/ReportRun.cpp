@@ -178,6 +178,8 @@ void ReportRun::StartGroups(int through_level) {
     GroupLevel& g = groups_[level - 1];
     g.key = GroupKey(g);
     if (g.header) PrintSection(*g.header, RowKind::GroupHeader, level);
+    // Open only now: a page its own header starts does not repeat it.
+    g.open = true;
   }
 }
 
@@ -185,6 +187,7 @@ void ReportRun::EndGroups(int through_level) {
   for (int level = 1; level <= through_level; ++level) {
     if (Section* footer = groups_[level - 1].footer)
       PrintSection(*footer, RowKind::GroupFooter, level);
+    groups_[level - 1].open = false;
   }
 }
 

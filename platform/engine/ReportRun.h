@@ -56,6 +56,7 @@ class ReportRun : public PageFurniture {
     Section* header = nullptr;
     Section* footer = nullptr;
     Variant key;
+    bool open = false;  // its header has printed and its footer not yet
   };
   struct BoundControl {
     std::string data_field;
@@ -88,6 +89,9 @@ class ReportRun : public PageFurniture {
   void PlaceWithPageBreaks(Band band, const Arrangement& arrangement);
   float RunChild(const ArrangedControl& subreport);
   Band FurnitureBand(Section* section, RowKind kind, int page);
+  // The headers of the open groups that repeat on every page, outer to inner, laid out below
+  // the page header's `band`; they carry no rows, so the data exports do not see them twice.
+  void AddRepeatedHeaders(Band& band);
   void ReportEventError(const std::string& source, const std::string& message);
   void CheckCancel() const;
 

@@ -287,8 +287,56 @@ Band ReportRun::FurnitureBand(Section* section, RowKind kind, int page) {
 }
 
 Band ReportRun::PageHeader(int page) {
-  return FurnitureBand(report_.Sections().FindType(SectionType::PageHeader), RowKind::PageHeader,
-                       page);
+  Band band = FurnitureBand(report_.Sections().FindType(SectionType::PageHeader),
+                            RowKind::PageHeader, page);
+  AddRepeatedHeaders(band);
+  return band;
+}
+
+void ReportRun::AddRepeatedHeaders(Band& band) {
+  for (auto level = groups_.rbegin(); level != groups_.rend(); ++level) {
+    Section* header = level->header;
+    if (!level->open || header == nullptr || !header->RepeatOnPage()) continue;
+    // Formatted again, so that the heading reads the group it now stands for.
+    FillBoundControls(*header);
+    Raise(header, "Format", [&] { report_.OnFormat(*header); });
+    Raise(header, "BeforePrint", [&] { report_.OnBeforePrint(*header); });
+    (void)report_.TOC().TakePending();
+    if (header->Visible()) {
+      std::unordered_map<const Control*, std::function<std::string(int)>> late;
+      EvaluateExpressions(*header, late);
+      LateTextFor late_for = [&late](const Control& c) {
+        auto it = late.find(&c);
+        return it == late.end() ? std::function<std::string(int)>() : it->second;
+      };
+      Arrangement arr = Arrange(*header, env_.measure);
+      Band repeated;
+      repeated.height = arr.height;
+      EmitItems(*header, arr, 0, 1e30f, x0_, true, report_.PrintWidth(), late_for, repeated);
+      for (auto& item : repeated.items) {
+        std::visit(
+            [&band](auto& it) {
+              using T = std::decay_t<decltype(it)>;
+              if constexpr (std::is_same_v<T, LineItem>) {
+                it.y1 += band.height;
+                it.y2 += band.height;
+              } else {
+                it.top += band.height;
+              }
+            },
+            item);
+      }
+      const std::size_t first = band.items.size();
+      for (auto& late_text : repeated.late) {
+        late_text.item += first;
+        band.late.push_back(std::move(late_text));
+      }
+      band.items.insert(band.items.end(), std::make_move_iterator(repeated.items.begin()),
+                        std::make_move_iterator(repeated.items.end()));
+      band.height += repeated.height;
+    }
+    Raise(header, "AfterPrint", [&] { report_.OnAfterPrint(*header); });
+  }
 }
 
 Band ReportRun::PageFooter(int page) {
