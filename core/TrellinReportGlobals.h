@@ -9,6 +9,7 @@
 
 #include "core/host/Application.h"
 #include "core/host/BusinessLayer.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin {
 
@@ -16,9 +17,9 @@ class TrellinReports;
 
 // Raised when report code reaches for a global that is not set: the service was never
 // initialised, or was disposed. The message names the missing object.
-class ObjectNotSet : public std::runtime_error {
+class ObjectNotSet : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit ObjectNotSet(const std::string& message) : Error(ErrorKind::Internal, message) {}
 };
 
 namespace TrellinReportGlobals {

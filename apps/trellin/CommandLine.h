@@ -8,18 +8,20 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime/Error.h"
+
 namespace trellin::cli {
 
 // Bad usage: an unknown option, a missing value, a missing or surplus argument. The message is
 // one line for the user; the caller adds the hint to --help.
-class UsageError : public std::runtime_error {
+class UsageError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit UsageError(const std::string& message) : Error(ErrorKind::Input, message) {}
 };
 
 struct OptionSpec {
-  std::string_view long_name;   // "db" for --db
-  char short_name = 0;          // 'o' for -o, 0 for none
+  std::string_view long_name;  // "db" for --db
+  char short_name = 0;         // 'o' for -o, 0 for none
   bool takes_value = false;
   bool repeats = false;         // may be given more than once (--set)
   std::string_view value_name;  // "FILE", for help
@@ -28,7 +30,9 @@ struct OptionSpec {
 
 class ParsedArgs {
  public:
-  [[nodiscard]] bool Has(std::string_view name) const { return values_.count(std::string(name)) > 0; }
+  [[nodiscard]] bool Has(std::string_view name) const {
+    return values_.count(std::string(name)) > 0;
+  }
   // The last value given for the option, or nullopt.
   [[nodiscard]] std::optional<std::string> Value(std::string_view name) const;
   // Every value given for a repeating option, in order.
@@ -36,14 +40,16 @@ class ParsedArgs {
   [[nodiscard]] const std::vector<std::string>& Positional() const { return positional_; }
 
  private:
-  friend ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionSpec>& specs);
+  friend ParsedArgs Parse(const std::vector<std::string>& args,
+                          const std::vector<OptionSpec>& specs);
   std::map<std::string, std::vector<std::string>> values_;
   std::vector<std::string> positional_;
 };
 
 // Parses `args` (without the program and command names). Accepts "--name value",
 // "--name=value", "-o value", "-ovalue"; "--" ends the options. Throws UsageError.
-[[nodiscard]] ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionSpec>& specs);
+[[nodiscard]] ParsedArgs Parse(const std::vector<std::string>& args,
+                               const std::vector<OptionSpec>& specs);
 
 // The options part of a command's help, one line per option, aligned.
 [[nodiscard]] std::string OptionsHelp(const std::vector<OptionSpec>& specs);

@@ -1,29 +1,23 @@
 #pragma once
 // The sub-commands of `trellin`. Each takes its own arguments (after the command name) and
-// returns the process exit code; failures it can describe are thrown as CommandError.
+// returns the process exit code; failures are thrown as trellin::Error, whose kind sets the exit
+// code (Failure.h).
 
-#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "platform/runtime/Error.h"
 
 namespace trellin::cli {
 
 // Exit codes: what a script calling trellin can rely on.
 enum ExitCode : int {
   kExitOk = 0,
-  kExitReportErrors = 1,  // the report ran but its events raised errors
-  kExitUsage = 2,         // bad usage or bad input (key, parameter value, file)
-  kExitDatabase = 3,      // the company file is missing, unreadable or not a company file
-};
-
-// A failure with its exit code and one line for the user.
-class CommandError : public std::runtime_error {
- public:
-  CommandError(int code, const std::string& message) : std::runtime_error(message), code_(code) {}
-  [[nodiscard]] int Code() const { return code_; }
-
- private:
-  int code_;
+  kExitReportErrors = 1,   // the report ran but its events raised errors
+  kExitUsage = 2,          // bad usage or bad input (key, parameter value, file)
+  kExitDatabase = 3,       // the company file is missing, damaged or not a company file
+  kExitInterrupted = 130,  // stopped by Ctrl-C (SIGINT)
+  kExitTerminated = 143,   // stopped by SIGTERM
 };
 
 struct Context {
@@ -37,5 +31,6 @@ int ParamsCommand(const Args& args, const Context& context);
 int RunCommand(const Args& args, const Context& context);
 int DemoCommand(const Args& args, const Context& context);
 int SqlCommand(const Args& args, const Context& context);
+int CheckCommand(const Args& args, const Context& context);
 
 }  // namespace trellin::cli

@@ -30,18 +30,16 @@ std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::strin
   std::filesystem::path path = CompanyPath(db_option);
   bool is_default = !db_option && CompanyPath(std::nullopt) == DefaultDemoPath();
   if (is_default && !std::filesystem::exists(path)) {
-    std::fprintf(stderr, "trellin: no company file given; building the demo company at %s\n", path.c_str());
+    std::fprintf(stderr, "trellin: no company file given; building the demo company at %s\n",
+                 path.c_str());
     try {
       BuildDemo(path, 1, 1, "NZ", LastMonthEnd());
     } catch (const std::exception& e) {
-      throw CommandError(kExitDatabase, std::string("cannot build the demo company: ") + e.what());
+      throw Error(ErrorKind::CompanyFile,
+                  std::string("cannot build the demo company: ") + e.what());
     }
   }
-  try {
-    return data::SqliteDatabase::Open(path.string());
-  } catch (const DatabaseError& e) {
-    throw CommandError(kExitDatabase, e.what());
-  }
+  return data::SqliteDatabase::Open(path.string());
 }
 
 }  // namespace trellin::cli

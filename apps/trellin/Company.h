@@ -16,9 +16,10 @@ namespace trellin::cli {
 [[nodiscard]] std::filesystem::path CompanyPath(const std::optional<std::string>& db_option);
 
 // Opens the company file read-only. The demo company is built first when it is the default and
-// does not exist yet, with a one-line notice on stderr. Throws CommandError with exit code 3
-// for a file that is missing or not a company file.
-[[nodiscard]] std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option);
+// does not exist yet, with a one-line notice on stderr. Throws DatabaseError (a company file
+// error) for a file that is missing, not a regular file, or not a company file.
+[[nodiscard]] std::shared_ptr<data::SqliteDatabase> OpenCompany(
+    const std::optional<std::string>& db_option);
 
 // The last day of last month: the demo company's books run to it unless told otherwise.
 [[nodiscard]] Date LastMonthEnd();

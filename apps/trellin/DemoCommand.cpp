@@ -21,9 +21,12 @@ namespace {
 const std::vector<OptionSpec> kDemoOptions = {
     {"scale", 0, true, false, "N", "volume, 1 (a small business) to 200; default 1"},
     {"seed", 0, true, false, "S", "the same seed gives the same file; default 1"},
-    {"country", 0, true, false, "NZ|AU", "balance date and tax of NZ (31 March) or AU (30 June); default NZ"},
-    {"present", 0, true, false, "DATE", "the company's books run to the end of this date's month; default: last month"},
-    {"output", 'o', true, false, "FILE", "where to write it (default: the demo company in the user's data folder)"},
+    {"country", 0, true, false, "NZ|AU",
+     "balance date and tax of NZ (31 March) or AU (30 June); default NZ"},
+    {"present", 0, true, false, "DATE",
+     "the company's books run to the end of this date's month; default: last month"},
+    {"output", 'o', true, false, "FILE",
+     "where to write it (default: the demo company in the user's data folder)"},
     {"help", 'h', false, false, "", "show this help"},
 };
 
@@ -35,7 +38,8 @@ long long WholeNumber(const std::string& option, const std::string& text) {
   } catch (const std::exception&) {
     used = 0;
   }
-  if (used == 0 || used != text.size()) throw UsageError("--" + option + " takes a whole number, not '" + text + "'");
+  if (used == 0 || used != text.size())
+    throw UsageError("--" + option + " takes a whole number, not '" + text + "'");
   return value;
 }
 
@@ -62,11 +66,12 @@ demo::DemoSummary BuildDemo(const std::filesystem::path& path, int scale, std::u
 int DemoCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kDemoOptions);
   if (parsed.Has("help")) {
-    std::printf("usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE]\n\n"
-                "Builds the demo company: some years of a small trading business's books, up to the end\n"
-                "of last month (or of --present's month). The same options on the same day give the\n"
-                "same file.\n\n%s",
-                OptionsHelp(kDemoOptions).c_str());
+    std::printf(
+        "usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE]\n\n"
+        "Builds the demo company: some years of a small trading business's books, up to the end\n"
+        "of last month (or of --present's month). The same options on the same day give the\n"
+        "same file.\n\n%s",
+        OptionsHelp(kDemoOptions).c_str());
     return kExitOk;
   }
   if (!parsed.Positional().empty()) throw UsageError("demo takes no arguments");
@@ -82,25 +87,25 @@ int DemoCommand(const Args& args, const Context&) {
     if (!given) throw UsageError("--present takes a date such as 31/10/2026, not '" + *text + "'");
     present = *given;
   }
-  std::filesystem::path path = parsed.Value("output") ? std::filesystem::path(*parsed.Value("output"))
-                                                      : CompanyPath(std::nullopt);
+  std::filesystem::path path = parsed.Value("output")
+                                   ? std::filesystem::path(*parsed.Value("output"))
+                                   : CompanyPath(std::nullopt);
 
   auto start = std::chrono::steady_clock::now();
   demo::DemoSummary summary;
   try {
     summary = BuildDemo(path, scale, seed, country, present);
   } catch (const std::invalid_argument& e) {
-    throw CommandError(kExitUsage, e.what());
-  } catch (const DatabaseError& e) {
-    throw CommandError(kExitDatabase, e.what());
+    throw Error(ErrorKind::Input, e.what());
   } catch (const std::filesystem::filesystem_error& e) {
-    throw CommandError(kExitDatabase, e.what());
+    throw Error(ErrorKind::CompanyFile, e.what());
   }
   double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  std::printf("demo company: %lld parties, %lld transactions, %lld GL lines, %d years to %s; %.1fs; %s\n",
-              static_cast<long long>(summary.parties), static_cast<long long>(summary.transactions),
-              static_cast<long long>(summary.gl_lines), summary.financial_years, summary.present.ToIso().c_str(),
-              seconds, path.c_str());
+  std::printf(
+      "demo company: %lld parties, %lld transactions, %lld GL lines, %d years to %s; %.1fs; %s\n",
+      static_cast<long long>(summary.parties), static_cast<long long>(summary.transactions),
+      static_cast<long long>(summary.gl_lines), summary.financial_years,
+      summary.present.ToIso().c_str(), seconds, path.c_str());
   return kExitOk;
 }
 

@@ -10,6 +10,7 @@
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/ReportService.h"
 #include "platform/host/run/RunReport.h"
+#include "platform/runtime/Format.h"
 
 namespace trellin::cli {
 
@@ -18,14 +19,16 @@ namespace {
 const std::vector<OptionSpec> kParamsOptions = {
     {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
     {"json", 'j', false, false, "", "print the parameters as JSON"},
-    {"rows", 'r', true, false, "N", "pick-list rows to show per parameter in text (default 10; all in JSON)"},
+    {"rows", 'r', true, false, "N",
+     "pick-list rows to show per parameter in text (default 10; all in JSON)"},
     {"help", 'h', false, false, "", "show this help"},
 };
 
-std::string Shown(const Variant& value) {
+// A value as the user writes it: dates in the company's date format ("31/10/2026").
+std::string Shown(const Variant& value, const std::string& date_format) {
   if (value.IsEmpty() || value.IsMissing()) return "";
   if (value.IsNull()) return "(none)";
-  if (const Date* date = value.Get<Date>()) return date->ToIso();
+  if (value.IsDate()) return Format(value, date_format);
   return value.Text();
 }
 
@@ -34,10 +37,11 @@ std::string Shown(const Variant& value) {
 int ParamsCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kParamsOptions);
   if (parsed.Has("help")) {
-    std::printf("usage: trellin params KEY [--db FILE] [--json]\n\n"
-                "Lists what the report KEY asks: each parameter's name, kind, caption, default\n"
-                "(and the date it stands for today), choices, and the rows of pick-lists.\n\n%s",
-                OptionsHelp(kParamsOptions).c_str());
+    std::printf(
+        "usage: trellin params KEY [--db FILE] [--json]\n\n"
+        "Lists what the report KEY asks: each parameter's name, kind, caption, prompt,\n"
+        "default (and the date it stands for today), choices, and the rows of pick-lists.\n\n%s",
+        OptionsHelp(kParamsOptions).c_str());
     return kExitOk;
   }
   if (parsed.Positional().size() != 1) throw UsageError("params takes one report key");
@@ -51,14 +55,17 @@ int ParamsCommand(const Args& args, const Context&) {
   }
   const std::string& key = parsed.Positional()[0];
   auto database = OpenCompany(parsed.Value("db"));
-  try {
+  {
     host::ReportService service(database);
     DesignerPtr designer = host::OpenReport(service, key);
-    host::DateResolver resolver = [&service](const Variant& expression, const Parameters& parameters) {
+    host::DateResolver resolver = [&service](const Variant& expression,
+                                             const Parameters& parameters) {
       return service.Reports().InterpretDate(expression, &parameters);
     };
-    host::ParameterDialogue dialogue(designer->TLReport()->Parameters(), service.DatabasePtr(), resolver);
+    host::ParameterDialogue dialogue(designer->TLReport()->Parameters(), service.DatabasePtr(),
+                                     resolver);
     std::vector<host::DialogueEntry> entries = dialogue.List(true);
+    const std::string date_format = service.BusinessLayer().DateFormat();
     designer->TLReport()->SetArReport(nullptr);
     if (parsed.Has("json")) {
       std::printf("%s\n", host::ParameterDialogue::ToJson(entries).dump(2).c_str());
@@ -69,28 +76,31 @@ int ParamsCommand(const Args& args, const Context&) {
       std::printf("%s (%s)", entry.Name.c_str(), std::string(host::KindName(entry.Kind)).c_str());
       if (entry.Caption != entry.Name) std::printf("  \"%s\"", entry.Caption.c_str());
       std::printf("\n");
-      std::string value = Shown(entry.Value), fallback = Shown(entry.DefaultValue);
+      if (!entry.Prompt.empty() && entry.Prompt != entry.Caption) {
+        std::printf("    prompt:  %s\n", entry.Prompt.c_str());
+      }
+      std::string value = Shown(entry.Value, date_format);
+      std::string fallback = Shown(entry.DefaultValue, date_format);
       if (!value.empty()) std::printf("    value:   %s\n", value.c_str());
       if (!fallback.empty()) {
-        std::string resolved = Shown(entry.ResolvedDefault);
-        std::printf("    default: %s%s\n", fallback.c_str(),
-                    resolved.empty() || resolved == fallback ? "" : (" (today: " + resolved + ")").c_str());
+        // An expression is shown with the date it stands for now: "GLCURRENT: 31/10/2026".
+        std::string resolved = Shown(entry.ResolvedDefault, date_format);
+        if (!resolved.empty() && resolved != fallback) fallback += ": " + resolved;
+        std::printf("    default: %s\n", fallback.c_str());
       }
       if (!entry.Choices.empty()) {
         std::string choices;
         for (const auto& choice : entry.Choices) choices += (choices.empty() ? "" : ", ") + choice;
         std::printf("    choices: %s\n", choices.c_str());
       }
-      if (!entry.RowsError.empty()) std::printf("    rows:    cannot be read: %s\n", entry.RowsError.c_str());
+      if (!entry.RowsError.empty())
+        std::printf("    rows:    cannot be read: %s\n", entry.RowsError.c_str());
       for (std::size_t i = 0; i < entry.Rows.size() && i < row_limit; ++i) {
         std::printf("    %-12s %s\n", entry.Rows[i].Key.c_str(), entry.Rows[i].Description.c_str());
       }
-      if (entry.Rows.size() > row_limit) std::printf("    ... %zu more\n", entry.Rows.size() - row_limit);
+      if (entry.Rows.size() > row_limit)
+        std::printf("    ... %zu more\n", entry.Rows.size() - row_limit);
     }
-  } catch (const host::ReportKeyError& e) {
-    throw CommandError(kExitUsage, e.what());
-  } catch (const DatabaseError& e) {
-    throw CommandError(kExitDatabase, e.what());
   }
   return kExitOk;
 }

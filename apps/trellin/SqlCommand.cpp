@@ -17,7 +17,8 @@ namespace {
 const std::vector<OptionSpec> kSqlOptions = {
     {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
     {"csv", 0, false, false, "", "print the rows as CSV instead of a table"},
-    {"translate", 't', false, false, "", "print the SQLite text the statement becomes, and its column types"},
+    {"translate", 't', false, false, "",
+     "print the SQLite text the statement becomes, and its column types"},
     {"help", 'h', false, false, "", "show this help"},
 };
 
@@ -103,29 +104,27 @@ int SqlCommand(const Args& args, const Context&) {
         OptionsHelp(kSqlOptions).c_str());
     return kExitOk;
   }
-  if (parsed.Positional().size() != 1) throw UsageError("sql takes exactly one statement (quote it)");
+  if (parsed.Positional().size() != 1)
+    throw UsageError("sql takes exactly one statement (quote it)");
   const std::string& statement = parsed.Positional()[0];
   auto database = OpenCompany(parsed.Value("db"));
+  // The statement is the user's: text that does not translate is an input error. What fails
+  // once it runs is the company file's.
+  sql::Translation translation;
+  try {
+    translation = sql::Translate(statement, database->Catalog());
+  } catch (const sql::SqlError& e) {
+    throw Error(ErrorKind::Input, e.what());
+  }
   if (parsed.Has("translate")) {
-    try {
-      sql::Translation translation = sql::Translate(statement, database->Catalog());
-      std::printf("%s\n", translation.sqlite.c_str());
-      for (const auto& column : translation.columns) {
-        std::fprintf(stderr, "-- %s: %s\n", column.name.c_str(), std::string(sql::SemTypeName(column.type)).c_str());
-      }
-    } catch (const sql::SqlError& e) {
-      throw CommandError(kExitUsage, e.what());
+    std::printf("%s\n", translation.sqlite.c_str());
+    for (const auto& column : translation.columns) {
+      std::fprintf(stderr, "-- %s: %s\n", column.name.c_str(),
+                   std::string(sql::SemTypeName(column.type)).c_str());
     }
     return kExitOk;
   }
-  std::shared_ptr<Recordset> rs;
-  try {
-    rs = database->Query(statement);
-  } catch (const DatabaseError& e) {
-    throw CommandError(kExitUsage, e.what());
-  } catch (const sql::SqlError& e) {
-    throw CommandError(kExitUsage, e.what());
-  }
+  std::shared_ptr<Recordset> rs = database->Query(statement);
   if (parsed.Has("csv")) {
     PrintCsv(*rs);
   } else {

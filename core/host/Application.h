@@ -9,6 +9,7 @@
 
 #include "core/host/Parameters.h"
 #include "platform/runtime/Date.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Variant.h"
 
 namespace trellin {
@@ -21,9 +22,9 @@ struct FinancialYear {
 };
 
 // Raised by FinancialCalendar::Year for an id the calendar does not know.
-class NoSuchYear : public std::runtime_error {
+class NoSuchYear : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit NoSuchYear(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 class FinancialCalendar {

@@ -12,13 +12,14 @@
 #include "core/host/GrowingListIterator.h"
 
 #include "core/host/Control.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin {
 
 // Raised for a control, section or field name that does not exist, or an index out of range.
-class NoSuchItem : public std::out_of_range {
+class NoSuchItem : public Error {
  public:
-  using std::out_of_range::out_of_range;
+  explicit NoSuchItem(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 class Controls {

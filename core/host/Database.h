@@ -11,13 +11,18 @@
 #include "core/host/Recordset.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin {
 
-// A query that cannot be translated or run, or a company file that cannot be opened.
-class DatabaseError : public std::runtime_error {
+// A query that cannot be translated or run, or a company file that cannot be opened. A trouble
+// of the company file unless said otherwise: the reports' own SQL is tested against the schema,
+// so a query that fails on a company file finds the file damaged or not as the reports need it.
+// A query too large for the translator, built from what the user gave, is an input error.
+class DatabaseError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit DatabaseError(const std::string& message, ErrorKind kind = ErrorKind::CompanyFile)
+      : Error(kind, message) {}
 };
 
 class Database : public Object {

@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "core/host/Parameter.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin {
 
 // Raised by Item for a name the collection does not hold.
-class NoSuchParameter : public std::runtime_error {
+class NoSuchParameter : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit NoSuchParameter(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 // Every Add takes the same head (Name, Value, Primary, Prompt, DefaultValue), what the kind

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Variant.h"
 
 namespace trellin {
@@ -20,9 +21,9 @@ struct FieldInfo {
 };
 
 // Raised for misuse of a recordset: reading at EOF, an unknown field, bad criteria.
-class RecordsetError : public std::runtime_error {
+class RecordsetError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit RecordsetError(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 // The cursor starts on the first row (or at EOF when there is none). Field names match without

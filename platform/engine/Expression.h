@@ -9,13 +9,14 @@
 #include <string_view>
 
 #include "core/host/Fields.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Variant.h"
 
 namespace trellin::engine {
 
-class ExpressionError : public std::runtime_error {
+class ExpressionError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit ExpressionError(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 struct ExpressionScope {

@@ -7,13 +7,14 @@
 #include <string_view>
 
 #include "core/host/ActiveReport.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::engine {
 
 // A layout that cannot be read. The message starts with "file:line: " and names the problem.
-class LayoutError : public std::runtime_error {
+class LayoutError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit LayoutError(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 // Fills `report`, which must have no sections yet, from the layout text. `file` names the layout

@@ -7,14 +7,15 @@
 
 #include "core/host/ActiveReport.h"
 #include "platform/engine/PageModel.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::engine {
 
 // An error from an event when no error hook is installed anywhere, or a run that cannot go on.
 // The message names the event: "Detail_Format: division by zero".
-class ReportRunError : public std::runtime_error {
+class ReportRunError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit ReportRunError(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 enum class RunOutcome { Completed, Cancelled };

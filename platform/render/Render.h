@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/engine/PageModel.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::render {
 
@@ -26,9 +27,9 @@ struct RenderOptions {
 
 // Raised for output that cannot be written (missing folder, full disk, bad options) and for a
 // sink used out of order (a page before Begin, a page after End). The message names the file.
-class RenderError : public std::runtime_error {
+class RenderError : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit RenderError(const std::string& message) : Error(ErrorKind::Input, message) {}
 };
 
 // The format named by a file's extension, case-insensitively: .pdf .png .html .htm .txt .csv

@@ -11,6 +11,7 @@
 
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin {
 
@@ -38,9 +39,9 @@ enum class VariantKind {
 
 // Raised when a value cannot become what the code asks for: Null where a value is needed,
 // text that is not a number, a number out of range. The message says what and why.
-class TypeMismatch : public std::runtime_error {
+class TypeMismatch : public Error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit TypeMismatch(const std::string& message) : Error(ErrorKind::Report, message) {}
 };
 
 class Variant {

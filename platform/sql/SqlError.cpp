@@ -2,8 +2,8 @@
 
 namespace trellin::sql {
 
-SqlError::SqlError(std::string_view problem, int position, std::string token)
-    : std::runtime_error(std::string(problem) + " at position " + std::to_string(position)),
+SqlError::SqlError(std::string_view problem, int position, std::string token, ErrorKind kind)
+    : Error(kind, std::string(problem) + " at position " + std::to_string(position)),
       problem_(problem),
       position_(position),
       token_(std::move(token)) {}

@@ -6,14 +6,19 @@
 #include <string>
 #include <string_view>
 
+#include "platform/runtime/Error.h"
+
 namespace trellin::sql {
 
-class SqlError : public std::runtime_error {
+// A report's own SQL that fails is a fault of the report (ErrorKind::Report); text that is too
+// large for the translator, which only a user's long filter makes, is an input error.
+class SqlError : public Error {
  public:
   // `problem` is the message without its place, as "unknown column 'Foo'"; what() adds
   // " at position N". `position` is the 1-based character offset in the Jet text, `token` the
   // text found there ("" at the end of the text).
-  SqlError(std::string_view problem, int position, std::string token);
+  SqlError(std::string_view problem, int position, std::string token,
+           ErrorKind kind = ErrorKind::Report);
 
   [[nodiscard]] int position() const { return position_; }
   [[nodiscard]] const std::string& token() const { return token_; }

@@ -15,14 +15,15 @@
 #include "core/host/TLReport.h"
 #include "platform/host/run/ReportService.h"
 #include "platform/render/Render.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::host {
 
 // A key the catalogue does not serve. The message says so and names the nearest keys.
-class ReportKeyError : public std::invalid_argument {
+class ReportKeyError : public Error {
  public:
   ReportKeyError(const std::string& message, std::vector<std::string> near_matches)
-      : std::invalid_argument(message), near_matches_(std::move(near_matches)) {}
+      : Error(ErrorKind::Input, message), near_matches_(std::move(near_matches)) {}
   [[nodiscard]] const std::vector<std::string>& NearMatches() const { return near_matches_; }
 
  private:
