@@ -19,7 +19,8 @@ enum class ExprKind {
   kNull,
   kColumn,    // qualifier (may be empty) and text: the column
   kUnary,     // op; args[0]
-  kBinary,    // op; args[0], args[1]
+  kBinary,    // op; args[0] op args[1] op ...: a flat chain of one operator is one node, left to
+              // right
   kCall,      // text: the function as written; args; star for Count(*)
   kIsNull,    // args[0]; negated for Is Not Null
   kBetween,   // args[0] Between args[1] And args[2]; negated

@@ -67,6 +67,56 @@ Typed ShiftDate(const Typed& date, const Typed& days, bool subtract) {
                     SemType::Date, kPrecAtom);
 }
 
+// & joins as text and reads Null as "".
+Typed JoinPart(const Typed& t) {
+  Typed text = Coerce(t, SemType::Text);
+  if (text.form == Form::kText) return text;
+  if (text.form == Form::kNull) return TextLiteral("");
+  return Expression("COALESCE(" + text.sql + ", '')", SemType::Text, kPrecAtom);
+}
+
+struct ChainOp {
+  Op op;
+  std::string_view sql;
+  int prec;
+  SemType type;
+};
+
+constexpr ChainOp kChainOps[] = {
+    {Op::kAnd, "AND", kPrecAnd, SemType::Boolean},
+    {Op::kOr, "OR", kPrecOr, SemType::Boolean},
+    {Op::kJoin, "||", kPrecConcat, SemType::Text},
+};
+
+// Up to this many operands of a chain are written flat, as they read: a OR b OR c.
+constexpr std::size_t kFlatChain = 64;
+
+// parts[lo, hi) joined by `op`: flat when few, else two bracketed halves, so that however long
+// the chain the tree SQLite builds stays shallow (it takes none deeper than a thousand).
+Typed JoinBalanced(const std::vector<Typed>& parts, std::size_t lo, std::size_t hi,
+                   const ChainOp& op) {
+  if (hi - lo <= kFlatChain) {
+    Typed joined = parts[lo];
+    for (std::size_t i = lo + 1; i < hi; ++i) {
+      joined = Binary(joined, op.sql, parts[i], op.prec, op.type);
+    }
+    return joined;
+  }
+  const std::size_t mid = lo + (hi - lo) / 2;
+  Typed left = JoinBalanced(parts, lo, mid, op);
+  Typed right = JoinBalanced(parts, mid, hi, op);
+  std::string sql;
+  sql.reserve(left.sql.size() + right.sql.size() + op.sql.size() + 6);
+  sql += '(';
+  sql += left.sql;
+  sql += ") ";
+  sql += op.sql;
+  sql += " (";
+  sql += right.sql;
+  sql += ')';
+  return Expression(std::move(sql), op.type, op.prec);
+}
+
 }  // namespace
 
 const ResultColumn* RangeVar::FindColumn(std::string_view column) const {
@@ -82,7 +132,7 @@ Typed Emitter::WriteExpr(const Expr& expr, const Scope& scope) {
   // A few conversions write their operand twice; nested deeply, they could grow the text
   // beyond any use, so the size is bounded.
   if (written.sql.size() > kMaxExpressionLength) {
-    throw SqlError("expression too large to translate", expr.position, "");
+    throw SqlError("expression too large to translate", expr.position, "", ErrorKind::Input);
   }
   return written;
 }
@@ -220,9 +270,26 @@ Typed Emitter::WriteUnary(const Expr& expr, const Scope& scope) {
 }
 
 Typed Emitter::WriteBinary(const Expr& expr, const Scope& scope) {
+  for (const ChainOp& chain : kChainOps) {
+    if (chain.op != expr.op) continue;
+    std::vector<Typed> parts;
+    parts.reserve(expr.args.size());
+    for (const auto& arg : expr.args) {
+      Typed part = WriteExpr(*arg, scope);
+      parts.push_back(expr.op == Op::kJoin ? JoinPart(part) : std::move(part));
+    }
+    return JoinBalanced(parts, 0, parts.size(), chain);
+  }
+  // Other chains read left to right: a - b - c is (a - b) - c.
   Typed left = WriteExpr(*expr.args[0], scope);
-  Typed right = WriteExpr(*expr.args[1], scope);
-  switch (expr.op) {
+  for (std::size_t i = 1; i < expr.args.size(); ++i) {
+    left = WriteOperator(expr.op, std::move(left), WriteExpr(*expr.args[i], scope), expr.position);
+  }
+  return left;
+}
+
+Typed Emitter::WriteOperator(Op op, Typed left, Typed right, int position) {
+  switch (op) {
     case Op::kAnd:
       return Binary(left, "AND", right, kPrecAnd, SemType::Boolean);
     case Op::kOr:
@@ -239,19 +306,11 @@ Typed Emitter::WriteBinary(const Expr& expr, const Scope& scope) {
     case Op::kLe:
     case Op::kGt:
     case Op::kGe:
-      return WriteComparison(expr.op, std::move(left), std::move(right));
-    case Op::kJoin: {
-      // & joins as text and reads Null as "".
-      auto part = [](const Typed& t) {
-        Typed text = Coerce(t, SemType::Text);
-        if (text.form == Form::kText) return text;
-        if (text.form == Form::kNull) return TextLiteral("");
-        return Expression("COALESCE(" + text.sql + ", '')", SemType::Text, kPrecAtom);
-      };
-      return Binary(part(left), "||", part(right), kPrecConcat, SemType::Text);
-    }
+      return WriteComparison(op, std::move(left), std::move(right));
+    case Op::kJoin:
+      return Binary(JoinPart(left), "||", JoinPart(right), kPrecConcat, SemType::Text);
     default:
-      return WriteArithmetic(expr.op, std::move(left), std::move(right), expr.position);
+      return WriteArithmetic(op, std::move(left), std::move(right), position);
   }
 }
 

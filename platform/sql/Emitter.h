@@ -72,11 +72,14 @@ class Emitter {
   static void CaseBlindItems(std::vector<Item>& items);
 
   // EmitExpr.cpp
-  static constexpr std::size_t kMaxExpressionLength = 1 << 20;
+  // Far above any report's, and above an account filter of 10,000 ranges.
+  static constexpr std::size_t kMaxExpressionLength = 8 << 20;
   Typed WriteNode(const Expr& expr, const Scope& scope);
   Typed WriteColumn(const Expr& expr, const Scope& scope);
   Typed WriteUnary(const Expr& expr, const Scope& scope);
   Typed WriteBinary(const Expr& expr, const Scope& scope);
+  // One operator of a chain other than And, Or and &, applied to what the chain gave so far.
+  Typed WriteOperator(Op op, Typed left, Typed right, int position);
   Typed WriteComparison(Op op, Typed left, Typed right);
   Typed WriteArithmetic(Op op, Typed left, Typed right, int position);
   Typed WriteBetween(const Expr& expr, const Scope& scope);

@@ -17,8 +17,6 @@ constexpr std::array<std::string_view, 33> kReserved{
     "LEFT",   "LIKE",   "MOD",  "NOT",   "NULL",    "ON",   "OR",    "ORDER",    "OUTER",
     "RIGHT",  "SELECT", "TOP",  "TRUE",  "UNION",   "WHERE"};
 
-constexpr int kMaxDepth = 200;
-
 }  // namespace
 
 std::unique_ptr<Query> ParseStatement(std::string_view text) { return Parser(text).Statement(); }
@@ -26,11 +24,17 @@ std::unique_ptr<Query> ParseStatement(std::string_view text) { return Parser(tex
 DepthGuard::DepthGuard(Parser& parser) : parser_(parser) {
   if (++parser_.depth_ > kMaxDepth) {
     const Token& token = parser_.Peek();
-    throw SqlError("statement nested too deeply", token.position, std::string(token.source));
+    throw SqlError("statement nested too deeply", token.position, std::string(token.source),
+                   ErrorKind::Input);
   }
 }
 
 Parser::Parser(std::string_view text) : tokens_(Tokenize(text)) {
+  if (tokens_.size() > kMaxTokens) {
+    throw SqlError("the filters make the query too long (more than " + std::to_string(kMaxTokens) +
+                       " words and signs)",
+                   1, "", ErrorKind::Input);
+  }
   static const std::unordered_set<std::string_view, NameHash, NameEqual> reserved(kReserved.begin(),
                                                                                   kReserved.end());
   for (Token& token : tokens_) {

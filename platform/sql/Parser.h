@@ -11,8 +11,19 @@
 namespace trellin::sql {
 
 // The syntax tree of `text`: one SELECT or a UNION of them, ORDER BY, an optional ';'.
-// Throws SqlError naming the first token that does not fit.
+// Throws SqlError naming the first token that does not fit. Text longer than kMaxTokens tokens,
+// nested deeper than kMaxDepth, or with a chain of more than kMaxArithmeticOperands operands of
+// one arithmetic operator is refused with an SqlError of ErrorKind::Input: only a user's filter
+// of thousands of codes grows a statement so, and SQLite could not take it.
 [[nodiscard]] std::unique_ptr<Query> ParseStatement(std::string_view text);
+
+// The caps on one statement: tokens in all (an account filter of 8,000 ranges is about 90,000),
+// nesting of parentheses, sub-queries and mixed operators, and operands of one chain of
+// arithmetic (SQLite takes no expression deeper than 1,000). Chains of Or, And and & are not
+// capped apart from the tokens: the emitter writes them as balanced trees.
+inline constexpr std::size_t kMaxTokens = 250'000;
+inline constexpr int kMaxDepth = 200;
+inline constexpr std::size_t kMaxArithmeticOperands = 500;
 
 class Parser {
  public:
@@ -33,6 +44,15 @@ class Parser {
   std::vector<OrderItem> ParseOrderBy();
 
   // Expressions, lowest precedence first (ParserExpr.cpp).
+  // The node a loop over one precedence level is building, and how many times it has wrapped a
+  // node of its own in a new one (a + b - c is Sub over Add: one wrap).
+  struct Chain {
+    Expr* node = nullptr;
+    int wraps = 0;
+  };
+  // `left` op `right`, joining the chain's node when it has the same operator.
+  std::unique_ptr<Expr> Extend(Chain& chain, Op op, std::unique_ptr<Expr> left,
+                               std::unique_ptr<Expr> right);
   std::unique_ptr<Expr> ParseExpr();
   std::unique_ptr<Expr> ParseXor();
   std::unique_ptr<Expr> ParseAnd();

@@ -19,6 +19,30 @@ std::unique_ptr<Expr> MakeBinary(Op op, std::unique_ptr<Expr> left, std::unique_
   return expr;
 }
 
+// Operators whose chains become one node. Comparisons chain too rarely to need it.
+bool Flattens(Op op) {
+  switch (op) {
+    case Op::kOr:
+    case Op::kXor:
+    case Op::kAnd:
+    case Op::kJoin:
+    case Op::kAdd:
+    case Op::kSub:
+    case Op::kMul:
+    case Op::kDiv:
+    case Op::kIntDiv:
+    case Op::kMod:
+    case Op::kPow:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Or, And and & are written as balanced trees however long; other chains are written as they
+// read, and SQLite takes no expression deeper than a thousand.
+bool Balanced(Op op) { return op == Op::kOr || op == Op::kAnd || op == Op::kJoin; }
+
 struct SymbolOp {
   std::string_view symbol;
   Op op;
@@ -29,22 +53,46 @@ constexpr SymbolOp kComparisons[] = {{"=", Op::kEq},  {"<>", Op::kNe}, {"<", Op:
 
 }  // namespace
 
+std::unique_ptr<Expr> Parser::Extend(Chain& chain, Op op, std::unique_ptr<Expr> left,
+                                     std::unique_ptr<Expr> right) {
+  const bool own = chain.node != nullptr && chain.node == left.get();
+  if (own && left->op == op && Flattens(op)) {
+    if (!Balanced(op) && left->args.size() >= kMaxArithmeticOperands) {
+      throw SqlError("expression too long: more than " + std::to_string(kMaxArithmeticOperands) +
+                         " terms in one sum or product",
+                     right->position, "", ErrorKind::Input);
+    }
+    left->args.push_back(std::move(right));
+    return left;
+  }
+  // A new operator over the chain so far nests it one deeper, as a bracket would.
+  if (own && ++chain.wraps + depth_ > kMaxDepth) {
+    throw SqlError("statement nested too deeply", right->position, "", ErrorKind::Input);
+  }
+  auto node = MakeBinary(op, std::move(left), std::move(right));
+  chain.node = node.get();
+  return node;
+}
+
 std::unique_ptr<Expr> Parser::ParseExpr() {
   DepthGuard guard(*this);
+  Chain chain;
   auto left = ParseXor();
-  while (AcceptKeyword("OR")) left = MakeBinary(Op::kOr, std::move(left), ParseXor());
+  while (AcceptKeyword("OR")) left = Extend(chain, Op::kOr, std::move(left), ParseXor());
   return left;
 }
 
 std::unique_ptr<Expr> Parser::ParseXor() {
+  Chain chain;
   auto left = ParseAnd();
-  while (AcceptKeyword("XOR")) left = MakeBinary(Op::kXor, std::move(left), ParseAnd());
+  while (AcceptKeyword("XOR")) left = Extend(chain, Op::kXor, std::move(left), ParseAnd());
   return left;
 }
 
 std::unique_ptr<Expr> Parser::ParseAnd() {
+  Chain chain;
   auto left = ParseNot();
-  while (AcceptKeyword("AND")) left = MakeBinary(Op::kAnd, std::move(left), ParseNot());
+  while (AcceptKeyword("AND")) left = Extend(chain, Op::kAnd, std::move(left), ParseNot());
   return left;
 }
 
@@ -62,12 +110,13 @@ std::unique_ptr<Expr> Parser::ParseNot() {
 }
 
 std::unique_ptr<Expr> Parser::ParseComparison() {
+  Chain chain;
   auto left = ParseJoin();
   while (true) {
     bool matched = false;
     for (const SymbolOp& comparison : kComparisons) {
       if (AcceptSymbol(comparison.symbol)) {
-        left = MakeBinary(comparison.op, std::move(left), ParseJoin());
+        left = Extend(chain, comparison.op, std::move(left), ParseJoin());
         matched = true;
         break;
       }
@@ -117,22 +166,28 @@ std::unique_ptr<Expr> Parser::ParseComparison() {
       return left;
     }
     left = std::move(expr);
+    chain.node = left.get();
+    if (++chain.wraps + depth_ > kMaxDepth) {
+      throw SqlError("statement nested too deeply", left->position, "", ErrorKind::Input);
+    }
   }
 }
 
 std::unique_ptr<Expr> Parser::ParseJoin() {
+  Chain chain;
   auto left = ParseAdditive();
-  while (AcceptSymbol("&")) left = MakeBinary(Op::kJoin, std::move(left), ParseAdditive());
+  while (AcceptSymbol("&")) left = Extend(chain, Op::kJoin, std::move(left), ParseAdditive());
   return left;
 }
 
 std::unique_ptr<Expr> Parser::ParseAdditive() {
+  Chain chain;
   auto left = ParseMod();
   while (true) {
     if (AcceptSymbol("+")) {
-      left = MakeBinary(Op::kAdd, std::move(left), ParseMod());
+      left = Extend(chain, Op::kAdd, std::move(left), ParseMod());
     } else if (AcceptSymbol("-")) {
-      left = MakeBinary(Op::kSub, std::move(left), ParseMod());
+      left = Extend(chain, Op::kSub, std::move(left), ParseMod());
     } else {
       return left;
     }
@@ -140,26 +195,29 @@ std::unique_ptr<Expr> Parser::ParseAdditive() {
 }
 
 std::unique_ptr<Expr> Parser::ParseMod() {
+  Chain chain;
   auto left = ParseIntDiv();
-  while (AcceptKeyword("MOD")) left = MakeBinary(Op::kMod, std::move(left), ParseIntDiv());
+  while (AcceptKeyword("MOD")) left = Extend(chain, Op::kMod, std::move(left), ParseIntDiv());
   return left;
 }
 
 std::unique_ptr<Expr> Parser::ParseIntDiv() {
+  Chain chain;
   auto left = ParseMultiplicative();
   while (AcceptSymbol("\\")) {
-    left = MakeBinary(Op::kIntDiv, std::move(left), ParseMultiplicative());
+    left = Extend(chain, Op::kIntDiv, std::move(left), ParseMultiplicative());
   }
   return left;
 }
 
 std::unique_ptr<Expr> Parser::ParseMultiplicative() {
+  Chain chain;
   auto left = ParseUnary();
   while (true) {
     if (AcceptSymbol("*")) {
-      left = MakeBinary(Op::kMul, std::move(left), ParseUnary());
+      left = Extend(chain, Op::kMul, std::move(left), ParseUnary());
     } else if (AcceptSymbol("/")) {
-      left = MakeBinary(Op::kDiv, std::move(left), ParseUnary());
+      left = Extend(chain, Op::kDiv, std::move(left), ParseUnary());
     } else {
       return left;
     }
@@ -180,8 +238,9 @@ std::unique_ptr<Expr> Parser::ParseUnary() {
 }
 
 std::unique_ptr<Expr> Parser::ParsePower() {
+  Chain chain;
   auto left = ParsePrimary();
-  while (AcceptSymbol("^")) left = MakeBinary(Op::kPow, std::move(left), ParsePrimary());
+  while (AcceptSymbol("^")) left = Extend(chain, Op::kPow, std::move(left), ParsePrimary());
   return left;
 }
 
