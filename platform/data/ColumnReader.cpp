@@ -16,10 +16,37 @@ std::string_view TextOf(sqlite3_stmt* stmt, int column) {
                          : std::string_view(text, sqlite3_column_bytes(stmt, column));
 }
 
+// The row of `table` holding the misfit value, found again by the value itself: this runs only
+// on the way to an error, so the extra query costs nothing in a sound file.
+std::string RowIdOf(sqlite3_stmt* stmt, int column, const char* table, const char* origin) {
+  std::string sql = "SELECT rowid FROM \"" + std::string(table) + "\" WHERE \"" +
+                    std::string(origin) + "\" IS ?1 LIMIT 1";
+  sqlite3_stmt* lookup = nullptr;
+  std::string id;
+  if (sqlite3_prepare_v2(sqlite3_db_handle(stmt), sql.c_str(), -1, &lookup, nullptr) == SQLITE_OK) {
+    sqlite3_bind_value(lookup, 1, sqlite3_column_value(stmt, column));
+    if (sqlite3_step(lookup) == SQLITE_ROW) id = std::to_string(sqlite3_column_int64(lookup, 0));
+  }
+  sqlite3_finalize(lookup);
+  return id;
+}
+
 [[noreturn]] void Misfit(sqlite3_stmt* stmt, int column, const ResultField& field,
                          std::string_view kind) {
-  throw DatabaseError("the column '" + field.info.name + "' holds '" +
-                      std::string(TextOf(stmt, column)) + "', which is not " + std::string(kind));
+  // A value read straight from a table is named by table, column and row, for the user to find
+  // and mend; a computed one by the result column it fills.
+  const char* table = sqlite3_column_table_name(stmt, column);
+  const char* origin = sqlite3_column_origin_name(stmt, column);
+  std::string where = "the column '" + field.info.name + "'";
+  if (table != nullptr && origin != nullptr) {
+    where = std::string(table) + "." + origin;
+    if (std::string id = RowIdOf(stmt, column, table, origin); !id.empty()) {
+      where += " (row " + id + ")";
+    }
+  }
+  std::string value(TextOf(stmt, column));
+  if (value.size() > 40) value = value.substr(0, 40) + "...";
+  throw DatabaseError(where + " holds '" + value + "', which is not " + std::string(kind));
 }
 
 std::optional<std::int64_t> ParseWhole(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "platform/data/SqliteDatabase.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "platform/data/MemoryRecordset.h"
@@ -13,6 +15,32 @@ namespace {
   throw DatabaseError("Cannot open the company file '" + path + "': " + why);
 }
 
+// `path` as an SQLite URI naming a file: the characters a URI gives meaning to are escaped.
+std::string FileUri(const std::string& path) {
+  std::string uri = "file:";
+  for (char c : path) {
+    if (c == '%' || c == '?' || c == '#') {
+      static constexpr char kHex[] = "0123456789ABCDEF";
+      uri += '%';
+      uri += kHex[(static_cast<unsigned char>(c) >> 4) & 0xF];
+      uri += kHex[static_cast<unsigned char>(c) & 0xF];
+    } else {
+      uri += c;
+    }
+  }
+  return uri;
+}
+
+// Whether no process can be writing the file: its folder is closed to this user, so a writer of
+// the same rights could make no journal or write-ahead log there, and none is there now.
+bool NoWriterCanExist(const std::string& path) {
+  std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  if (folder.empty()) folder = ".";
+  std::error_code error;
+  return ::access(folder.c_str(), W_OK) != 0 && !std::filesystem::exists(path + "-wal", error) &&
+         !std::filesystem::exists(path + "-journal", error);
+}
+
 }  // namespace
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path) {
@@ -20,12 +48,22 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path) {
   auto status = std::filesystem::status(path, error);
   if (!std::filesystem::exists(status)) CannotOpen(path, "there is no such file");
   if (std::filesystem::is_directory(status)) CannotOpen(path, "it is a folder, not a file");
+  // A pipe or a device would block the open or feed SQLite whatever it holds.
+  if (!std::filesystem::is_regular_file(status)) {
+    CannotOpen(path, "it is not a regular file (a device, a pipe or a socket)");
+  }
 
   sqlite3* db = nullptr;
   // Read-only at the connection, so that no statement, however written, can change the file.
   // A database object lives on one thread (the report run's), so SQLite need not lock its
-  // mutex on every column read.
-  int rc = sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  // mutex on every column read. A reader of a file in write-ahead-log mode keeps the -shm index
+  // beside it, and makes it when it is missing; in a folder it cannot write it could not, and
+  // the file is opened as immutable instead: no writer can exist there either.
+  const bool immutable = NoWriterCanExist(path);
+  const std::string name = immutable ? FileUri(path) + "?immutable=1" : path;
+  int rc = sqlite3_open_v2(
+      name.c_str(), &db,
+      SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX | (immutable ? SQLITE_OPEN_URI : 0), nullptr);
   auto connection = std::make_shared<Connection>(db);
   if (rc != SQLITE_OK) CannotOpen(path, connection->LastMessage());
   // Another process checkpointing the WAL holds its lock briefly; wait rather than fail.
@@ -53,6 +91,10 @@ void SqliteDatabase::LoadCatalog() {
     int code = sqlite3_errcode(connection_->Handle());
     if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT) {
       CannotOpen(path_, "it is not an SQLite database, or it is damaged");
+    }
+    if (code == SQLITE_READONLY || code == SQLITE_CANTOPEN) {
+      CannotOpen(path_, "its write-ahead log cannot be read in a folder this user cannot write (" +
+                            connection_->LastMessage() + "); copy it to a folder of your own");
     }
     CannotOpen(path_, connection_->LastMessage());
   }

@@ -51,6 +51,14 @@ class SqliteDatabase : public Database {
   std::string GetSetting(std::string_view section, std::string_view key,
                          std::string_view default_value) override;
 
+  // What is wrong with the file, one line each, at most `limit` of them; empty for a sound file.
+  // SQLite's quick check first (a file damaged there is not read further), then every table and
+  // column of the company schema (missing, or declared as another type), then every stored value
+  // of a typed column read as a report reads it ("Account.Balance (row 12) holds 'abc', which is
+  // not an amount"). Reads the whole file. Throws DatabaseError when the file cannot be read
+  // at all.
+  [[nodiscard]] std::vector<std::string> Check(std::size_t limit = 20);
+
   // A read transaction, begun with a first read so that its snapshot is taken at once. Throws
   // DatabaseError when SQLite refuses.
   void BeginSnapshot() override;

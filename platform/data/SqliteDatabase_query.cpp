@@ -25,8 +25,12 @@ constexpr TypeMapping kTypeMappings[] = {
     {sql::SemType::Boolean, FieldType::Boolean, true},
 };
 
-[[noreturn]] void QueryFailed(std::string_view jet_sql, const std::string& why) {
-  throw DatabaseError("Cannot run the query: " + why + ". The query: " + std::string(jet_sql));
+// Queries are the reports' own, tested against the schema, so one that fails finds the company
+// file damaged or not as the reports need it: the message names the file first.
+[[noreturn]] void QueryFailed(const std::string& path, std::string_view jet_sql,
+                              const std::string& why) {
+  throw DatabaseError("The company file '" + path + "' cannot be read as the reports need: " + why +
+                      ". The query: " + std::string(jet_sql));
 }
 
 }  // namespace
@@ -52,7 +56,9 @@ std::shared_ptr<const sql::Translation> SqliteDatabase::Translate(std::string_vi
   try {
     return translator_->Translate(jet_sql);
   } catch (const sql::SqlError& e) {
-    QueryFailed(jet_sql, e.what());
+    // Too large to translate: made so by the user's filter, and said without the query.
+    if (e.Kind() == ErrorKind::Input) throw DatabaseError(e.problem(), ErrorKind::Input);
+    QueryFailed(path_, jet_sql, e.what());
   }
 }
 
@@ -76,7 +82,7 @@ std::shared_ptr<Recordset> SqliteDatabase::Query(std::string_view jet_sql) {
       rows.push_back(std::move(row));
     }
   } catch (const DatabaseError& e) {
-    QueryFailed(jet_sql, e.what());
+    QueryFailed(path_, jet_sql, e.what());
   }
   std::vector<FieldInfo> infos;
   infos.reserve(fields.size());
@@ -90,7 +96,7 @@ std::shared_ptr<ForwardRecordset> SqliteDatabase::OpenForward(std::string_view j
     return std::make_shared<ForwardRecordset>(connection_, translation->sqlite,
                                               FieldsOf(*translation));
   } catch (const DatabaseError& e) {
-    QueryFailed(jet_sql, e.what());
+    QueryFailed(path_, jet_sql, e.what());
   }
 }
 

@@ -14,6 +14,7 @@
 #include "platform/engine/SectionLayout.h"
 #include "platform/engine/Summaries.h"
 #include "platform/engine/TextMeasure.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::engine {
 
@@ -116,6 +117,14 @@ bool ReportRun::Raise(const Section* section, const char* event, Event&& body) {
     body();
   } catch (const RunCancelled&) {
     throw;
+  } catch (const Error& e) {
+    // A company file that fails under the report ends the run: carrying on would print
+    // headings with no figures, or figures short of the rows that failed. So does the user's
+    // input found wrong only as the report prepares (a column picked that it does not have, a
+    // filter too long to run): the user mends it, the report is not at fault.
+    if (e.Kind() == ErrorKind::CompanyFile || e.Kind() == ErrorKind::Input) throw;
+    ok = false;
+    ReportEventError(section ? section->Name() + "_" + event : std::string(event), e.what());
   } catch (const std::exception& e) {
     ok = false;
     ReportEventError(section ? section->Name() + "_" + event : std::string(event), e.what());
