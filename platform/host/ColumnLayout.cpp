@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "core/host/TLReport.h"
+#include "platform/host/ParameterDialogue.h"
 #include "platform/runtime/Strings.h"
 
 namespace trellin::host {
@@ -117,8 +118,10 @@ std::vector<DataColumn*> ColumnLayout::PickedColumns() {
     if (found == columns_.end()) {
       std::vector<std::string> names;
       for (const DataColumn& column : columns_) names.push_back(column.Name);
-      throw std::invalid_argument("Columns: \"" + name + "\" is not a column of this report (" +
-                                  Join(names, ", ") + ").");
+      // The user's pick, found wrong only once the report has declared its columns: an input
+      // error, which ends the run before anything prints.
+      throw ParameterError("Columns: \"" + name + "\" is not a column of this report (" +
+                           Join(names, ", ") + ").");
     }
     if (std::find(picked.begin(), picked.end(), &*found) == picked.end()) {
       picked.push_back(&*found);

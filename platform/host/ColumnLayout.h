@@ -60,7 +60,7 @@ class ColumnLayout : public DataColumns {
   [[nodiscard]] DataColumn& Item(std::string_view name) override;
 
   // The columns that print, in order: the user's pick, else every column not hidden. Throws
-  // std::invalid_argument naming a picked name that is no column, listing the columns.
+  // ParameterError naming a picked name that is no column, listing the columns.
   [[nodiscard]] std::vector<DataColumn*> PickedColumns();
 
   // Needs Initialise with a host whose designer is set; throws std::logic_error otherwise, and

@@ -52,6 +52,11 @@ bool HasNoValue(const Variant& value) {
 
 bool HasNoDefault(const Variant& value) { return HasNoValue(value) || value.IsNull(); }
 
+// Reports build on a date a year either way (last year's period, the day after the end), and the
+// company file holds dates of years 100 to 9999: a date parameter keeps a year inside that.
+const Date kFirstDate = Date::FromYmd(101, 1, 1);
+const Date kLastDate = Date::FromYmd(9998, 12, 31);
+
 std::vector<PickRow> ReadRows(Database& database, const Parameter& parameter) {
   std::vector<PickRow> rows;
   std::shared_ptr<Recordset> rs = database.Query(parameter.ListSQL);
@@ -174,31 +179,97 @@ Parameter& ParameterDialogue::Known(std::string_view name) const {
   throw ParameterError("Unknown parameter \"" + Trim(name) + "\". " + known);
 }
 
+std::string ParameterDialogue::DroppedShift(const std::string& text) const {
+  // Each shift is judged by the date of the text up to it and the date of the text through it:
+  // a shift that leaves the date as it was, though it moves by some count, did nothing.
+  std::vector<std::size_t> signs;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] == '+' || text[i] == '-') signs.push_back(i);
+  }
+  auto date_of = [&](std::size_t end) -> std::optional<Date> {
+    try {
+      Variant value = resolver_(Variant(text.substr(0, end)), parameters_);
+      if (const Date* date = value.Get<Date>()) return *date;
+    } catch (const std::exception&) {
+    }
+    return std::nullopt;
+  };
+  std::optional<Date> before = signs.empty() ? std::nullopt : date_of(signs.front());
+  for (std::size_t k = 0; k < signs.size() && before; ++k) {
+    const std::size_t end = k + 1 < signs.size() ? signs[k + 1] : text.size();
+    const std::string shift = Trim(text.substr(signs[k], end - signs[k]));
+    const std::optional<Date> after = date_of(end);
+    const bool moves = shift.find_first_of("123456789") != std::string::npos;
+    if (after && *after == *before && moves) return shift;
+    before = after;
+  }
+  return {};
+}
+
 void ParameterDialogue::Resolve() {
+  struct Pending {
+    Parameter* parameter;
+    std::string key;
+    bool given;  // typed by the user, not the default
+    Variant expression;
+    std::string problem;
+  };
+  std::vector<Pending> left;
   for (const ParameterPtr& parameter : parameters_) {
     if (parameter->Kind != ParameterType::Date) continue;
-    const std::string key = LCase(parameter->Name);
-    const bool pending = pending_.erase(key) > 0;
-    const bool defaulted = !pending && HasNoValue(parameter->Value) && resolver_ &&
+    std::string key = LCase(parameter->Name);
+    const bool given = pending_.erase(key) > 0;
+    const bool defaulted = !given && HasNoValue(parameter->Value) && resolver_ &&
                            !HasNoDefault(parameter->DefaultValue);
-    if (!pending && !defaulted) continue;
-    const Variant expression = pending ? parameter->Value : parameter->DefaultValue;
-    Variant date = Variant::Null();
-    std::string problem;
-    try {
-      if (resolver_) date = resolver_(expression, parameters_);
-    } catch (const std::exception& e) {
-      // The calendar behind a keyword can fail (a company file gone away); the user sees
-      // which date could not be worked out and why, and the other dates still resolve.
-      problem = "\"" + expression.Text() + "\" could not be worked out: " + e.what();
+    if (!given && !defaulted) continue;
+    Variant expression = given ? parameter->Value : parameter->DefaultValue;
+    // Until it resolves, a date stands for nothing to the dates that build on it.
+    parameter->Value = Variant();
+    left.push_back({parameter.get(), std::move(key), given, std::move(expression), {}});
+  }
+  // In rounds, so that a date may build on one after it in the collection (FromDate given as
+  // ToDate-1M while ToDate keeps its default): each round resolves what it can, and the rest
+  // try again while any round makes progress.
+  while (!left.empty()) {
+    std::vector<Pending> next;
+    for (Pending& item : left) {
+      Variant date = Variant::Null();
+      item.problem.clear();
+      try {
+        if (resolver_) date = resolver_(item.expression, parameters_);
+      } catch (const std::exception& e) {
+        // The calendar behind a keyword can fail (a company file gone away); the user sees
+        // which date could not be worked out and why, and the other dates still resolve.
+        item.problem = "\"" + item.expression.Text() + "\" could not be worked out: " + e.what();
+      }
+      if (date.IsDate()) {
+        item.parameter->Value = date;
+        if (item.given && resolver_ && item.expression.IsString()) {
+          if (std::string shift = DroppedShift(item.expression.Text()); !shift.empty()) {
+            resolve_errors_.emplace_back(
+                item.key, item.parameter->Label() + ": \"" + item.expression.Text() +
+                              "\" shifts the date by \"" + shift +
+                              "\", which leaves the calendar (years 100 to 9999) or is no shift.");
+          }
+        }
+        continue;
+      }
+      if (item.given && item.problem.empty()) {
+        item.problem = "\"" + item.expression.Text() + "\" is not a date or a date expression.";
+      }
+      next.push_back(std::move(item));
     }
-    if (pending && problem.empty() && !date.IsDate()) {
-      problem = "\"" + expression.Text() + "\" is not a date or a date expression.";
+    const bool progress = next.size() < left.size();
+    left = std::move(next);
+    if (!progress) break;
+  }
+  for (Pending& item : left) {
+    if (!item.problem.empty()) {
+      resolve_errors_.emplace_back(item.key, item.parameter->Label() + ": " + item.problem);
     }
-    if (!problem.empty()) resolve_errors_.emplace_back(key, parameter->Label() + ": " + problem);
     // A default that means nothing leaves the date absent (Null): the report's range stays
     // open at that end, as when the user clears the date.
-    parameter->Value = date.IsDate() ? date : Variant::Null();
+    item.parameter->Value = Variant::Null();
   }
   ApplyPeriods();
 }
@@ -279,6 +350,15 @@ bool ParameterDialogue::Validate() {
   for (const auto& [name, error] : resolve_errors_) errors_.push_back(error);
   parameters_.Validate("");
   errors_.insert(errors_.end(), parameters_.Errors().begin(), parameters_.Errors().end());
+  for (const ParameterPtr& parameter : parameters_) {
+    const Date* date =
+        parameter->Kind == ParameterType::Date ? parameter->Value.Get<Date>() : nullptr;
+    if (date != nullptr && (*date < kFirstDate || *date > kLastDate)) {
+      errors_.push_back(parameter->Label() + ": " + date->DateOnly().ToIso() +
+                        " is outside the dates a report can use (" + kFirstDate.ToIso() + " to " +
+                        kLastDate.ToIso() + ").");
+    }
+  }
   for (const ParameterPtr& parameter : parameters_) {
     if (parameter->Kind == ParameterType::SQLList && parameter->Value.IsString()) {
       CheckListSyntax(*parameter, *parameter->Value.Get<std::string>(), errors_);

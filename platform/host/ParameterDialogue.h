@@ -17,6 +17,7 @@
 #include "core/host/BusinessLayer.h"
 #include "core/host/Database.h"
 #include "core/host/Parameters.h"
+#include "platform/runtime/Error.h"
 
 namespace trellin::host {
 
@@ -27,9 +28,9 @@ using DateResolver =
 
 // A value the dialogue cannot take: an unknown parameter name, or text that does not convert to
 // the parameter's kind. The message names the parameter and says what is wrong.
-class ParameterError : public std::invalid_argument {
+class ParameterError : public Error {
  public:
-  using std::invalid_argument::invalid_argument;
+  explicit ParameterError(const std::string& message) : Error(ErrorKind::Input, message) {}
 };
 
 // The kind of a parameter as the dialogue names it: "boolean", "string", "date", "sqllist",
@@ -98,10 +99,11 @@ class ParameterDialogue {
   // As SetFromJson, from the text of a JSON file; bad JSON is a ParameterError too.
   void SetFromJsonText(std::string_view text);
 
-  // In collection order, so a date may build on one before it: a date given as an expression
-  // becomes its date (an expression that means nothing is an error for Validate), and a date
-  // parameter with no value yet (Empty or Missing) takes what its default resolves to. A
-  // resolver that throws leaves that date Null, with an error for Validate naming it.
+  // A date given as an expression becomes its date (an expression that means nothing, or with a
+  // shift that does nothing, is an error for Validate), and a date parameter with no value yet
+  // (Empty or Missing) takes what its default resolves to. Dates may build on one another in
+  // any order: what cannot resolve yet is tried again once others have. A resolver that throws
+  // leaves that date Null, with an error for Validate naming it.
   //
   // Then each period list and the pair of dates it governs (Period with FromDate and ToDate,
   // DateFrom and DateTo, or PeriodDateFrom and PeriodDateTo; Period1 and Period2 with theirs):
@@ -115,7 +117,8 @@ class ParameterDialogue {
   void Resolve();
 
   // Resolves (as Resolve: expressions given, and defaults of dates still without a value), then
-  // runs the collection's checks and the list syntax check.
+  // runs the collection's checks, the list syntax check, and refuses a date outside 0101-01-01
+  // to 9998-12-31 (reports reach a year either side of their dates).
   // Returns Valid(); Errors() holds one message per problem.
   bool Validate();
   [[nodiscard]] bool Valid() const { return errors_.empty(); }
@@ -130,6 +133,9 @@ class ParameterDialogue {
 
  private:
   [[nodiscard]] Parameter& Known(std::string_view name) const;
+  // The first shift ("+2930000D") of a date expression the user gave that did nothing: one that
+  // would leave the calendar, or with a unit other than D, M, E and Y. "" when none.
+  [[nodiscard]] std::string DroppedShift(const std::string& text) const;
   [[nodiscard]] Variant ConvertText(const Parameter& parameter, std::string_view text);
   void CheckListSyntax(const Parameter& parameter, const std::string& text,
                        std::vector<std::string>& errors) const;

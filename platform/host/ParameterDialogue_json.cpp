@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "platform/host/ParameterDialogue.h"
@@ -76,7 +78,21 @@ void ParameterDialogue::SetFromJsonText(std::string_view text) {
   try {
     values = json::parse(text);
   } catch (const json::parse_error& e) {
-    throw ParameterError(std::string("The parameter values are not valid JSON: ") + e.what());
+    // Where, in the terms of an editor: line and column of the byte the parser stopped at.
+    const std::size_t stop = std::min<std::size_t>(e.byte == 0 ? 0 : e.byte - 1, text.size());
+    std::size_t line = 1;
+    std::size_t line_start = 0;
+    for (std::size_t i = 0; i < stop; ++i) {
+      if (text[i] == '\n') {
+        ++line;
+        line_start = i + 1;
+      }
+    }
+    throw ParameterError("The parameter values are not valid JSON: line " + std::to_string(line) +
+                         ", column " + std::to_string(stop - line_start + 1) + ".");
+  } catch (const json::exception&) {
+    // The parser's other refusals are of numbers too large for a double (1e999).
+    throw ParameterError("The parameter values hold a number too large to use.");
   }
   SetFromJson(values);
 }

@@ -87,7 +87,14 @@ Variant ParameterDialogue::ConvertText(const Parameter& parameter, std::string_v
 }
 
 void ParameterDialogue::SetFromText(std::string_view name, std::string_view text) {
+  // A NUL would cut the value short wherever it is passed on as C text.
+  if (name.find('\0') != std::string_view::npos) {
+    throw ParameterError("A parameter name holds a NUL character.");
+  }
   Parameter& parameter = Known(name);
+  if (text.find('\0') != std::string_view::npos) {
+    throw ParameterError(parameter.Label() + ": the value holds a NUL character.");
+  }
   const std::string key = LCase(parameter.Name);
   pending_.erase(key);
   given_.insert(key);

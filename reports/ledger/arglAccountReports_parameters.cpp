@@ -136,9 +136,16 @@ void arglAccountReports::DeclareParameters(const std::string& key) {
   }
   p.AddList("AccountsGroupBy", "Level", false, "", "Level", "Level,Type", false,
             "Accounts Group By");
-  p.AddNumber("AccountSummaryLevel", 5, false, "", 5, 5, false, "Account Summary Level");
+  // The chart has heading levels 1 to 5 above its accounts; another level names none of them.
+  ParameterPtr summary_level =
+      p.AddNumber("AccountSummaryLevel", 5, false, "", 5, 5, false, "Account Summary Level");
+  summary_level->Minimum = Currency::FromWhole(1);
+  summary_level->Maximum = Currency::FromWhole(5);
   if (row.total_level) {
-    p.AddNumber("AccountTotalLevel", 3, false, "", 3, 3, false, "Account Total Level");
+    ParameterPtr total_level =
+        p.AddNumber("AccountTotalLevel", 3, false, "", 3, 3, false, "Account Total Level");
+    total_level->Minimum = Currency::FromWhole(1);
+    total_level->Maximum = Currency::FromWhole(5);
   }
   p.AddList("Rounding", row.rounding, false, "", row.rounding, "Normal,Whole,Thousands", false,
             "Rounding");
