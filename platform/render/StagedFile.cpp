@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <string>
@@ -26,7 +27,33 @@ mode_t NewFileMode() {
   return 0666 & ~mask;
 }
 
+// The temporary files open now, for a signal handler to remove: plain pointers in fixed slots,
+// each set and cleared atomically, which a handler may read at any moment.
+constexpr std::size_t kListed = 4096;
+std::atomic<const char*> g_listed[kListed];
+
+void List(const char* path) noexcept {
+  for (auto& slot : g_listed) {
+    const char* empty = nullptr;
+    if (slot.compare_exchange_strong(empty, path)) return;
+  }
+}
+
+void Unlist(const char* path) noexcept {
+  if (path == nullptr) return;
+  for (auto& slot : g_listed) {
+    const char* expected = path;
+    if (slot.compare_exchange_strong(expected, nullptr)) return;
+  }
+}
+
 }  // namespace
+
+void RemoveStagedFilesNow() noexcept {
+  for (auto& slot : g_listed) {
+    if (const char* path = slot.load()) ::unlink(path);
+  }
+}
 
 StagedFile::StagedFile(std::filesystem::path target) : target_(std::move(target)) {
   if (target_.filename().empty())
@@ -44,11 +71,15 @@ StagedFile::StagedFile(std::filesystem::path target) : target_(std::move(target)
     throw RenderError("Cannot write " + Describe(target_, error));
   }
   temp_ = pattern;
+  listed_ = std::make_unique<char[]>(pattern.size() + 1);
+  std::memcpy(listed_.get(), pattern.c_str(), pattern.size() + 1);
+  List(listed_.get());
   ::fchmod(fd, NewFileMode());
   stream_ = ::fdopen(fd, "wb");
   if (stream_ == nullptr) {
     const int error = errno;
     ::close(fd);
+    Unlist(listed_.get());
     std::filesystem::remove(temp_);
     throw RenderError("Cannot write " + Describe(target_, error));
   }
@@ -60,7 +91,8 @@ StagedFile::StagedFile(StagedFile&& other) noexcept
     : target_(std::move(other.target_)),
       temp_(std::move(other.temp_)),
       stream_(std::exchange(other.stream_, nullptr)),
-      done_(std::exchange(other.done_, true)) {}
+      done_(std::exchange(other.done_, true)),
+      listed_(std::move(other.listed_)) {}
 
 StagedFile::~StagedFile() { Discard(); }
 
@@ -82,6 +114,7 @@ void StagedFile::Commit() {
   std::filesystem::rename(temp_, target_, ec);
   if (ec) throw RenderError("Cannot replace " + target_.string() + ": " + ec.message());
   done_ = true;
+  Unlist(listed_.get());
 }
 
 void StagedFile::Discard() noexcept {
@@ -90,6 +123,7 @@ void StagedFile::Discard() noexcept {
     stream_ = nullptr;
   }
   if (!done_) {
+    Unlist(listed_.get());
     std::error_code ec;
     std::filesystem::remove(temp_, ec);
     done_ = true;

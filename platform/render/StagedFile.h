@@ -4,9 +4,12 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 
 namespace trellin::render {
 
+// While it is neither committed nor discarded, the temporary file is listed for
+// RemoveStagedFilesNow, so that a run stopped by a signal leaves none behind.
 class StagedFile {
  public:
   // Creates the temporary file in the target's folder. Throws RenderError when it cannot be
@@ -36,6 +39,14 @@ class StagedFile {
   std::filesystem::path temp_;
   std::FILE* stream_ = nullptr;
   bool done_ = false;
+  // The temporary file's name as listed for RemoveStagedFilesNow; it keeps its address however
+  // the object moves.
+  std::unique_ptr<char[]> listed_;
 };
+
+// Removes every temporary file of a StagedFile still open, and nothing else. Safe to call from a
+// signal handler (it uses unlink alone); for one that then ends the process. Lists up to 4,096
+// files at a time (a PNG run stages one per page); any beyond are not removed.
+void RemoveStagedFilesNow() noexcept;
 
 }  // namespace trellin::render
