@@ -1,6 +1,12 @@
+// The options are read by CLI11 from the commands' tables; the messages are ours, so that a
+// script or a user sees the same words whichever parser reads them.
 #include "apps/trellin/CommandLine.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
+#include <cstdint>
+#include <memory>
 
 namespace trellin::cli {
 
@@ -17,87 +23,124 @@ std::vector<std::string> ParsedArgs::Values(std::string_view name) const {
 
 namespace {
 
-const OptionSpec* FindLong(const std::vector<OptionSpec>& specs, std::string_view name) {
-  for (const auto& option : specs) {
-    if (option.long_name == name) return &option;
-  }
-  return nullptr;
+// "-o,--output" for CLI11.
+std::string NamesOf(const OptionSpec& option) {
+  std::string names;
+  if (option.short_name != 0) names = std::string("-") + option.short_name + ",";
+  return names + "--" + std::string(option.long_name);
 }
 
-const OptionSpec* FindShort(const std::vector<OptionSpec>& specs, char name) {
-  for (const auto& option : specs) {
-    if (option.short_name != 0 && option.short_name == name) return &option;
+// One CLI11 app declaring `specs`: each value option takes exactly one value per use and keeps
+// every use; flags count their uses; what is left is positional.
+struct Declared {
+  CLI::App app;
+  std::map<std::string, std::vector<std::string>> values;
+  std::map<std::string, std::int64_t> flags;
+  std::vector<std::string> positional;
+  std::map<std::string, const OptionSpec*> by_name;  // "--db", "-o" -> spec
+
+  explicit Declared(const std::vector<OptionSpec>& specs) {
+    app.set_help_flag();  // --help is an option of each command's own table
+    app.allow_extras(true);
+    for (const OptionSpec& option : specs) {
+      const std::string key(option.long_name);
+      by_name["--" + key] = &option;
+      if (option.short_name != 0) by_name[std::string("-") + option.short_name] = &option;
+      if (option.takes_value) {
+        app.add_option(NamesOf(option), values[key], std::string(option.help))
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false)
+            ->type_name(std::string(option.value_name));
+      } else {
+        app.add_flag(NamesOf(option), flags[key], std::string(option.help));
+      }
+    }
+    app.add_option("arguments", positional);
   }
-  return nullptr;
+};
+
+// The option as the user wrote it: "--db" of "--db=x", "-o" of "-ofile".
+std::string Shown(const std::string& arg) {
+  if (arg.rfind("--", 0) == 0) return arg.substr(0, arg.find('='));
+  return arg.substr(0, 2);
 }
+
+bool LooksLikeOption(const std::string& arg) { return arg.size() >= 2 && arg[0] == '-'; }
 
 }  // namespace
 
 ParsedArgs Parse(const std::vector<std::string>& args, const std::vector<OptionSpec>& specs) {
-  ParsedArgs parsed;
-  bool options_done = false;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const std::string& arg = args[i];
-    if (options_done || arg.size() < 2 || arg[0] != '-') {
-      parsed.positional_.push_back(arg);
-      continue;
+  // After "--" everything is an argument, whatever it looks like.
+  auto end_of_options = std::find(args.begin(), args.end(), "--");
+  std::vector<std::string> options(args.begin(), end_of_options);
+  Declared declared(specs);
+  // Refusals CLI11 words its own way, or does not make: a flag given a value, and a value
+  // option at the very end.
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    const std::string& arg = options[i];
+    if (!LooksLikeOption(arg)) continue;
+    auto found = declared.by_name.find(Shown(arg));
+    if (found == declared.by_name.end()) continue;
+    const OptionSpec& option = *found->second;
+    const bool inline_value =
+        arg.rfind("--", 0) == 0 ? arg.find('=') != std::string::npos : arg.size() > 2;
+    if (!option.takes_value && inline_value && arg.rfind("--", 0) == 0) {
+      throw UsageError("option '" + Shown(arg) + "' takes no value");
     }
-    if (arg == "--") {
-      options_done = true;
-      continue;
-    }
-    const OptionSpec* option = nullptr;
-    std::optional<std::string> inline_value;
-    std::string shown;
-    if (arg.rfind("--", 0) == 0) {
-      std::string_view body = std::string_view(arg).substr(2);
-      std::size_t eq = body.find('=');
-      if (eq != std::string_view::npos) {
-        inline_value = std::string(body.substr(eq + 1));
-        body = body.substr(0, eq);
+    if (option.takes_value && !inline_value) {
+      if (i + 1 >= options.size()) {
+        throw UsageError("option '" + Shown(arg) + "' needs a value (" +
+                         std::string(option.value_name) + ")");
       }
-      option = FindLong(specs, body);
-      shown = "--" + std::string(body);
-    } else {
-      option = FindShort(specs, arg[1]);
-      shown = arg.substr(0, 2);
-      if (arg.size() > 2) inline_value = arg.substr(2);
+      ++i;  // the value, whatever it looks like
     }
-    if (option == nullptr) throw UsageError("unknown option '" + shown + "'");
-    std::string key(option->long_name);
-    if (!option->takes_value) {
-      if (inline_value) throw UsageError("option '" + shown + "' takes no value");
-      parsed.values_[key].push_back("");
-      continue;
-    }
-    std::string value;
-    if (inline_value) {
-      value = *inline_value;
-    } else if (i + 1 < args.size()) {
-      value = args[++i];
-    } else {
-      throw UsageError("option '" + shown + "' needs a value (" + std::string(option->value_name) + ")");
-    }
-    auto& slot = parsed.values_[key];
-    if (!option->repeats && !slot.empty()) throw UsageError("option '" + shown + "' given twice");
-    slot.push_back(std::move(value));
   }
+  try {
+    declared.app.parse(std::vector<std::string>(options.rbegin(), options.rend()));
+  } catch (const CLI::ParseError& e) {
+    throw UsageError(e.what());
+  }
+  for (const std::string& extra : declared.app.remaining()) {
+    if (LooksLikeOption(extra)) throw UsageError("unknown option '" + Shown(extra) + "'");
+    declared.positional.push_back(extra);
+  }
+
+  ParsedArgs parsed;
+  for (const OptionSpec& option : specs) {
+    const std::string key(option.long_name);
+    if (option.takes_value) {
+      std::vector<std::string>& given = declared.values[key];
+      if (given.empty()) continue;
+      if (given.size() > 1 && !option.repeats) {
+        throw UsageError("option '--" + key + "' given twice");
+      }
+      parsed.values_[key] = std::move(given);
+    } else if (declared.flags[key] > 0) {
+      parsed.values_[key] = std::vector<std::string>(static_cast<std::size_t>(declared.flags[key]));
+    }
+  }
+  parsed.positional_ = std::move(declared.positional);
+  parsed.positional_.insert(parsed.positional_.end(),
+                            end_of_options == args.end() ? args.end() : end_of_options + 1,
+                            args.end());
   return parsed;
 }
 
 std::string OptionsHelp(const std::vector<OptionSpec>& specs) {
-  std::vector<std::string> heads;
+  Declared declared(specs);
   std::size_t width = 0;
-  for (const auto& option : specs) {
-    std::string head = option.short_name ? std::string("-") + option.short_name + ", " : "    ";
-    head += "--" + std::string(option.long_name);
-    if (option.takes_value) head += " " + std::string(option.value_name);
-    width = std::max(width, head.size());
-    heads.push_back(std::move(head));
+  for (const OptionSpec& option : specs) {
+    std::size_t head =
+        NamesOf(option).size() + (option.takes_value ? option.value_name.size() + 1 : 0);
+    width = std::max(width, head);
   }
+  auto formatter = std::make_shared<CLI::Formatter>();
+  formatter->column_width(width + 5);
   std::string out;
-  for (std::size_t i = 0; i < specs.size(); ++i) {
-    out += "  " + heads[i] + std::string(width - heads[i].size() + 2, ' ') + std::string(specs[i].help) + "\n";
+  for (const CLI::Option* option : declared.app.get_options()) {
+    if (option->get_positional()) continue;
+    out += formatter->make_option(option, false);
   }
   return out;
 }

@@ -2,14 +2,30 @@
 #include <cstdio>
 #include <set>
 
+#include <yaml-cpp/yaml.h>
+
 #include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "core/Catalogue.h"
+#include "layouts/EmbeddedLayouts.h"
 #include "reports/Designers.h"
 
 namespace trellin::cli {
 
 namespace {
+
+// The caption a designer's stored layout gives its report ("Customer Type List"), for keys whose
+// catalogue row leaves the caption to the layout; "" when the layout has none.
+std::string LayoutCaption(std::string_view designer) {
+  std::optional<layouts::EmbeddedLayout> layout = layouts::FindEmbeddedLayout(designer);
+  if (!layout) return {};
+  try {
+    YAML::Node caption = YAML::Load(std::string(layout->text))["Report"]["Caption"];
+    return caption && caption.IsScalar() ? caption.as<std::string>() : std::string();
+  } catch (const YAML::Exception&) {
+    return {};
+  }
+}
 
 const std::vector<OptionSpec> kListOptions = {
     {"all", 'a', false, false, "", "also list the keys whose report is not built yet"},
@@ -21,8 +37,10 @@ const std::vector<OptionSpec> kListOptions = {
 int ListCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kListOptions);
   if (parsed.Has("help")) {
-    std::printf("usage: trellin list [--all]\n\nLists the report keys that run, with caption and area.\n\n%s",
-                OptionsHelp(kListOptions).c_str());
+    std::printf(
+        "usage: trellin list [--all]\n\nLists the report keys that run, with caption and "
+        "area.\n\n%s",
+        OptionsHelp(kListOptions).c_str());
     return kExitOk;
   }
   if (!parsed.Positional().empty()) throw UsageError("list takes no arguments");
@@ -33,8 +51,11 @@ int ListCommand(const Args& args, const Context&) {
     runnable += runs ? 1 : 0;
     if (!runs && !all) continue;
     CatalogueCaptions captions = CaptionsFor(entry, entry.key);
-    std::string caption = captions.caption.empty() ? std::string("(") + entry.designer + ")" : captions.caption;
-    std::printf("%-32s %-12s %s%s\n", entry.key, entry.area, caption.c_str(), runs ? "" : "  [not built yet]");
+    std::string caption = captions.caption;
+    if (caption.empty()) caption = LayoutCaption(entry.designer);
+    if (caption.empty()) caption = std::string("(") + entry.designer + ")";
+    std::printf("%-32s %-12s %s%s\n", entry.key, entry.area, caption.c_str(),
+                runs ? "" : "  [not built yet]");
     ++shown;
   }
   std::fprintf(stderr, "%zu of %zu report keys run%s\n", runnable, Catalogue().size(),
