@@ -37,7 +37,7 @@ struct Declared {
   std::map<std::string, std::vector<std::string>> values;
   std::map<std::string, std::int64_t> flags;
   std::vector<std::string> positional;
-  std::map<std::string, const OptionSpec*> by_name;  // "--db", "-o" -> spec
+  std::map<std::string, const OptionSpec*> by_name;  // "--db", "-o" -> its option
 
   explicit Declared(const std::vector<OptionSpec>& specs) {
     app.set_help_flag();  // --help is an option of each command's own table
