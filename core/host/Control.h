@@ -105,6 +105,10 @@ class Control {
   void SetCanGrow(bool v) { can_grow_ = v; }
   [[nodiscard]] bool CanShrink() const { return can_shrink_; }
   void SetCanShrink(bool v) { can_shrink_ = v; }
+  // A text too long for a box that does not grow ends in "…" after its last whole word that
+  // fits, instead of counting as cut.
+  [[nodiscard]] bool Ellipsis() const { return ellipsis_; }
+  void SetEllipsis(bool v) { ellipsis_ = v; }
 
   [[nodiscard]] trellin::SummaryType SummaryType() const { return summary_type_; }
   void SetSummaryType(trellin::SummaryType v) { summary_type_ = v; }
@@ -136,6 +140,7 @@ class Control {
   TextAlignment alignment_ = TextAlignment::Left;
   bool can_grow_ = false;
   bool can_shrink_ = false;
+  bool ellipsis_ = false;
   trellin::SummaryType summary_type_ = trellin::SummaryType::None;
   trellin::SummaryFunc summary_func_ = trellin::SummaryFunc::Sum;
   std::string summary_group_;

@@ -29,6 +29,23 @@ const char* AlignName(Align a) {
   return "left";
 }
 
+// Nothing for a whole text, so that the dumps of texts that fit read as they always have.
+const char* FitMark(Fit fit) {
+  switch (fit) {
+    case Fit::Ellipsis:
+      return " ellipsis";
+    case Fit::Cut:
+      return " !cut";
+    case Fit::Wide:
+      return " !wide";
+    case Fit::Broken:
+      return " !broken";
+    case Fit::Whole:
+      break;
+  }
+  return "";
+}
+
 const char* KindName(RowKind k) {
   static const char* kNames[] = {"ReportHeader", "PageHeader", "GroupHeader", "Detail",
                                  "GroupFooter",  "PageFooter", "ReportFooter"};
@@ -71,7 +88,7 @@ std::string DumpPage(const Page& page) {
       out << "text " << N(t->left) << ',' << N(t->top) << ' ' << N(t->width) << 'x' << N(t->height)
           << ' ' << Quote(t->text) << ' ' << t->font.name << ' ' << t->font.size
           << (t->font.bold ? " B" : "") << (t->font.italic ? " I" : "") << ' '
-          << AlignName(t->align) << '\n';
+          << AlignName(t->align) << FitMark(t->fit) << '\n';
     } else if (const auto* l = std::get_if<LineItem>(&item)) {
       out << "line " << N(l->x1) << ',' << N(l->y1) << '-' << N(l->x2) << ',' << N(l->y2) << '\n';
     } else if (const auto* r = std::get_if<RectItem>(&item)) {
@@ -100,6 +117,17 @@ std::string DumpPage(const Page& page) {
     out << '\n';
   }
   return out.str();
+}
+
+std::vector<std::string> Misfits(const Page& page) {
+  std::vector<std::string> out;
+  for (const auto& item : page.items) {
+    const auto* t = std::get_if<TextRun>(&item);
+    if (t == nullptr || !IsMisfit(t->fit)) continue;
+    out.push_back("page " + std::to_string(page.number) + FitMark(t->fit) + " " + Quote(t->text) +
+                  " at " + N(t->left) + "," + N(t->top) + " in " + N(t->width));
+  }
+  return out;
 }
 
 }  // namespace trellin::engine

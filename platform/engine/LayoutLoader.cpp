@@ -212,6 +212,7 @@ void ReadControl(const Reader& r, const YAML::Node& node, Section& section,
            [&](const YAML::Node& v) { c.SetAlignment(r.Choice(v, "Alignment", kAlignment)); }},
           {"CanGrow", [&](const YAML::Node& v) { c.SetCanGrow(r.Bool(v, "CanGrow")); }},
           {"CanShrink", [&](const YAML::Node& v) { c.SetCanShrink(r.Bool(v, "CanShrink")); }},
+          {"Ellipsis", [&](const YAML::Node& v) { c.SetEllipsis(r.Bool(v, "Ellipsis")); }},
           {"ForeColor", [&](const YAML::Node& v) { c.SetForeColor(r.Colour(v, "ForeColor")); }},
           {"SummaryType",
            [&](const YAML::Node& v) {

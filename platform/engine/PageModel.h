@@ -29,15 +29,33 @@ struct FontSpec {
 
 enum class Align { Left, Center, Right, Justify };
 
+// How a control's text met its box. The engine wraps and shortens text by the layout's rules
+// (growing fields wrap, `Ellipsis` fields end in "…"); what is left over it records here rather
+// than hide, so that a cut figure or caption can be found on any page.
+enum class Fit : std::uint8_t {
+  Whole,     // every character, inside the box
+  Ellipsis,  // shortened after a whole word and ended with "…", as the layout allows
+  Cut,       // lines that did not fit the box's height were left out
+  Wide,      // a word (a figure, a code) wider than its box, printed whole past the box's edge
+  Broken,    // a word wider than a growing field was broken across lines
+};
+
+// Cut, wide and broken texts are faults of a layout: a reader cannot trust what they show.
+[[nodiscard]] constexpr bool IsMisfit(Fit fit) {
+  return fit == Fit::Cut || fit == Fit::Wide || fit == Fit::Broken;
+}
+
 // One line of text. The engine has already wrapped text into lines with the same font metrics
 // the renderers use; a renderer draws each run as it stands, aligned inside its box, and never
-// wraps. `top` is the top of the line box; the baseline is the font's ascent below it.
+// wraps. `top` is the top of the line box; the baseline is the font's ascent below it. A run
+// wider than its box (Fit::Wide) overhangs the box on the side away from its alignment.
 struct TextRun {
   float left = 0, top = 0, width = 0, height = 0;
   std::string text;  // UTF-8
   FontSpec font;
   Align align = Align::Left;
   Color color;
+  Fit fit = Fit::Whole;  // on the first line of a control's text, for the whole text
 };
 
 struct LineItem {

@@ -10,6 +10,9 @@ namespace {
 // Gap between the two rules of a double border.
 constexpr float kDoubleRuleGap = 30.0f;
 constexpr float kCheckBoxSize = 180.0f;
+// Room between a rule over a text (a total's) and the top of its line box: with the room the
+// font leaves above its capitals, the digits stand clear of the rule.
+constexpr float kRuleClearance = 40.0f;
 
 LineItem Rule(float x1, float y1, float x2, float y2, Color color = {}) {
   LineItem line;
@@ -56,6 +59,71 @@ void AddRule(Band& band, float x1, float x2, float y, int style) {
   if (style == 6) band.items.emplace_back(Rule(x1, y + kDoubleRuleGap, x2, y + kDoubleRuleGap));
 }
 
+constexpr std::string_view kSoftBreak = "\u200B";  // a zero-width space: a place to break
+
+std::string WithSoftBreaks(const std::string& text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char ch = text[i];
+    const bool inside = i > 0 && i + 1 < text.size() && text[i - 1] != ' ' && text[i + 1] != ' ';
+    if (inside && ch == '.') out += kSoftBreak;
+    out += ch;
+    if (inside && (ch == '@' || ch == '/')) out += kSoftBreak;
+  }
+  return out;
+}
+
+std::string WithoutSoftBreaks(const std::string& line) {
+  std::string out;
+  for (std::size_t at = 0;;) {
+    const std::size_t next = line.find(kSoftBreak, at);
+    out.append(line, at, next == std::string::npos ? std::string::npos : next - at);
+    if (next == std::string::npos) return out;
+    at = next + kSoftBreak.size();
+  }
+}
+
+// Breaks the text into the control's lines and says how it fitted. Words are never split, save
+// a word wider than a growing field; a fixed box keeps the lines it has room for (always its
+// first), and a figure or a code wider than its box prints whole.
+void FitText(const std::string& text, const FontSpec& font, float width, bool grows, bool ellipsis,
+             ArrangedControl& a, TextMeasure& measure) {
+  TextMeasure::Words words = measure.WrapWords(text, font, width);
+  a.lines = std::move(words.lines);
+  if (grows) {
+    if (!words.wide) return;
+    // An address or a path wider than the field breaks where a reader expects it to: after an
+    // "@" or a "/", or before a ".". Anything else wider than the field breaks where it must.
+    TextMeasure::Words soft = measure.WrapWords(WithSoftBreaks(text), font, width);
+    if (!soft.wide) {
+      a.lines.clear();
+      for (const std::string& line : soft.lines) a.lines.push_back(WithoutSoftBreaks(line));
+      return;
+    }
+    a.lines = measure.Wrap(text, font, width);
+    a.fit = Fit::Broken;
+    return;
+  }
+  const auto room =
+      static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
+  const bool dropped = a.lines.size() > room;
+  if (!dropped && !words.wide) return;
+  if (ellipsis) {
+    std::string rest;
+    for (std::size_t i = std::min(room, a.lines.size()) - 1; i < a.lines.size(); ++i) {
+      if (!rest.empty()) rest += ' ';
+      rest += a.lines[i];
+    }
+    if (dropped) a.lines.resize(room);
+    for (std::string& line : a.lines) line = measure.Ellipsize(line, font, width);
+    if (dropped) a.lines.back() = measure.Ellipsize(rest, font, width);
+    a.fit = Fit::Ellipsis;
+    return;
+  }
+  if (dropped) a.lines.resize(room);
+  a.fit = dropped ? Fit::Cut : Fit::Wide;
+}
+
 }  // namespace
 
 FontSpec ToFontSpec(const ControlFont& font) {
@@ -83,15 +151,10 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
       a.line_height = measure.LineHeight(font);
       float text_width =
           c.Class() == ControlClass::CheckBox ? c.Width() - kCheckBoxSize - 60 : c.Width();
-      a.lines = measure.Wrap(*text, font, text_width);
       bool grows = c.Class() == ControlClass::Field && c.CanGrow();
+      FitText(*text, font, text_width, grows, c.Ellipsis(), a, measure);
       if (grows) {
         a.height = std::max(a.height, a.line_height * static_cast<float>(a.lines.size()));
-      } else if (a.lines.size() > 1) {
-        // A fixed box keeps the lines it has room for, and always its first.
-        auto room =
-            static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
-        if (a.lines.size() > room) a.lines.resize(room);
       }
       if (c.CanShrink()) {
         a.height = a.lines.empty()
@@ -100,6 +163,32 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
       }
     }
     out.controls.push_back(std::move(a));
+  }
+  // Text under a rule moves down to clear it, and the texts beside it on the same line move
+  // with it, so that a total's caption and its figures keep one baseline.
+  std::vector<float> ruled_tops;
+  for (const auto& a : out.controls) {
+    if (a.control->Border().TopStyle != 0 && !a.lines.empty()) {
+      ruled_tops.push_back(a.control->Top());
+    }
+  }
+  for (auto& a : out.controls) {
+    if (a.lines.empty()) continue;
+    const float top = a.control->Top();
+    if (std::none_of(ruled_tops.begin(), ruled_tops.end(),
+                     [top](float t) { return std::fabs(t - top) < 0.5f; })) {
+      continue;
+    }
+    a.text_offset = kRuleClearance;
+    a.height =
+        std::max(a.height, kRuleClearance + a.line_height * static_cast<float>(a.lines.size()));
+  }
+  // A double rule under a text lies within its control, so that the line after it starts below
+  // both rules.
+  for (auto& a : out.controls) {
+    if (a.control->Border().BottomStyle != 6 || a.lines.empty()) continue;
+    a.rule_below = a.height;
+    a.height += kDoubleRuleGap;
   }
 
   bool any_grew = false;
@@ -226,13 +315,15 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
       band.late.push_back(LateText{band.items.size() - 1, late_text});
     }
     for (std::size_t i = 0; i < a.lines.size(); ++i) {
-      band.items.emplace_back(TextRun{text_left, top + a.line_height * static_cast<float>(i),
-                                      text_width, a.line_height, a.lines[i], font,
-                                      ToAlign(c.Alignment()), ToColor(c.ForeColor())});
+      band.items.emplace_back(
+          TextRun{text_left, top + a.text_offset + a.line_height * static_cast<float>(i),
+                  text_width, a.line_height, a.lines[i], font, ToAlign(c.Alignment()),
+                  ToColor(c.ForeColor()), i == 0 ? a.fit : Fit::Whole});
       if (late_text && i == 0) band.late.push_back(LateText{band.items.size() - 1, late_text});
     }
     AddRule(band, left, left + c.Width(), top, c.Border().TopStyle);
-    AddRule(band, left, left + c.Width(), top + a.height, c.Border().BottomStyle);
+    AddRule(band, left, left + c.Width(), top + (a.rule_below >= 0 ? a.rule_below : a.height),
+            c.Border().BottomStyle);
     if (c.Border().LeftStyle != 0) band.items.emplace_back(Rule(left, top, left, top + a.height));
     if (c.Border().RightStyle != 0) {
       band.items.emplace_back(Rule(left + c.Width(), top, left + c.Width(), top + a.height));

@@ -18,6 +18,9 @@ struct ArrangedControl {
   float height = 0;  // after growing or shrinking
   std::vector<std::string> lines;
   float line_height = 0;
+  float text_offset = 0;  // from the control's top down to its first line
+  float rule_below = -1;  // from the control's top down to its bottom rule; below 0, its height
+  Fit fit = Fit::Whole;
 };
 
 struct Arrangement {

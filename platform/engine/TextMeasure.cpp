@@ -126,34 +126,29 @@ float TextMeasure::Width(std::string_view text, const FontSpec& wanted) {
   return PangoToTwips(w);
 }
 
-std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& wanted,
-                                           float width) {
-  std::vector<std::string> lines;
-  if (text.empty()) return lines;
+bool TextMeasure::FitsOnOneLine(std::string_view text, const FontSpec& wanted, float width) {
+  // Plain ASCII whose summed advances leave a margin for kerning fits without asking pango.
   FontData& font = Font(wanted);
-
-  // Quick path: plain ASCII on one line whose summed advances leave a margin for kerning.
-  bool simple = true;
   float sum = 0;
   for (char ch : text) {
     auto c = static_cast<unsigned char>(ch);
-    if (c < 32 || c >= 127) {
-      simple = false;
-      break;
-    }
+    if (c < 32 || c >= 127) return false;
     sum += font.advance[c];
   }
-  if (simple && sum * 1.02f + 10.0f <= width) {
-    lines.emplace_back(text);
-    return lines;
-  }
+  return sum * 1.02f + 10.0f <= width;
+}
 
+std::vector<std::string> TextMeasure::BreakLines(std::string_view text, const FontSpec& wanted,
+                                                 float width, bool inside_words, bool* wide) {
+  FontData& font = Font(wanted);
   PangoLayout* layout = impl_->layout;
   pango_layout_set_font_description(layout, font.description);
-  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  pango_layout_set_wrap(layout, inside_words ? PANGO_WRAP_WORD_CHAR : PANGO_WRAP_WORD);
   pango_layout_set_width(layout,
                          width > 0 ? static_cast<int>(width / kTwipsPerPoint * PANGO_SCALE) : -1);
   pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+  std::vector<std::string> lines;
+  std::vector<std::size_t> long_lines;
   for (GSList* it = pango_layout_get_lines_readonly(layout); it != nullptr; it = it->next) {
     auto* line = static_cast<PangoLayoutLine*>(it->data);
     std::string piece(text.substr(line->start_index, line->length));
@@ -162,10 +157,62 @@ std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec
            (piece.back() == '\n' || piece.back() == '\r' || piece.back() == ' ')) {
       piece.pop_back();
     }
+    if (wide != nullptr && width > 0) {
+      PangoRectangle logical;
+      pango_layout_line_get_extents(line, nullptr, &logical);
+      if (PangoToTwips(logical.width) > width) long_lines.push_back(lines.size());
+    }
     lines.push_back(std::move(piece));
   }
   pango_layout_set_width(layout, -1);
+  // A line's logical width counts the blanks it ended with; only what prints must fit.
+  for (std::size_t i : long_lines) {
+    if (Width(lines[i], wanted) > width + 1.0f) *wide = true;
+  }
   return lines;
+}
+
+std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec& wanted,
+                                           float width) {
+  if (text.empty()) return {};
+  if (FitsOnOneLine(text, wanted, width)) return {std::string(text)};
+  return BreakLines(text, wanted, width, true, nullptr);
+}
+
+TextMeasure::Words TextMeasure::WrapWords(std::string_view text, const FontSpec& wanted,
+                                          float width) {
+  Words words;
+  if (text.empty()) return words;
+  if (FitsOnOneLine(text, wanted, width)) {
+    words.lines.emplace_back(text);
+    return words;
+  }
+  words.lines = BreakLines(text, wanted, width, false, &words.wide);
+  return words;
+}
+
+std::string TextMeasure::Ellipsize(std::string_view line, const FontSpec& font, float width) {
+  if (FitsOnOneLine(line, font, width) || Width(line, font) <= width) return std::string(line);
+  static constexpr std::string_view kEllipsis = "\u2026";
+  // The longest run of whole words that leaves room for the ellipsis.
+  for (std::size_t end = line.rfind(' '); end != std::string_view::npos && end > 0;
+       end = line.rfind(' ', end - 1)) {
+    std::string_view words = line.substr(0, end);
+    while (!words.empty() && words.back() == ' ') words.remove_suffix(1);
+    if (words.empty()) break;
+    std::string candidate = std::string(words) + std::string(kEllipsis);
+    if (Width(candidate, font) <= width) return candidate;
+  }
+  // Not even the first word fits: cut between characters, never inside one.
+  std::size_t end = line.size();
+  while (end > 0) {
+    do {
+      --end;
+    } while (end > 0 && (static_cast<unsigned char>(line[end]) & 0xC0) == 0x80);
+    std::string candidate = std::string(line.substr(0, end)) + std::string(kEllipsis);
+    if (Width(candidate, font) <= width) return candidate;
+  }
+  return std::string(kEllipsis);
 }
 
 }  // namespace trellin::engine

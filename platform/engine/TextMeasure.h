@@ -30,10 +30,25 @@ class TextMeasure {
   [[nodiscard]] std::vector<std::string> Wrap(std::string_view text, const FontSpec& font,
                                               float width);
 
+  struct Words {
+    std::vector<std::string> lines;
+    bool wide = false;  // a word wider than `width` stands whole on a line of its own
+  };
+  // The text broken into lines at line breaks and between words only: never inside a word, so
+  // a figure or a code is never split. Empty text gives no lines.
+  [[nodiscard]] Words WrapWords(std::string_view text, const FontSpec& font, float width);
+
+  // `line` as it fits `width`: whole when it fits, else ended with "…" after the last whole
+  // word that leaves room for it, or inside the first word when not even that word fits.
+  [[nodiscard]] std::string Ellipsize(std::string_view line, const FontSpec& font, float width);
+
  private:
   struct FontData;
   FontData& Font(const FontSpec& font);
   FontData& LookUp(const FontSpec& font);
+  bool FitsOnOneLine(std::string_view text, const FontSpec& font, float width);
+  std::vector<std::string> BreakLines(std::string_view text, const FontSpec& font, float width,
+                                      bool inside_words, bool* wide);
 
   struct Impl;
   std::unique_ptr<Impl> impl_;
