@@ -61,7 +61,9 @@ int Column(double twips, const TextGrid& grid) {
   return GridCount(twips / grid.column_twips, kMaxColumn);
 }
 
-std::vector<Placed> PlaceRuns(const Row& row, const TextGrid& grid) {
+// Places a row's runs; a run that would come closer than one blank to the run before it moves
+// right, and adds one to `*moved` when given.
+std::vector<Placed> PlaceRuns(const Row& row, const TextGrid& grid, int* moved = nullptr) {
   std::vector<Placed> placed;
   for (const engine::TextRun* run : row.runs) {
     Cells text = SplitCharacters(run->text);
@@ -80,7 +82,10 @@ std::vector<Placed> PlaceRuns(const Row& row, const TextGrid& grid) {
                    [](const Placed& a, const Placed& b) { return a.start < b.start; });
   int end = -1;
   for (Placed& p : placed) {
-    if (end >= 0 && p.start <= end) p.start = end + 1;
+    if (end >= 0 && p.start <= end) {
+      p.start = end + 1;
+      if (moved != nullptr) ++*moved;
+    }
     end = p.start + static_cast<int>(p.text.size());
   }
   return placed;
@@ -135,10 +140,29 @@ std::vector<Row> CollectRows(const engine::Page& page, const TextGrid& grid) {
   return rows;
 }
 
+// The column width for this page: the grid's, or the widest narrower one (in steps of a tenth)
+// at which no run has to move right to keep a blank after the run before it, so that figures
+// end on their box's edge and columns never run into one another.
+float PageColumnTwips(const std::vector<Row>& rows, const TextGrid& grid) {
+  const float narrowest = std::min(grid.narrowest_column_twips, grid.column_twips);
+  for (float column = grid.column_twips;; column *= 0.9f) {
+    if (column <= narrowest) return narrowest;
+    TextGrid trial = grid;
+    trial.column_twips = column;
+    int moved = 0;
+    for (const Row& row : rows) {
+      if (!row.rule) PlaceRuns(row, trial, &moved);
+    }
+    if (moved == 0) return column;
+  }
+}
+
 }  // namespace
 
-std::string RenderTextPage(const engine::Page& page, const TextGrid& grid) {
-  const std::vector<Row> rows = CollectRows(page, grid);
+std::string RenderTextPage(const engine::Page& page, const TextGrid& page_grid) {
+  TextGrid grid = page_grid;
+  std::vector<Row> rows = CollectRows(page, grid);
+  grid.column_twips = PageColumnTwips(rows, grid);
   std::vector<Cells> lines;
   std::vector<float> positions;
   for (const Row& row : rows) {

@@ -1,5 +1,5 @@
-// The character-grid rendering: runs by alignment, rows by position, rules as dashes, nothing
-// lost when text overflows its box.
+// The character-grid rendering: runs by alignment, rows by position, rules as dashes, columns
+// narrowed so texts never run together, nothing lost when text overflows its box.
 
 #include <gtest/gtest.h>
 
@@ -64,10 +64,17 @@ TEST(TextPage, RowsKeepTheirOrderGapsAndRules) {
             "                              ==========\n");
 }
 
-TEST(TextPage, OverflowingTextMovesRightInsteadOfBeingLost) {
-  const auto page = PageOf({Text(0, 0, 500, "Long description", Align::Left),
-                            Text(500, 0, 1000, "99.00", Align::Right)});
-  EXPECT_EQ(RenderTextPage(page), "Long description 99.00\n");
+TEST(TextPage, TextsThatWouldRunTogetherNarrowTheColumnsThenMoveRight) {
+  // Eleven characters fill a 1000-twip box at 100 twips a column and touch the next box's
+  // text; at 81 (100, 90, then 81) a blank stands between them.
+  EXPECT_EQ(RenderTextPage(PageOf({Text(0, 0, 1000, "12345678901", Align::Left),
+                                   Text(1000, 0, 1000, "abc", Align::Left)})),
+            "12345678901 abc\n");
+  // Too long for its box even at the narrowest columns (60 twips): the figure moves right
+  // rather than lose a character.
+  EXPECT_EQ(RenderTextPage(PageOf({Text(0, 0, 500, "Long description", Align::Left),
+                                   Text(500, 0, 1000, "99.00", Align::Right)})),
+            "Long description  99.00\n");
 }
 
 TEST(TextPage, EmptyPageIsEmptyAndControlCharactersAreBlanked) {
