@@ -57,6 +57,7 @@ void PageWriter::Finish() {
 
 void PageWriter::EnsurePage() {
   if (page_open_) return;
+  if (page_number_ == 0 && source_) geometry_ = source_();
   ++page_number_;
   page_ = Page{};
   page_.number = page_number_;

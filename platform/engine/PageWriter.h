@@ -2,6 +2,7 @@
 // Puts bands onto pages and hands each page to the sink the moment it is complete. Holds only
 // the page being filled.
 
+#include <functional>
 #include <memory>
 
 #include "platform/engine/Band.h"
@@ -35,6 +36,10 @@ class PageWriter : public BandSink {
   PageWriter(PageSink& sink, PageGeometry geometry, PageFurniture& furniture)
       : sink_(sink), geometry_(geometry), furniture_(furniture) {}
 
+  // Asked for the paper once more as the first page opens, so that a report may still turn its
+  // page in ReportStart (a list of many columns turns to landscape).
+  void SetGeometrySource(std::function<PageGeometry()> source) { source_ = std::move(source); }
+
   void Place(Band band) override;
   void StartSection(bool new_page) override;
   [[nodiscard]] int CurrentPage() const override;
@@ -50,6 +55,7 @@ class PageWriter : public BandSink {
 
   PageSink& sink_;
   PageGeometry geometry_;
+  std::function<PageGeometry()> source_;
   PageFurniture& furniture_;
   Page page_;
   bool page_open_ = false;

@@ -8,13 +8,24 @@
 namespace trellin::engine {
 namespace {
 
+PageGeometry GeometryOf(const ActiveReport& report) {
+  const PageSettings& ps = report.PageSettings();
+  PageGeometry g;
+  bool landscape = ps.Orientation == PageOrientation::Landscape;
+  g.width = landscape ? ps.PaperHeight : ps.PaperWidth;
+  g.height = landscape ? ps.PaperWidth : ps.PaperHeight;
+  g.left = ps.LeftMargin;
+  g.top = ps.TopMargin;
+  g.bottom = ps.BottomMargin;
+  return g;
+}
+
 // Opens the real sink only when the first page is ready, so that the document's title is the
 // Caption the designer set in ReportStart, and a run that fails before any page leaves nothing.
 class OpeningSink : public PageSink {
  public:
-  OpeningSink(PageSink& sink, ActiveReport& report, const RunEnvironment& env,
-              PageGeometry geometry)
-      : sink_(sink), report_(report), env_(env), geometry_(geometry) {}
+  OpeningSink(PageSink& sink, ActiveReport& report, const RunEnvironment& env)
+      : sink_(sink), report_(report), env_(env) {}
 
   void Begin(const DocumentInfo&) override {}
   void AddPage(const Page& page) override {
@@ -36,29 +47,17 @@ class OpeningSink : public PageSink {
     DocumentInfo info = env_.document;
     info.caption = report_.Caption();
     info.title = report_.documentName().empty() ? report_.Caption() : report_.documentName();
-    info.page_width = geometry_.width;
-    info.page_height = geometry_.height;
+    const PageGeometry geometry = GeometryOf(report_);
+    info.page_width = geometry.width;
+    info.page_height = geometry.height;
     sink_.Begin(info);
   }
 
   PageSink& sink_;
   ActiveReport& report_;
   const RunEnvironment& env_;
-  PageGeometry geometry_;
   bool open_ = false;
 };
-
-PageGeometry GeometryOf(const ActiveReport& report) {
-  const PageSettings& ps = report.PageSettings();
-  PageGeometry g;
-  bool landscape = ps.Orientation == PageOrientation::Landscape;
-  g.width = landscape ? ps.PaperHeight : ps.PaperWidth;
-  g.height = landscape ? ps.PaperWidth : ps.PaperHeight;
-  g.left = ps.LeftMargin;
-  g.top = ps.TopMargin;
-  g.bottom = ps.BottomMargin;
-  return g;
-}
 
 template <typename Body>
 void Quietly(ActiveReport& report, const char* source, Body&& body) {
@@ -76,9 +75,10 @@ RunOutcome RunReport(ActiveReport& report, PageSink& sink) {
   RunEnvironment env;
   env.top = &report;
   PageGeometry geometry = GeometryOf(report);
-  OpeningSink opening(sink, report, env, geometry);
+  OpeningSink opening(sink, report, env);
   ReportRun run(report, env, nullptr, geometry.left);
   PageWriter writer(opening, geometry, run);
+  writer.SetGeometrySource([&report] { return GeometryOf(report); });
 
   auto terminate_all = [&] {
     // Sub-reports are told first: the designer that made them may free them in its own.

@@ -45,10 +45,11 @@ class ColumnLayout : public DataColumns {
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   [[nodiscard]] bool Enabled() const override { return enabled_; }
 
-  // `visibility` is kept as given; every column is laid out unless Hidden. `totalled` gives the column a total in every group
-  // footer and the report footer: a sum for numbers and money, an empty field the report fills
-  // for other kinds. For a text column `reserved4` lets its field grow to hold several lines.
-  // Adding a name already present replaces that column in its place.
+  // `visibility` is kept as given; every column is laid out unless Hidden. `totalled` gives the
+  // column a total in every group footer and the report footer: a sum for numbers and money, an
+  // empty field the report fills for other kinds. `reserved4` marks a column whose text holds
+  // several lines; every text column's field grows to wrap its text between words. Adding a name
+  // already present replaces that column in its place.
   DataColumn& Add(const std::string& name, const std::string& data_field, int data_type,
                   const std::string& caption, const std::string& short_caption, float width,
                   float minimum_width, int reserved1, int visibility, const std::string& format,

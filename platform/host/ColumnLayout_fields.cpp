@@ -19,6 +19,22 @@ float LineHeight(float points) { return points * 20.0f + 40.0f; }
 // Captions need a little air inside their box before they count as fitting.
 constexpr float kCaptionPadding = 30.0f;
 
+// The least room after a column. The spacing reports ask for (15 twips) is a hairline: a
+// right-aligned figure would touch the text of the column after it. Left-aligned text ends
+// short of its column's edge but where it fills the column, so it needs less.
+constexpr float kColumnGutter = 120.0f;
+constexpr float kTextGutter = 60.0f;
+
+// The widest word of `text`: a heading may wrap between words, never inside one.
+float WidestWord(const std::string& text, const engine::FontSpec& font,
+                 engine::TextMeasure& measure) {
+  float widest = 0;
+  for (const std::string& word : Split(text, " ")) {
+    if (!word.empty()) widest = std::max(widest, measure.Width(word, font));
+  }
+  return widest;
+}
+
 Control& PlaceControl(Section& section, ControlClass cls, const std::string& name) {
   // Laying out twice (a designer that calls CreateFields again) moves the controls it made.
   if (Control* existing = section.Controls().Find(name)) return *existing;
@@ -46,6 +62,25 @@ TextAlignment AlignmentOf(ColumnKind kind) {
     default:
       return TextAlignment::Left;
   }
+}
+
+// An automatic column wants at least this much to be read comfortably.
+constexpr float kComfortableAutomatic = 1500.0f;
+
+// A portrait page too narrow for its columns turns to landscape, and the print width grows by
+// what that gives; the report then fits its furniture to the new width.
+void TurnWhenTooWide(ActiveReport& designer, const std::vector<ColumnWidthRequest>& requests) {
+  PageSettings& page = designer.PageSettings();
+  if (page.Orientation != PageOrientation::Portrait || page.PaperHeight <= page.PaperWidth) return;
+  float wanted = 0;
+  for (const ColumnWidthRequest& r : requests) {
+    wanted += r.width < 0   ? std::max({kComfortableAutomatic, r.minimum_width, r.least})
+              : r.width > 0 ? std::max(r.width, r.least)
+                            : 0.0f;
+  }
+  if (wanted <= designer.PrintWidth()) return;
+  page.Orientation = PageOrientation::Landscape;
+  designer.SetPrintWidth(designer.PrintWidth() + page.PaperHeight - page.PaperWidth);
 }
 
 struct Slot {
@@ -89,12 +124,31 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
   laid_out_.clear();
   if (picked.empty()) return;
 
+  engine::TextMeasure measure;
+  engine::FontSpec heading_font;
+  heading_font.size = heading_font_size;
+  heading_font.bold = true;
+  const float spacing_asked = static_cast<float>(spacing);
+  auto gap_after = [&](const DataColumn& column) {
+    const bool left = AlignmentOf(KindOfDataType(column.DataType)) == TextAlignment::Left;
+    return std::max(spacing_asked, left ? kTextGutter : kColumnGutter);
+  };
+
+  // A column is never narrower than the longest word of its caption (or of its short caption,
+  // when it has one) and the gap after it; the last has no gap after it.
   std::vector<ColumnWidthRequest> requests;
   requests.reserve(picked.size());
-  for (const DataColumn* column : picked) requests.push_back({column->Width, column->MinimumWidth});
+  for (std::size_t i = 0; i < picked.size(); ++i) {
+    const DataColumn& column = *picked[i];
+    const std::string& shortest =
+        column.ShortCaption.empty() ? column.Caption : column.ShortCaption;
+    const float after = i + 1 < picked.size() ? gap_after(column) : 0.0f;
+    const float least = WidestWord(shortest, heading_font, measure) + kCaptionPadding + after;
+    requests.push_back({column.Width, column.MinimumWidth, least});
+  }
+  TurnWhenTooWide(designer, requests);
   const float print_width = designer.PrintWidth();
   std::vector<float> widths = ColumnWidths(requests, print_width);
-  const float gap = static_cast<float>(std::max(0, spacing));
   std::vector<Slot> slots;
   float left = 0;
   for (std::size_t i = 0; i < widths.size(); ++i) {
@@ -104,15 +158,11 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
                             [](const ColumnWidthRequest& r) { return r.width < 0; })) {
       widths[i] = std::max(0.0f, print_width - left);
     }
-    float width = last ? widths[i] : std::max(0.0f, widths[i] - gap);
+    float width = last ? widths[i] : std::max(0.0f, widths[i] - gap_after(*picked[i]));
     slots.push_back({left, widths[i] > 0 ? width : 0.0f});
     left += widths[i];
   }
 
-  engine::TextMeasure measure;
-  engine::FontSpec heading_font;
-  heading_font.size = heading_font_size;
-  heading_font.bold = true;
   const float heading_height = LineHeight(heading_font_size);
   const float body_height = LineHeight(body_font_size);
   const bool any_group_caption = std::any_of(
@@ -144,6 +194,24 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
     if (footer && section.Visible()) footers.push_back(&section);
   }
 
+  // A caption too wide for its column gives way to the short caption, where there is one, and
+  // then wraps between words; the headings stand on a common foot, as many lines as the
+  // tallest of them.
+  std::vector<std::string> captions;
+  std::vector<std::size_t> caption_lines;
+  std::size_t heading_lines = 1;
+  for (std::size_t i = 0; i < picked.size(); ++i) {
+    const DataColumn& column = *picked[i];
+    bool narrow = measure.Width(column.Caption, heading_font) + kCaptionPadding > slots[i].width;
+    captions.push_back(narrow && !column.ShortCaption.empty() ? column.ShortCaption
+                                                              : column.Caption);
+    const std::size_t lines = std::max<std::size_t>(
+        1, measure.WrapWords(captions.back(), heading_font, slots[i].width - kCaptionPadding)
+               .lines.size());
+    caption_lines.push_back(lines);
+    if (slots[i].width > 0) heading_lines = std::max(heading_lines, lines);
+  }
+
   for (std::size_t i = 0; i < picked.size(); ++i) {
     DataColumn& column = *picked[i];
     const Slot& slot = slots[i];
@@ -152,15 +220,16 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
     const std::string format = OutputFormatOf(column);
 
     Control& label = PlaceControl(*heading_section, ControlClass::Label, HeadingName(column));
-    SetBox(label, slot.left, heading_top, slot.width, heading_height);
-    // A caption too wide for its column gives way to the short caption, where there is one.
-    bool narrow = measure.Width(column.Caption, heading_font) + kCaptionPadding > slot.width;
-    label.SetCaption(narrow && !column.ShortCaption.empty() ? column.ShortCaption : column.Caption);
+    const auto lines = static_cast<float>(caption_lines[i]);
+    const float above = static_cast<float>(heading_lines) - lines;
+    SetBox(label, slot.left, heading_top + above * heading_height, slot.width,
+           lines * heading_height);
+    label.SetCaption(captions[i]);
     label.SetAlignment(alignment);
     label.Font().Size = heading_font_size;
     label.Font().Bold = true;
     label.SetVisible(slot.width > 0);
-    GrowToHold(*heading_section, heading_top + heading_height);
+    GrowToHold(*heading_section, heading_top + static_cast<float>(heading_lines) * heading_height);
 
     Control& field = PlaceControl(*detail, ControlClass::Field, DetailName(column));
     SetBox(field, slot.left, 0, slot.width, body_height);
@@ -168,7 +237,8 @@ void ColumnLayout::CreateFields(float top, int, int spacing, int, bool, int,
     field.SetOutputFormat(format);
     field.SetAlignment(alignment);
     field.Font().Size = body_font_size;
-    field.SetCanGrow(column.MultiLine && kind == ColumnKind::Text);
+    // Text wraps between words rather than be cut; codes and figures keep to one line.
+    field.SetCanGrow(kind == ColumnKind::Text);
     field.SetVisible(slot.width > 0);
     GrowToHold(*detail, body_height);
     laid_out_.push_back({&column, &field});

@@ -8,7 +8,7 @@ namespace trellin::host {
 namespace {
 
 float MinimumOf(const ColumnWidthRequest& column) {
-  return column.minimum_width > 0 ? column.minimum_width : kAutomaticFloor;
+  return std::max(column.minimum_width > 0 ? column.minimum_width : kAutomaticFloor, column.least);
 }
 
 }  // namespace
@@ -21,8 +21,8 @@ std::vector<float> ColumnWidths(const std::vector<ColumnWidthRequest>& columns, 
     if (columns[i].width < 0) {
       automatic.push_back(i);
     } else {
-      widths[i] = columns[i].width;
-      fixed += columns[i].width;
+      widths[i] = columns[i].width > 0 ? std::max(columns[i].width, columns[i].least) : 0;
+      fixed += widths[i];
     }
   }
 

@@ -1,5 +1,6 @@
 #include "reports/admin/arAdminBase.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "core/ReportUtilities.h"
@@ -98,9 +99,40 @@ void arAdminBase::ActiveReport_ReportStart() {
   // The columns start where the layout's heading label stands.
   const Control& heading = Field("lblHeading");
   TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
+  FitFurniture();
   // The business objects behind the unbound fields are read once for the run.
   objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
   DataControl().SetSource(sql_);
+}
+
+void arAdminBase::FitFurniture() {
+  // The column layout may have turned the page for a wide list: rules, the title and the
+  // parameters span the print width, and the date and page number keep to the right margin.
+  const float width = PrintWidth();
+  for (const char* name : {"PageHeader", "PageFooter", "ReportFooter"}) {
+    for (Control& c : Sections()[name].Controls()) {
+      if (c.Class() == ControlClass::Line || c.Name() == "lblReportTitle" ||
+          c.Name() == "txtParameters") {
+        c.SetWidth(width);
+      } else if (c.Name() == "phDated" || c.Name() == "txtPage") {
+        c.SetLeft(width - c.Width());
+      }
+    }
+  }
+  // Captions that wrap make the headings taller; the rule stays the same distance below them.
+  constexpr float kRuleBelowHeadings = 50;
+  constexpr float kSpaceBelowRule = 40;
+  Section& header = Sections()["PageHeader"];
+  const Control& heading = Field("lblHeading");
+  float bottom = heading.Top() + heading.Height();
+  for (const Control& c : header.Controls()) {
+    if (c.Class() == ControlClass::Label && c.Visible() && c.Top() >= heading.Top()) {
+      bottom = std::max(bottom, c.Top() + c.Height());
+    }
+  }
+  Control& rule = Field("linHeader");
+  rule.SetTop(std::max(rule.Top(), bottom + kRuleBelowHeadings));
+  header.SetHeight(std::max(header.Height(), rule.Top() + kSpaceBelowRule));
 }
 
 void arAdminBase::BuildSQL() {

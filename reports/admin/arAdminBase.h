@@ -68,6 +68,7 @@ class arAdminBase : public Designer {
 
  private:
   void Detail_Format();
+  void FitFurniture();
   [[nodiscard]] const AdminKey& KeyRow() const;
 
   std::string sql_;

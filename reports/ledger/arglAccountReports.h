@@ -175,6 +175,8 @@ class arglAccountReports : public Designer {
   void SetTitle();
   void SetColumnFormats();
   Control& AddValueField(int n, float left, float width);
+  // Where value column n starts; ColumnLeft(n + 1) is where it ends, its gap included.
+  [[nodiscard]] float ColumnLeft(int n) const;
   void AddCaption(int n, const std::string& caption, float left, float width);
 
   // --- figures (arglAccountReports_figures.cpp) ---
@@ -285,6 +287,8 @@ class arglAccountReports : public Designer {
   int column_count_ = 0;
   int total_column_ = 0;  // the ShowTotal column of the period statements, 0 when none
   float column_width_ = 1300;
+  float values_left_ = 0;           // where the first value column starts
+  bool wide_first_column_ = false;  // column 1 is two figures wide (see ColumnLeft)
   float figure_font_size_ = 9;
   std::array<Control*, kMaxColumns + 1> num_fields_{};
   std::vector<std::shared_ptr<Recordset>> ValueSets;

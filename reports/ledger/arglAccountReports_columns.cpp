@@ -22,6 +22,9 @@ constexpr float kGap = 60;
 constexpr float kMinDescription = 2400;
 constexpr float kMaxColumnWidth = 1500;
 constexpr float kCommentWidth = 2600;
+constexpr float kNarrowType = 8;
+constexpr float kNarrowestType = 7;
+constexpr float kWarningWidth = 3400;
 
 constexpr const char* kNumberFormat = "#,##0.00;(#,##0.00)";
 constexpr const char* kWholeFormat = "#,###,###,##0;(#,###,###,##0)";
@@ -65,7 +68,8 @@ void arglAccountReports::CreateColumns() {
       break;
     case LedgerReport::EndOfYearTrialBalance:
       captions = {{"Closing", 1, 1}, {"Adjustments", 2, 2}, {"Opening", 3, 3}};
-      comment_width = kCommentWidth;
+      // Room for "Cost of Sales accounts must be zero." on one line.
+      comment_width = kWarningWidth;
       comment_caption = "Comments";
       break;
     case LedgerReport::FinancialStatement: {
@@ -145,14 +149,27 @@ void arglAccountReports::CreateColumns() {
 
   SetPage();
   const float width = PrintWidth();
-  // Twelve months and a total share the width in a smaller type.
-  figure_font_size_ = column_count_ > 8 ? 7.0f : 8.0f;
   const float code_width = include_code_ ? kCodeWidth : 0;
   // The ledger's own columns sit between the description and the figures.
   const float ledger_width = report_ == LedgerReport::GeneralLedger ? 3400 : 0;
   const float room = width - code_width - kMinDescription - comment_width - ledger_width;
-  column_width_ = std::min(kMaxColumnWidth, room / static_cast<float>(std::max(column_count_, 1)));
-  const float values_left = width - comment_width - column_width_ * column_count_;
+  // The budget variance's actual figure stands in two places, an inner one for the lines below
+  // the total level and an outer one for the rest: its column is two figures wide.
+  wide_first_column_ = report_ == LedgerReport::BudgetVarianceReport;
+  const int units = column_count_ + (wide_first_column_ ? 1 : 0);
+  column_width_ = std::min(kMaxColumnWidth, room / static_cast<float>(std::max(units, 1)));
+  const float values_left = width - comment_width - column_width_ * static_cast<float>(units);
+  values_left_ = values_left;
+  // Figures are set in the type of the descriptions while their columns have their full width.
+  // Narrower columns take a smaller type, twelve months and a total a smaller one still, and
+  // the codes and descriptions beside them take it too.
+  figure_font_size_ = Field("txtDescription").Font().Size;
+  if (column_width_ < kMaxColumnWidth) {
+    figure_font_size_ = column_count_ > 8 ? kNarrowestType : kNarrowType;
+    for (const char* name : {"txtCode", "txtDescription", "txtDescription2"}) {
+      Field(name).Font().Size = figure_font_size_;
+    }
+  }
   description_left_ = code_width;
   description_width_ = values_left - ledger_width - description_left_ - kGap;
 
@@ -177,11 +194,11 @@ void arglAccountReports::CreateColumns() {
 
   num_fields_.fill(nullptr);
   for (int n = 1; n <= column_count_; ++n) {
-    AddValueField(n, values_left + column_width_ * (n - 1), column_width_ - kColumnGap);
+    AddValueField(n, ColumnLeft(n), ColumnLeft(n + 1) - ColumnLeft(n) - kColumnGap);
   }
   for (const ColumnCaption& c : captions) {
-    const float left = values_left + column_width_ * (c.first - 1);
-    AddCaption(c.first, c.text, left, column_width_ * (c.last - c.first + 1) - kColumnGap);
+    AddCaption(c.first, c.text, ColumnLeft(c.first),
+               ColumnLeft(c.last + 1) - ColumnLeft(c.first) - kColumnGap);
   }
   if (report_ == LedgerReport::GeneralLedger) {
     // Trans, Date, Source and Reference head the ledger lines; the opening line says
@@ -228,6 +245,7 @@ void arglAccountReports::CreateColumns() {
       comment.SetTop(Field("txtDescription").Top());
       comment.SetHeight(Field("txtDescription").Height());
       comment.Font().Size = 8;
+      comment.SetCanGrow(true);
     }
   }
   if (Section* footer = Sections().FindType(SectionType::ReportFooter)) {
@@ -239,6 +257,11 @@ void arglAccountReports::CreateColumns() {
     warning.Font().Bold = true;
     warning.SetCanShrink(true);
   }
+}
+
+float arglAccountReports::ColumnLeft(int n) const {
+  const int units = n - 1 + (wide_first_column_ && n > 1 ? 1 : 0);
+  return values_left_ + column_width_ * static_cast<float>(units);
 }
 
 Control& arglAccountReports::AddValueField(int n, float left, float width) {

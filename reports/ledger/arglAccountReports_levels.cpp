@@ -143,8 +143,9 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
       ShowWhenNonZero(2);
       ShowPercent(4, d(1) - d(2), d(2));
       if (Control* actual = NumField(1)) {
-        const float whole = column_width_ - kColumnGap;
-        actual->SetWidth(CurrentLevel > account_total_level_ ? whole / 2 : whole);
+        // The column is two figures wide: half of it is the inner place.
+        const float whole = ColumnLeft(2) - ColumnLeft(1);
+        actual->SetWidth((CurrentLevel > account_total_level_ ? whole / 2 : whole) - kColumnGap);
       }
       break;
     }

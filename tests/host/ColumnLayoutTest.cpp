@@ -25,6 +25,9 @@ TEST(ColumnWidthsTest, AutomaticColumnsShareWhatFixedOnesLeave) {
       {"too wide is scaled down", {{6000, -1}, {6000, -1}}, 9000, {4500, 4500}},
       {"automatic floor, then scaled", {{9000, -1}, {-1, -1}}, 9300, {8718.75f, 581.25f}},
       {"zero width stays zero", {{0, -1}, {-1, -1}}, 9000, {0, 9000}},
+      // The caption's longest word and the gap after it: 1000 and 6000 twips.
+      {"a fixed column widens for its caption", {{800, -1, 1000}, {-1, -1}}, 9000, {1000, 8000}},
+      {"an automatic one takes it first", {{-1, -1, 6000}, {-1, -1}}, 9000, {6000, 3000}},
   };
   for (const Case& c : cases) {
     std::vector<float> widths = ColumnWidths(c.columns, c.print_width);
@@ -55,12 +58,13 @@ TEST_F(ColumnLayoutTest, CreateFieldsPlacesColumnsAcrossThePrintWidth) {
     TextAlignment alignment;
     const char* caption;
   };
-  // Limit and Discount are fixed; Code and Name share the remaining 7100 twips; 15 twips stand
-  // between columns, and the last reaches the right margin.
+  // Limit and Discount are fixed; Code and Name share the remaining 7100 twips; 60 twips stand
+  // after a text column and 120 after a figure (more than the 15 the report asks for), and the
+  // last reaches the right margin.
   const Expected expected[] = {
-      {"Code", 0, 3535, TextAlignment::Left, "Code"},
-      {"Name", 3550, 3535, TextAlignment::Left, "Name"},
-      {"Limit", 7100, 885, TextAlignment::Right, "Limit"},
+      {"Code", 0, 3490, TextAlignment::Left, "Code"},
+      {"Name", 3550, 3490, TextAlignment::Left, "Name"},
+      {"Limit", 7100, 780, TextAlignment::Right, "Limit"},
       {"Discount", 8000, 1000, TextAlignment::Right, "Discount"},
   };
   for (const Expected& e : expected) {
@@ -116,7 +120,7 @@ TEST_F(ColumnLayoutTest, UsersPickChoosesAndOrdersTheColumns) {
   Section& detail = designer->Sections()["Detail"];
   EXPECT_EQ(detail.Controls().Count(), 2u);
   EXPECT_EQ(detail.Field("txtName").Left(), 0);
-  EXPECT_EQ(detail.Field("txtName").Width(), 9000 - 1200 - 15);
+  EXPECT_EQ(detail.Field("txtName").Width(), 9000 - 1200 - 60);
   EXPECT_EQ(detail.Field("txtCategory").Left(), 9000 - 1200);
   EXPECT_TRUE(designer->TLReport()->ColumnsInUse());
 }
