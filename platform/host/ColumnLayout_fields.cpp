@@ -68,7 +68,8 @@ TextAlignment AlignmentOf(ColumnKind kind) {
 constexpr float kComfortableAutomatic = 1500.0f;
 
 // A portrait page too narrow for its columns turns to landscape, and the print width grows by
-// what that gives; the report then fits its furniture to the new width.
+// what that gives; the report then fits its furniture to the new width. Columns a little too
+// wide (a twentieth) stay on the upright page and are scaled down instead.
 void TurnWhenTooWide(ActiveReport& designer, const std::vector<ColumnWidthRequest>& requests) {
   PageSettings& page = designer.PageSettings();
   if (page.Orientation != PageOrientation::Portrait || page.PaperHeight <= page.PaperWidth) return;
@@ -78,7 +79,7 @@ void TurnWhenTooWide(ActiveReport& designer, const std::vector<ColumnWidthReques
               : r.width > 0 ? std::max(r.width, r.least)
                             : 0.0f;
   }
-  if (wanted <= designer.PrintWidth()) return;
+  if (wanted <= designer.PrintWidth() * 1.05f) return;
   page.Orientation = PageOrientation::Landscape;
   designer.SetPrintWidth(designer.PrintWidth() + page.PaperHeight - page.PaperWidth);
 }
