@@ -1,5 +1,6 @@
 // trellin params: a report's parameter dialogue, as text or JSON.
 #include <cstdio>
+#include <sstream>
 
 #include <nlohmann/json.hpp>
 
@@ -32,6 +33,25 @@ std::string Shown(const Variant& value, const std::string& date_format) {
   return value.Text();
 }
 
+// Help text wrapped at word breaks, each line after the first indented under the first.
+void PrintWrapped(const char* label, const std::string& text) {
+  constexpr std::size_t kWidth = 96;
+  const std::string indent(13, ' ');
+  std::string line = std::string("    ") + label;
+  std::size_t start = line.size();
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    if (line.size() > start && line.size() + 1 + word.size() > kWidth) {
+      std::printf("%s\n", line.c_str());
+      line = indent;
+      start = line.size();
+    }
+    if (line.size() > start) line += ' ';
+    line += word;
+  }
+  std::printf("%s\n", line.c_str());
+}
+
 }  // namespace
 
 int ParamsCommand(const Args& args, const Context&) {
@@ -40,7 +60,8 @@ int ParamsCommand(const Args& args, const Context&) {
     std::printf(
         "usage: trellin params KEY [--db FILE] [--json]\n\n"
         "Lists what the report KEY asks: each parameter's name, kind, caption, prompt,\n"
-        "default (and the date it stands for today), choices, and the rows of pick-lists.\n\n%s",
+        "default (and the date it stands for today), what a value left blank means, choices,\n"
+        "and the rows of pick-lists.\n\n%s",
         OptionsHelp(kParamsOptions).c_str());
     return kExitOk;
   }
@@ -88,6 +109,7 @@ int ParamsCommand(const Args& args, const Context&) {
         if (!resolved.empty() && resolved != fallback) fallback += ": " + resolved;
         std::printf("    default: %s\n", fallback.c_str());
       }
+      if (!entry.Help.empty()) PrintWrapped("help:    ", entry.Help);
       if (!entry.Choices.empty()) {
         std::string choices;
         for (const auto& choice : entry.Choices) choices += (choices.empty() ? "" : ", ") + choice;

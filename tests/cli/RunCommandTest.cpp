@@ -118,6 +118,12 @@ TEST_F(RunCommand, ParamsListsTheDialogue) {
   EXPECT_EQ(json.out.substr(0, 1), "[");
   EXPECT_NE(json.out.find("\"name\": \"CustomerTypes\""), std::string::npos) << json.out;
 
+  // A default the report chose itself is explained where the user reads it.
+  RunResult statement = RunTrellin({"params", "TrialBalance", "--db", Db()});
+  ASSERT_EQ(statement.exit_code, 0) << statement.err;
+  EXPECT_NE(statement.out.find("    help:    Left blank, the general ledger's current date"),
+            std::string::npos) << statement.out;
+
   RunResult bad = RunTrellin({"params", "Nope", "--db", Db()});
   EXPECT_EQ(bad.exit_code, 2);
 }
