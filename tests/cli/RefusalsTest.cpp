@@ -20,6 +20,7 @@
 #include <sqlite3.h>
 
 #include "tests/cli/CliSupport.h"
+#include "tests/support/DemoCache.h"
 #include "tests/support/TestPaths.h"
 
 extern char** environ;
@@ -89,18 +90,9 @@ class Companies : public ::testing::Test {
       std::ofstream(top / "damaged.db", std::ios::binary) << bytes;
     }
     { std::ofstream(top / "big.json") << std::string(2 << 20, ' '); }
-    // The demo company, with its books to a fixed date so that its years are known; built once
-    // for all the test processes of one build of the binary, and copied.
-    const auto stamp = fs::last_write_time(TRELLIN_BINARY).time_since_epoch().count();
-    const fs::path cache = fs::temp_directory_path() / "trellin-cli-tests" / std::to_string(stamp);
-    fs::create_directories(cache);
-    if (!fs::exists(cache / "demo.db")) {
-      const fs::path building = cache / ("demo.db." + std::to_string(::getpid()));
-      RunResult built = RunTrellin({"demo", "--present", "2026-10-31", "-o", building.string()});
-      ASSERT_EQ(built.exit_code, 0) << built.err;
-      fs::rename(building, cache / "demo.db");
-    }
-    fs::copy_file(cache / "demo.db", top / "demo.db");
+    // The demo company, with its books to a fixed date so that its years are known.
+    fs::copy_file(trellin::testing::CachedDemoCompany("NZ", nullptr, Date::FromYmd(2026, 10, 31)),
+                  top / "demo.db");
   }
   // A copy of `from` at `to`, changed by `sql`.
   static void Altered(const fs::path& from, const fs::path& to, const std::string& sql) {

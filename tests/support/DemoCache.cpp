@@ -51,11 +51,13 @@ class FileLock {
 
 }  // namespace
 
-std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summary) {
+std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summary,
+                              std::optional<Date> present) {
   const fs::path folder = fs::temp_directory_path() / "trellin-demo-cache";
   fs::create_directories(folder);
   // The file is always demo.db, in a folder of its build: the reports print its name.
-  const std::string prefix = std::string(country) + "-";
+  const std::string prefix =
+      std::string(country) + "-" + (present ? present->ToIso() + "-" : std::string());
   const fs::path path = folder / (prefix + std::to_string(BuildStamp())) / "demo.db";
   FileLock lock(folder / (prefix + "lock"));
   if (fs::exists(path)) return path.string();
@@ -73,6 +75,7 @@ std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summa
   fs::create_directories(path.parent_path());
   demo::DemoOptions options;
   options.country = std::string(country);
+  options.present = present;
   // Built under a name of its own and renamed, so that no reader ever sees half a file.
   options.path = path.string() + "." + std::to_string(getpid());
   demo::DemoSummary built = demo::BuildDemoCompany(options);
