@@ -9,6 +9,7 @@
 --   GOLF   two invoices of one date, the later id written first
 --   HOTEL  an invoice dated 28 February, processed on 3 March
 --   INDIA  a customer with no transactions
+INSERT INTO Configuration (ConfigurationId) VALUES (1);
 INSERT INTO CompanySetting VALUES ('Company','Name','Fixture Traders'),
   ('Formats','Date','d/mm/yyyy'),('Periods','CurrentDateAR','2025-03-31'),
   ('Periods','CurrentDateAP','2025-03-31'),('Periods','CurrentDateGL','2025-03-31');
