@@ -130,6 +130,12 @@ std::string SqliteDatabase::ConnectionString() const {
   return "Data Source=" + path_ + ";Mode=ReadOnly";
 }
 
+bool SqliteDatabase::HasStatistics() {
+  Statement stat(connection_,
+                 "SELECT count(*) FROM sqlite_schema WHERE type='table' AND name='sqlite_stat1'");
+  return stat.Step() && sqlite3_column_int(stat.Handle(), 0) > 0;
+}
+
 std::shared_ptr<Recordset> SqliteDatabase::NewRecordset() { return NewClientRecordset(); }
 
 std::string SqliteDatabase::GetSetting(std::string_view section, std::string_view key,

@@ -1,6 +1,7 @@
 #pragma once
 // The company database over an SQLite file, opened read-only.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -46,6 +47,17 @@ class SqliteDatabase : public Database {
     return OpenForward(jet_sql);
   }
   std::shared_ptr<Recordset> NewRecordset() override;
+
+  // Told of every query as it is sent: the Jet text and the SQLite text it became. For tools
+  // and tests that look at what the reports ask (the plan check); empty to stop. Called on the
+  // thread that queries.
+  using QueryLog = std::function<void(std::string_view jet_sql, const std::string& sqlite_sql)>;
+  void SetQueryLog(QueryLog log) { query_log_ = std::move(log); }
+
+  // Whether the file carries the planner's statistics (the sqlite_stat1 table ANALYZE writes).
+  // A file without them is read all the same: nothing is written to it, and the plans fall back
+  // on the indexes' shapes alone.
+  [[nodiscard]] bool HasStatistics();
   // From CompanySetting(Section, Key, Value), names matched without regard to case; a Null
   // value counts as none stored.
   std::string GetSetting(std::string_view section, std::string_view key,
@@ -76,6 +88,7 @@ class SqliteDatabase : public Database {
   sql::Catalog catalog_;
   std::unique_ptr<sql::Translator> translator_;
   int snapshot_depth_ = 0;
+  QueryLog query_log_;
 };
 
 // The run guard under the name the data layer first gave it.

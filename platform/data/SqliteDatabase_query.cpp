@@ -54,7 +54,9 @@ std::vector<ResultField> SqliteDatabase::FieldsOf(const sql::Translation& transl
 
 std::shared_ptr<const sql::Translation> SqliteDatabase::Translate(std::string_view jet_sql) {
   try {
-    return translator_->Translate(jet_sql);
+    std::shared_ptr<const sql::Translation> translation = translator_->Translate(jet_sql);
+    if (query_log_) query_log_(jet_sql, translation->sqlite);
+    return translation;
   } catch (const sql::SqlError& e) {
     // Too large to translate: made so by the user's filter, and said without the query.
     if (e.Kind() == ErrorKind::Input) throw DatabaseError(e.problem(), ErrorKind::Input);

@@ -1042,19 +1042,29 @@ CREATE TABLE AssetLog (
 -- Indexes, each for the queries the reports run
 -- ---------------------------------------------------------------------------------------------
 
--- Ledger statements: SumByAccount and StatementFigures group by account over a date range;
--- GeneralLedger's lines of one account in date order; management control balances.
-CREATE INDEX glTransaction_AccountDate ON glTransaction (AccountId, Date);
--- Whole-ledger date scans: the trial balance variance check, the management report's groups.
-CREATE INDEX glTransaction_Date ON glTransaction (Date);
+-- The statements' figures by account, in one pass each: SumByAccount and StatementFigures
+-- (Sum(Value) by AccountId over a date range, Sum(Value+TaxValue) where the statement is tax
+-- inclusive), the trial balance's opening, debits and credits,
+-- its retained earnings and footer cross-check (Sum(Value) before a date), the five-year
+-- summary's years without the year-end lines (Type Is Null), the branch and department splits
+-- and group filters (BranchId, DeptId), GeneralLedger's lines of one account in date
+-- order. The index carries every column these read, so SQLite never visits the table for them:
+-- with statistics it seeks each account's date range (a skip-scan over AccountId), without them
+-- it reads the index once in account order. Either way the grouping needs no sort.
+CREATE INDEX glTransaction_AccountDate ON glTransaction (AccountId, Date, Value, TaxValue, Type, BranchId, DeptId);
 -- Bank entry to its lines: cheque amounts and stubs, the reconciliation's split lines, the
 -- GST cash basis join, the cash flow's opening bank balance.
 CREATE INDEX glTransaction_Bank ON glTransaction (glBankTransactionId, glBankTransactionSequence);
 -- Branch and department groups of the statements, returns and management report: the distinct
--- values come from this index alone, without reading the ledger's lines.
-CREATE INDEX glTransaction_BranchDept ON glTransaction (BranchId, DeptId);
+-- values come from this index alone, without reading the ledger's lines, and Date lets the
+-- groups of one period (GROUP BY BranchId, DeptId over a date range) come from it too.
+CREATE INDEX glTransaction_BranchDept ON glTransaction (BranchId, DeptId, Date);
 -- GST and tax detail returns: lines of one filed period, or the unfiled ones by side.
 CREATE INDEX glTransaction_TaxPeriod ON glTransaction (TaxPeriodId, TaxIO);
+-- The account side of every join of the ledger's lines to the chart (statement figures,
+-- retained earnings, the management report's ratios): the type and ratio of a line's account
+-- without reading the chart's wide rows, once for each line.
+CREATE INDEX Account_TypeRatio ON Account (AccountId, Type, Ratio);
 -- Budgets summed by account over a month range.
 CREATE INDEX glBudget_AccountMonth ON glBudget (AccountId, Month);
 -- Cheques by payee.
@@ -1064,8 +1074,9 @@ CREATE INDEX glBankTransaction_OtherParty ON glBankTransaction (OtherPartyId);
 -- OtherPartyId = ? AND Type Between ? AND a DateProcess range, summing Value or ValueRemaining.
 -- The index covers those sums, so a ledger of many parties never reads the table for them.
 CREATE INDEX Transactions_PartyTypeProcess ON Transactions (OtherPartyId, Type, DateProcess, Value, ValueRemaining);
--- The same by the document date: statements, the outstanding ledger, ageing by document date.
-CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Date);
+-- The same by the document date: statements, the outstanding ledger, ageing by document date,
+-- carrying the sums as the index above does.
+CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Date, Value, ValueRemaining);
 -- Overdue lists, ledger overdue range and statements' ageing: open items by due date.
 CREATE INDEX Transactions_PartyDue ON Transactions (OtherPartyId, DatePayment);
 -- Control report: this month's and future transactions of a side, whatever the party.
@@ -1076,8 +1087,9 @@ CREATE INDEX Transactions_Bank ON Transactions (glBankTransactionId);
 CREATE INDEX Transactions_Job ON Transactions (JobId);
 -- Document lines, line sums of a document, the transaction list's lines.
 CREATE INDEX TransactionLine_Transaction ON TransactionLine (TransactionId);
--- Stock on hand as at a date, movement, stocktake on hand, on-hand under an item group.
-CREATE INDEX TransactionLine_ItemDate ON TransactionLine (ItemId, DateProcess);
+-- Stock on hand as at a date, movement, stocktake on hand, on-hand under an item group: the
+-- quantity and value of an item's lines to a date, by location, from the index alone.
+CREATE INDEX TransactionLine_ItemDate ON TransactionLine (ItemId, DateProcess, LocationId, Quantity, ItemCost);
 -- Analysis, summary and trend keys read the lines of a period by type.
 CREATE INDEX TransactionLine_ProcessType ON TransactionLine (DateProcess, Type);
 -- Allocations from either side: outstanding items, back dating, allocation details,
