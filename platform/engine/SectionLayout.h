@@ -21,6 +21,11 @@ struct ArrangedControl {
   float text_offset = 0;  // from the control's top down to its first line
   float rule_below = -1;  // from the control's top down to its bottom rule; below 0, its height
   Fit fit = Fit::Whole;
+  // A word too wide for its fixed box in the control's type is set smaller, down to a floor
+  // (see Arrange): the size it takes (0: the control's own) and how far it moves down so that
+  // its baseline meets its neighbours'.
+  float font_size = 0;
+  float baseline_shift = 0;
 };
 
 struct Arrangement {

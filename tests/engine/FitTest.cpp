@@ -13,6 +13,7 @@ struct FitCase {
   const char* text;
   Fit fit;
   const char* first_line;
+  float size = 10;  // the type it prints in
 };
 
 const FitCase kCases[] = {
@@ -20,6 +21,10 @@ const FitCase kCases[] = {
     // A figure is one word: it prints whole, past the box, and counts as a fault.
     {"{Class: Field, Name: txtFigure, Rect: [0, TOP, 600, 250], Alignment: Right}", "2,406,065.41",
      Fit::Wide, "2,406,065.41"},
+    // A figure a little too wide for its box is set smaller, half a point at a time: some 1170
+    // twips at 10 points, 1050 at 9.
+    {"{Class: Field, Name: txtNear, Rect: [0, TOP, 1100, 250], Alignment: Right}", "2,406,065.41",
+     Fit::Whole, "2,406,065.41", 9},
     // A caption of two words in a one-line box keeps its first word only.
     {"{Class: Label, Name: lblCaption, Caption: 'Calculation Period', Rect: [0, TOP, 1000, 250]}",
      "", Fit::Cut, "Calculation"},
@@ -76,6 +81,7 @@ TEST(Fit, EachTextRecordsHowItMetItsBox) {
     }
     EXPECT_EQ(first->fit, c.fit) << c.control;
     if (c.first_line != nullptr) EXPECT_EQ(first->text, c.first_line) << c.control;
+    EXPECT_FLOAT_EQ(first->font.size, c.size) << c.control;
     if (c.fit == Fit::Broken) EXPECT_EQ(joined, c.text) << "a broken word loses no character";
     faults += IsMisfit(c.fit) ? 1 : 0;
   }
