@@ -146,6 +146,7 @@ TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
                                                        {"N", null, "r4", Money(500)},
                                                        {null, null, "r5", Money(100000)},
                                                        {"S", null, "r6", Money(10000)},
+                                                       {"T", "B", "r7", Money(7000)},
                                                    }));
   };
   KeepingSink sink = testing::Run(report);
@@ -154,12 +155,15 @@ TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
       "ghTown:", "Detail:r3", "Detail:r4", "gfTown:3.35", "gfRegion:6.65",
       "ghRegion:", "ghTown:", "Detail:r5", "gfTown:10.00", "gfRegion:10.00",
       // The region changes while the town stays Null: the inner group breaks with the outer one.
-      "ghRegion:S", "ghTown:", "Detail:r6", "gfTown:1.00", "gfRegion:1.00", "ReportFooter:17.65"};
+      "ghRegion:S", "ghTown:", "Detail:r6", "gfTown:1.00", "gfRegion:1.00",
+      // Both levels change on one row: inner footer, outer footer, outer header, inner header.
+      "ghRegion:T", "ghTown:B", "Detail:r7", "gfTown:0.70", "gfRegion:0.70", "ReportFooter:18.35"};
   EXPECT_EQ(BodyRows(sink), expected);
   EXPECT_EQ(Cells(sink, "gfTown"),
-            (std::vector<std::string>{"3.30|r2", "3.35|r4", "10.00|r5", "1.00|r6"}));
-  EXPECT_EQ(Cells(sink, "gfRegion"), (std::vector<std::string>{"6.65|4", "10.00|1", "1.00|1"}));
-  EXPECT_EQ(Cells(sink, "ReportFooter"), (std::vector<std::string>{"17.65|6"}));
+            (std::vector<std::string>{"3.30|r2", "3.35|r4", "10.00|r5", "1.00|r6", "0.70|r7"}));
+  EXPECT_EQ(Cells(sink, "gfRegion"),
+            (std::vector<std::string>{"6.65|4", "10.00|1", "1.00|1", "0.70|1"}));
+  EXPECT_EQ(Cells(sink, "ReportFooter"), (std::vector<std::string>{"18.35|7"}));
 }
 
 // One row per case: the key column's values in data order, and the group headers that print.
