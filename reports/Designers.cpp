@@ -7,7 +7,9 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arglAccountReports.h"
+#include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrLedger.h"
+#include "reports/receivables/ardscrOverdueList.h"
 
 namespace trellin {
 
@@ -18,6 +20,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglAccountReports", CreatearglAccountReports},
     // reports/receivables
     {"ardscrLedger", CreateardscrLedger},
+    {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},
+    {"ardscrOverdueList", CreateardscrOverdueList},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

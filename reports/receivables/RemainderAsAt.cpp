@@ -19,15 +19,21 @@ std::string AllocationsProcessedFromSQL(std::int64_t transaction_id, Date from) 
          id + " AND Transactions.DateProcess>=" + bound;
 }
 
-Currency RemainderAsAt(Database& database, Currency value_remaining,
-                       std::string_view allocations_sql) {
+void ForEachAllocatedValue(Database& database, std::string_view allocations_sql,
+                           const std::function<void(Currency, const Recordset&)>& give_back) {
   std::shared_ptr<Recordset> rs = database.Query(allocations_sql);
   const int field = rs->FieldIndex("AllocatedValue");
-  Currency remainder = value_remaining;
   for (; !rs->Eof(); rs->MoveNext()) {
     const Variant& value = rs->Value(field);
-    if (!value.IsNull()) remainder += value.ToCurrency();
+    if (!value.IsNull()) give_back(value.ToCurrency(), *rs);
   }
+}
+
+Currency RemainderAsAt(Database& database, Currency value_remaining,
+                       std::string_view allocations_sql) {
+  Currency remainder = value_remaining;
+  ForEachAllocatedValue(database, allocations_sql,
+                        [&](Currency value, const Recordset&) { remainder += value; });
   return remainder;
 }
 

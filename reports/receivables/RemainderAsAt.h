@@ -5,6 +5,7 @@
 // own query; the arithmetic is this one.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,11 @@ namespace trellin {
 // the transaction is the second of the pair. It is the other transaction of the pair, the one
 // joined in, whose DateProcess decides.
 [[nodiscard]] std::string AllocationsProcessedFromSQL(std::int64_t transaction_id, Date from);
+
+// Calls `give_back` with each non-Null "AllocatedValue" that `allocations_sql` returns and the
+// row it stands on, in the order of the rows. Throws DatabaseError for a query that fails.
+void ForEachAllocatedValue(Database& database, std::string_view allocations_sql,
+                           const std::function<void(Currency, const Recordset&)>& give_back);
 
 // `value_remaining` plus the AllocatedValue of every row `allocations_sql` returns, a Null
 // counting as 0. Throws DatabaseError for a query that fails.

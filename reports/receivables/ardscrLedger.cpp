@@ -4,22 +4,9 @@
 
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
+#include "reports/receivables/ReceivablesShared.h"
 
 namespace trellin {
-
-namespace {
-
-constexpr int kGroupLevels = 5;
-
-// The level of a section named "GroupHeaderN" or "GroupFooterN"; 0 for any other.
-int GroupLevelOf(const Section& section, std::string_view prefix) {
-  const std::string& name = section.Name();
-  if (name.size() != prefix.size() + 1 || name.compare(0, prefix.size(), prefix) != 0) return 0;
-  const int level = name.back() - '0';
-  return level >= 1 && level <= kGroupLevels ? level : 0;
-}
-
-}  // namespace
 
 DesignerPtr CreateardscrLedger() { return std::make_shared<ardscrLedger>(); }
 

@@ -3,6 +3,7 @@
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/kvReportUtilities.h"
+#include "reports/receivables/ReceivablesShared.h"
 #include "reports/receivables/ardscrLedger.h"
 
 namespace trellin {
@@ -22,25 +23,19 @@ struct LedgerColumn {
   int data_type;
 };
 
-constexpr int kText = 0;
-constexpr int kNumber = 3;
-constexpr int kDate = 2;
-constexpr int kMoney = 4;
-constexpr int kCode = 6;
-
 constexpr LedgerColumn kColumns[] = {
-    {"Code", "OtherPartyId", "OtherPartyId", kCode},
-    {"Name", "Name", "Name", kText},
-    {"Closing", "Closing", "Closing", kMoney},
-    {"Trans Id", "Trans", "TransactionId", kNumber},
-    {"Date", "Date", "Date", kDate},
-    {"Type", "Type", "Type", kText},
-    {"Batch", "Batch", "Batch", kText},
-    {"Reference", "Reference", "Reference", kText},
-    {"Original", "Original", "Original", kMoney},
-    {"Debit", "Debit", "Debit", kMoney},
-    {"Credit", "Credit", "Credit", kMoney},
-    {"Balance", "Balance", "Balance", kMoney},
+    {"Code", "OtherPartyId", "OtherPartyId", kColumnCode},
+    {"Name", "Name", "Name", kColumnText},
+    {"Closing", "Closing", "Closing", kColumnMoney},
+    {"Trans Id", "Trans", "TransactionId", kColumnNumber},
+    {"Date", "Date", "Date", kColumnDate},
+    {"Type", "Type", "Type", kColumnText},
+    {"Batch", "Batch", "Batch", kColumnText},
+    {"Reference", "Reference", "Reference", kColumnText},
+    {"Original", "Original", "Original", kColumnMoney},
+    {"Debit", "Debit", "Debit", kColumnMoney},
+    {"Credit", "Credit", "Credit", kColumnMoney},
+    {"Balance", "Balance", "Balance", kColumnMoney},
 };
 
 void AddSideParameter(Parameters& parameters, const SideParameter& row, bool primary) {

@@ -9,27 +9,12 @@
 #include "core/kvReportUtilities.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
+#include "reports/receivables/PartyFilters.h"
 #include "reports/receivables/ardscrLedger.h"
 
 namespace trellin {
 
 namespace {
-
-// The list filters beside the party filter, on both sides: the other side's parameters do not
-// exist and add nothing.
-struct ListFilter {
-  const char* parameter;
-  const char* field;
-};
-
-constexpr ListFilter kListFilters[] = {
-    {"Locations", "OtherParty.LocationId"},        {"Employees", "OtherParty.EmployeeId"},
-    {"CustomerCategories", "CustomerCategoryId"},  {"SupplierCategories", "SupplierCategoryId"},
-    {"CustomerTypes", "CustomerTypeId"},           {"SupplierTypes", "SupplierTypeId"},
-    {"CustomerPaymentTerms", "CustomerPayTermId"}, {"SupplierPaymentTerms", "SupplierPayTermId"},
-};
-
-constexpr int kUserDefinedFields = 20;
 
 Variant DateOrNull(const Variant& v) { return HasDate(v) ? Variant(v.ToDate()) : Variant::Null(); }
 
@@ -106,20 +91,10 @@ void ardscrLedger::BuildSQL() {
 
 void ardscrLedger::AddFilters(std::string& where) {
   trellin::Parameters& p = TLReport()->Parameters();
-  const LedgerSide& side = SideOfDebtor(debtor_);
-  AppendListParameterCondition(where, "OtherParty.OtherPartyId", std::string(side.parties.name), p,
-                               heading_, kRangeText);
-  for (const ListFilter& filter : kListFilters) {
-    AppendListParameterCondition(where, filter.field, filter.parameter, p, heading_, kRangeText);
-  }
-  // A status given as anything but one number filters nothing.
-  if (IsNumeric(p.Value("Status", Variant()).Text())) {
-    AppendListParameterCondition(where, "Status", "Status", p, heading_, kRangeNumber);
-  }
-  for (int n = 1; n <= kUserDefinedFields; ++n) {
-    const std::string name = "OtherParty.UserDefined" + std::to_string(n);
-    AppendListParameterCondition(where, name, name, p, heading_, kRangeText);
-  }
+  AppendPartyFilter(where, p, heading_, SideOfDebtor(debtor_));
+  AppendPartyPlaceFilters(where, p, heading_, "Locations", "Employees");
+  AppendPartyListFilters(where, p, heading_);
+  AppendUserDefinedFilters(where, p, heading_, "OtherParty");
 }
 
 void ardscrLedger::AddPeriodFilter(std::string& where, std::string& columns) {
