@@ -68,14 +68,25 @@ void DemoLedger::WriteLines(const Journal& journal, std::int64_t bank_entry) {
 }
 
 std::int64_t DemoLedger::PostBank(const BankEntry& entry, Journal journal) {
-  const std::int64_t id = next_bank_entry_++;
   // Statements come monthly and reach the bank about two weeks behind: what is older than that
   // is reconciled on the page of its month, save the odd cheque that was never presented.
-  const Date present = calendar_.Present();
   const bool withdrawal = !journal.lines.empty() && journal.lines.front().value < 0;
   const bool stale = withdrawal && random_.Chance(0.004);
   const Date presented =
       entry.date.AddDays(withdrawal ? static_cast<int>(random_.Between(1, 6)) : 0);
+  return WriteBank(entry, std::move(journal), presented, stale, withdrawal);
+}
+
+std::int64_t DemoLedger::PostBankPresented(const BankEntry& entry, Journal journal,
+                                           Date presented) {
+  const bool withdrawal = !journal.lines.empty() && journal.lines.front().value < 0;
+  return WriteBank(entry, std::move(journal), presented, false, withdrawal);
+}
+
+std::int64_t DemoLedger::WriteBank(const BankEntry& entry, Journal journal, Date presented,
+                                   bool stale, bool withdrawal) {
+  const std::int64_t id = next_bank_entry_++;
+  const Date present = calendar_.Present();
   const bool reconciled = !stale && presented.Serial() <= present.Serial() - 14;
   bank_entries_.Insert({id, entry.bank, entry.date, OrNull(entry.party), OrNull(entry.reference),
                         OrNull(entry.comment),

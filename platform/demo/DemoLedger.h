@@ -56,6 +56,9 @@ class DemoLedger {
   // Writes the journal's lines. Throws std::logic_error when they do not sum to zero or name an
   // account that is not a posting account: a generator fault, never the user's.
   void Post(const Journal& journal);
+  // As PostBank, for an entry the bank presented on `presented`, never stale; draws nothing from
+  // the random source, so what is written after it stays as it was.
+  std::int64_t PostBankPresented(const BankEntry& entry, Journal journal, Date presented);
   // Writes the bank entry and its journal; the journal's first line must be the bank's own
   // account, which becomes sequence 0. Returns the glBankTransactionId.
   std::int64_t PostBank(const BankEntry& entry, Journal journal);
@@ -75,6 +78,8 @@ class DemoLedger {
  private:
   int IndexOf(std::string_view account) const;
   void WriteLines(const Journal& journal, std::int64_t bank_entry);
+  std::int64_t WriteBank(const BankEntry& entry, Journal journal, Date presented, bool stale,
+                         bool withdrawal);
 
   const DemoCalendar& calendar_;
   DemoRandom& random_;

@@ -114,6 +114,8 @@ void WriteSettings(DemoContext& ctx) {
       {"UserDefinedFields", "Job.1.Type", "8"},
       {"UserDefinedFields", "Asset.1.Name", "Registration"},
       {"UserDefinedFields", "Asset.1.Type", "7"},
+      {"UserDefinedFields", "Transactions.1.Name", "Query"},
+      {"UserDefinedFields", "Transactions.1.Type", "0"},
   };
   DemoTable rows(ctx.db, "CompanySetting", {"Section", "Key", "Value"});
   for (const Setting& s : settings) rows.Insert({s.section, s.key, s.value});

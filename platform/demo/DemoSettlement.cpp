@@ -2,11 +2,23 @@
 // the document it settles.
 
 #include <algorithm>
+#include <cstdio>
 
 #include "platform/demo/DemoChart.h"
 #include "platform/demo/DemoTrader.h"
 
 namespace trellin::demo {
+
+namespace {
+
+// A document's number as the references print it: seven digits, zeros in front.
+std::string DocumentNumber(std::int64_t id) {
+  char text[24];
+  std::snprintf(text, sizeof text, "%07lld", static_cast<long long>(id));
+  return text;
+}
+
+}  // namespace
 
 void Trader::PlanSettlements(Side side, std::size_t party, std::int64_t document, Date date,
                              std::int64_t gross, const std::string& location,
@@ -71,6 +83,124 @@ void Trader::PlanSettlements(Side side, std::size_t party, std::int64_t document
       break;
     default:
       add(pay, pay_type, left);
+  }
+}
+
+void Trader::OpenSupplierItems() {
+  // Written once the days are done, with no random draw and the last ids, so the rest of the
+  // company stays as it was; the lines carry no tax, so no tax return changes either.
+  const Date present = ctx_.calendar.Present();
+  const std::int64_t scale = ctx_.options.scale;
+  auto write = [&](std::size_t party, int type, const char* type_id, const std::string& prefix,
+                   Date date, Cell due, std::int64_t value, std::int64_t held,
+                   std::int64_t bank_entry, std::int64_t id) {
+    const PartyInfo& p = ctx_.parties[party];
+    const bool payment = type == 25;
+    transactions_.Insert(
+        {id,
+         p.id,
+         type,
+         type_id,
+         "AP" + date.ToIso().substr(0, 4) + date.ToIso().substr(5, 2),
+         prefix + DocumentNumber(id),
+         Cell::Null{},
+         date,
+         date,
+         due,
+         date,
+         value,
+         value,
+         held,
+         p.employee,
+         p.location,
+         Cell::Null{},
+         payment ? Cell(Cell::Null{}) : Cell("Postal"),
+         Cell::Null{},
+         std::int64_t{0},
+         payment ? Cell("D") : Cell(Cell::Null{}),
+         payment ? Cell(p.name) : Cell(Cell::Null{}),
+         payment ? Cell("12-3456-" + std::to_string(2000000 + id)) : Cell(Cell::Null{}),
+         bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry),
+         held != 0 ? Cell("Disputed") : Cell(Cell::Null{})});
+  };
+  auto line = [&](std::int64_t id, int type, Date date, const PartyInfo& p, const char* text,
+                  std::int64_t value) {
+    lines_.Insert({ctx_.next_line++, id, type, date, Cell::Null{}, p.location, "ADM", text,
+                   Cell::Null{}, 1.0, value, value, std::int64_t{0}, 0.0, value, Cell::Null{},
+                   std::int64_t{0}, std::int64_t{0}});
+  };
+  // One supplier in twelve has lately waited for its money: a freight bill on the 5th of each
+  // of the last six months, none paid, so bills stand in every column of the aged report. The
+  // fourth month's is disputed and half of it held. Nothing is dated before the open year, whose
+  // closing has been done.
+  const Date year_start = ctx_.calendar.Years().back().start;
+  for (std::size_t i = 0; i < ctx_.suppliers.size(); ++i) {
+    if (i % 12 != 5) continue;
+    const std::size_t party = ctx_.suppliers[i];
+    const PartyInfo& p = ctx_.parties[party];
+    for (int k = 5; k >= 0; --k) {
+      const Date date = present.FirstOfMonth().AddMonths(-k).AddDays(4);
+      if (date < year_start) continue;
+      const std::int64_t gross =
+          DemoContext::Dollars(300 + 90 * k + 40 * static_cast<std::int64_t>(i % 7)) * scale;
+      const std::int64_t held = k == 3 ? gross / 200 * 100 : 0;
+      const std::int64_t id = ctx_.next_transaction++;
+      write(party, 20, "SINV", "S", date, Cell(DueDate(date, 0)), gross, held, 0, id);
+      line(id, 20, date, p, "Freight - carrier's account", gross);
+      ctx_.ledger->Post({date,
+                         "AP",
+                         "S" + DocumentNumber(id),
+                         p.name,
+                         0,
+                         id,
+                         p.branch,
+                         "",
+                         {{account::kPayables, -gross},
+                          {account::kFreightInwards, gross, 0, "", "", "", "ADM"}}});
+    }
+  }
+  // For each unit of scale, one supplier is paid on account and another gives a credit for
+  // goods returned, on the 11th and 14th of the present's month; neither is allocated, so both
+  // stand open as the suppliers' debits.
+  const std::size_t count = ctx_.suppliers.size();
+  for (std::int64_t k = 0; k < scale; ++k) {
+    const std::size_t paid = ctx_.suppliers[static_cast<std::size_t>(3 + 7 * k) % count];
+    const PartyInfo& payee = ctx_.parties[paid];
+    const Date paid_on = present.FirstOfMonth().AddDays(10);
+    const std::int64_t amount = DemoContext::Dollars(1200);
+    const std::int64_t payment_id = ctx_.next_transaction++;
+    const std::string reference = "P" + std::to_string(payment_id);
+    const std::int64_t bank_entry = ctx_.ledger->PostBankPresented(
+        {"CHQ", paid_on, payee.id, reference, "Payment on account"},
+        {paid_on,
+         "CB",
+         reference,
+         payee.name,
+         0,
+         payment_id,
+         payee.branch,
+         "",
+         {{account::kBankCheque, -amount}, {account::kPayables, amount}}},
+        paid_on.AddDays(3));
+    write(paid, 25, "PAY", "P", paid_on, Cell(Cell::Null{}), -amount, 0, bank_entry, payment_id);
+
+    const std::size_t credited = ctx_.suppliers[static_cast<std::size_t>(8 + 7 * k) % count];
+    const PartyInfo& creditor = ctx_.parties[credited];
+    const Date credited_on = present.FirstOfMonth().AddDays(13);
+    const std::int64_t credit = DemoContext::Dollars(345);
+    const std::int64_t credit_id = ctx_.next_transaction++;
+    write(credited, 21, "SCRN", "SC", credited_on, Cell(Cell::Null{}), -credit, 0, 0, credit_id);
+    line(credit_id, 21, credited_on, creditor, "Credit - returned goods", -credit);
+    ctx_.ledger->Post(
+        {credited_on,
+         "AP",
+         "SC" + DocumentNumber(credit_id),
+         creditor.name,
+         0,
+         credit_id,
+         creditor.branch,
+         "",
+         {{account::kPayables, credit}, {account::kPurchases, -credit, 0, "", "", "", "ADM"}}});
   }
 }
 
@@ -158,7 +288,8 @@ void Trader::Settle(const Settlement& s) {
                         payment ? Cell(p.name) : Cell(Cell::Null{}),
                         payment ? Cell("12-3456-" + std::to_string(1000000 + r_.Below(8999999)))
                                 : Cell(Cell::Null{}),
-                        bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry)});
+                        bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry),
+                        Cell::Null{}});
   // A receipt on account settles nothing yet: it stays open as the customer's credit.
   if (s.document != 0) allocations_.Insert({id, s.document, -sign * s.amount});
 }

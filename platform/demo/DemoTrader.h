@@ -75,6 +75,9 @@ class Trader {
                   double quantity, std::int64_t unit_price, double discount_rate);
   // Cash and the year.
   void CashMonth(Date month_start);
+  // Once the days are done: the bills of the suppliers lately left unpaid, money paid to
+  // suppliers on account and credits they gave that no bill has taken up yet.
+  void OpenSupplierItems();
   void TaxReturns(Date day);
   // At a month's end, keeps the cheque account near its working balance against the saver.
   void SweepCash(Date day);

@@ -37,7 +37,8 @@ Trader::Trader(DemoContext& ctx)
                      "DateProcess",    "DatePayment",  "CreatedDate", "Value",
                      "ValueRemaining", "Held",         "EmployeeId",  "LocationId",
                      "JobId",          "AddressId",    "PPDDate",     "PPDAllowed",
-                     "PayType",        "Name",         "BankDetails", "glBankTransactionId"}),
+                     "PayType",        "Name",         "BankDetails", "glBankTransactionId",
+                     "UserDefined1"}),
       lines_(ctx.db, "TransactionLine",
              {"TransactionLineId", "TransactionId", "Type", "DateProcess", "ItemId", "LocationId",
               "DeptId", "Description", "SerialNumber", "Quantity", "UnitPrice", "Extension",
@@ -84,6 +85,7 @@ void Trader::Run() {
       if (cal.Years()[y].end == day) YearEnd(static_cast<int>(y));
     }
   }
+  OpenSupplierItems();
   FinishStock();
   ctx_.summary.transactions = transactions_.Rows();
   ctx_.summary.transaction_lines = lines_.Rows();
@@ -334,7 +336,8 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
        Cell::Null{},
        Cell::Null{},
        Cell::Null{},
-       Cell::Null{}});
+       Cell::Null{},
+       held != 0 ? Cell("Disputed") : Cell(Cell::Null{})});
   Journal journal{date,      side == Side::kReceivables ? "AR" : "AP",
                   reference, std::string(p.name),
                   0,         id,
