@@ -185,6 +185,17 @@ bool SameValue(const std::string& printed, const std::string& exported) {
     return exported == iso;
   }
   if (printed == "Yes" || printed == "No") return exported == (printed == "Yes" ? "True" : "False");
+  // A share printed as a percentage ("30.2%") exports its fraction, to be shown as the sheet
+  // formats it.
+  if (printed.size() > 1 && printed.back() == '%' && !Figure(exported).empty()) {
+    const std::string shown = printed.substr(0, printed.size() - 1);
+    const std::size_t point = shown.find('.');
+    const int decimals =
+        point == std::string::npos ? 0 : static_cast<int>(shown.size() - point - 1);
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", decimals, std::stod(exported) * 100.0);
+    return Figure(text) == Figure(shown);
+  }
   // A count printed with words ("Count: 46") exports its number.
   const std::vector<std::string> words = Split(Trim(printed), " ");
   if (!Figure(exported).empty() && Figure(words.back()) == Figure(exported)) return true;
@@ -192,6 +203,8 @@ bool SameValue(const std::string& printed, const std::string& exported) {
 }
 
 bool IsFurniture(const std::string& name) {
+  // A caption over a group of columns heads no column of its own.
+  if (name.rfind("lblGroup", 0) == 0) return true;
   return std::any_of(std::begin(kFurniture), std::end(kFurniture),
                      [&](std::string_view f) { return f == name; });
 }

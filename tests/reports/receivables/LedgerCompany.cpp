@@ -24,17 +24,17 @@ Currency MoneyOf(const DumpRow& row, const char* name) {
 
 }  // namespace
 
-std::unique_ptr<trellin::testing::FixtureCompany> LedgerCompany::company_;
-std::unique_ptr<host::ReportService> LedgerCompany::service_;
+std::unique_ptr<trellin::testing::FixtureCompany> SmallCompany::company_;
+std::unique_ptr<host::ReportService> SmallCompany::service_;
 
-void LedgerCompany::SetUpTestSuite() {
+void SmallCompany::StartCompany(std::string_view rows_file) {
   SetClockForTesting(Date::FromYmdHms(2025, 4, 2, 9, 30, 0));
   company_ = std::make_unique<trellin::testing::FixtureCompany>(
-      std::initializer_list<std::string_view>{"reports/receivables/ledger.sql"});
+      std::initializer_list<std::string_view>{rows_file});
   service_ = host::ReportService::Open(company_->Path().string());
 }
 
-void LedgerCompany::TearDownTestSuite() {
+void SmallCompany::StopCompany() {
   service_.reset();
   company_.reset();
   SetClockForTesting(std::nullopt);

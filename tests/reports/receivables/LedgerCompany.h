@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Designer.h"
@@ -16,12 +17,12 @@
 
 namespace trellin::reports::testing {
 
-// Nine parties of a company whose receivables and payables are at 31 March 2025 (see
-// ledger.sql for what each one shows).
-class LedgerCompany : public ::testing::Test {
+// A small company built in the test from a data file of rows, and a service over it, with the
+// clock fixed so that "Printed on" lines stay the same.
+class SmallCompany : public ::testing::Test {
  protected:
-  static void SetUpTestSuite();
-  static void TearDownTestSuite();
+  static void StartCompany(std::string_view rows_file);
+  static void StopCompany();
 
   [[nodiscard]] static host::ReportService& Service() { return *service_; }
   [[nodiscard]] static DesignerPtr Open(const std::string& key,
@@ -32,6 +33,21 @@ class LedgerCompany : public ::testing::Test {
  private:
   static std::unique_ptr<trellin::testing::FixtureCompany> company_;
   static std::unique_ptr<host::ReportService> service_;
+};
+
+// Nine parties of a company whose receivables and payables are at 31 March 2025 (see
+// ledger.sql for what each one shows).
+class LedgerCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/ledger.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
+};
+
+// The parties of the ageing tests, at 15 March 2025 (see aged.sql).
+class AgedCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/aged.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
 };
 
 // One transaction row of a party as printed: "Reference Debit Credit Balance", the blanks
