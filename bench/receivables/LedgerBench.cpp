@@ -11,8 +11,8 @@
 //   receivables_bench --benchmark_filter=LedgerAllToPdf       one at a time, for its own peak
 //   TRELLIN_LEDGER_BENCH_DB=path receivables_bench            on a company file already built
 //
-// Without TRELLIN_LEDGER_BENCH_DB the scale-20 company is built once (about a minute) in the
-// temporary folder, the file the ledger statements' benchmark uses too.
+// Without TRELLIN_LEDGER_BENCH_DB the scale-20 company is built once in the temporary folder, the
+// file the ledger statements' benchmark uses too (bench/support/BenchCompany.h).
 //
 // Counters: pages, pages_per_s, queries (sent by the designer), queries_ms (those queries alone,
 // translated beforehand and stepped to their last row in SQLite), ratio (run over queries_ms,
@@ -26,134 +26,24 @@
 // 60 s (36 s of processor), 95 microseconds a query, peak 33 MB.
 
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
 
-#include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "platform/demo/DemoCompany.h"
-#include "platform/engine/ReportEngine.h"
-#include "platform/host/ParameterDialogue.h"
+#include "bench/support/BenchCompany.h"
 #include "platform/host/run/RunReport.h"
-#include "platform/sql/Translate.h"
-#include "reports/receivables/ardscrLedger.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
-
-class NullSink : public trellin::engine::PageSink {
- public:
-  void Begin(const trellin::engine::DocumentInfo&) override {}
-  void AddPage(const trellin::engine::Page&) override { ++pages; }
-  void End() override {}
-  void Abort() override {}
-  int pages = 0;
-};
-
-std::string CompanyPath() {
-  if (const char* given = std::getenv("TRELLIN_LEDGER_BENCH_DB")) return given;
-  const std::string path = (fs::temp_directory_path() / "trellin-ledger-bench-20.db").string();
-  if (!fs::exists(path)) {
-    trellin::demo::DemoOptions options;
-    options.scale = 20;
-    options.path = path;
-    trellin::demo::BuildDemoCompany(options);
-  }
-  return path;
-}
-
-trellin::host::ReportService& Service() {
-  static std::unique_ptr<trellin::host::ReportService> service =
-      trellin::host::ReportService::Open(CompanyPath());
-  return *service;
-}
-
-double PeakRssMb() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024.0;
-}
-
-double Ms(Clock::time_point since) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - since).count();
-}
-
-struct SinkRun {
-  int pages = 0;
-  double ms = 0;
-  std::int64_t sent = 0;  // queries the designer sent
-  std::vector<std::string> queries;
-};
-
-// Runs LedgerAR once into a sink that drops its pages; `keep_queries` records what it sent.
-SinkRun RunToSink(const std::vector<std::string>& assignments, bool keep_queries) {
-  trellin::host::ReportService& service = Service();
-  trellin::DesignerPtr designer = trellin::host::OpenReport(service, "LedgerAR");
-  trellin::host::ParameterDialogue dialogue(
-      designer->TLReport()->Parameters(), service.DatabasePtr(),
-      [&service](const trellin::Variant& e, const trellin::Parameters& p) {
-        return service.Reports().InterpretDate(e, &p);
-      },
-      &service.BusinessLayer().Utilities().RangeBuilder());
-  for (const std::string& a : assignments) dialogue.SetFromAssignment(a);
-  if (!dialogue.Validate()) throw std::runtime_error(dialogue.Errors().front());
-  SinkRun run;
-  auto ledger = std::dynamic_pointer_cast<trellin::ardscrLedger>(designer);
-  ledger->SetQueryLog([&](const std::string& sql) {
-    ++run.sent;
-    if (keep_queries) run.queries.push_back(sql);
-  });
-  NullSink sink;
-  const auto start = Clock::now();
-  {
-    trellin::RunSnapshot snapshot(service.Database());
-    trellin::engine::RunReport(*designer, sink);
-  }
-  run.ms = Ms(start);
-  run.pages = sink.pages;
-  if (!designer->TLReport()->Errors().empty()) {
-    throw std::runtime_error(designer->TLReport()->Errors().front().message);
-  }
-  designer->TLReport()->SetArReport(nullptr);
-  designer->SetTLReport(nullptr);
-  return run;
-}
-
-// The queries' own time: translated first (untimed), then each prepared and stepped to its
-// last row on a connection of its own.
-double QueriesAloneMs(const std::vector<std::string>& queries) {
-  trellin::host::ReportService& service = Service();
-  std::vector<std::string> texts;
-  texts.reserve(queries.size());
-  for (const std::string& jet : queries) {
-    texts.push_back(trellin::sql::Translate(jet, service.Database().Catalog()).sqlite);
-  }
-  sqlite3* db = nullptr;
-  if (sqlite3_open_v2(CompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-    throw std::runtime_error("cannot open the company file");
-  }
-  const auto start = Clock::now();
-  for (const std::string& text : texts) {
-    sqlite3_stmt* stmt = nullptr;
-    sqlite3_prepare_v2(db, text.c_str(), static_cast<int>(text.size()), &stmt, nullptr);
-    while (sqlite3_step(stmt) == SQLITE_ROW) benchmark::DoNotOptimize(sqlite3_column_count(stmt));
-    sqlite3_finalize(stmt);
-  }
-  const double ms = Ms(start);
-  sqlite3_close(db);
-  return ms;
-}
+using trellin::bench::Clock;
+using trellin::bench::MsSince;
+using trellin::bench::PeakRssMb;
 
 void LedgerAllToPdf(benchmark::State& state) {
-  trellin::host::ReportService& service = Service();
+  trellin::host::ReportService& service = trellin::bench::Service();
   const fs::path out = fs::temp_directory_path() / "trellin-ledger-bench.pdf";
   int pages = 0;
   double ms = 0;
@@ -164,7 +54,7 @@ void LedgerAllToPdf(benchmark::State& state) {
     request.output = out;
     const auto start = Clock::now();
     trellin::host::RunResult result = trellin::host::RunReportToFile(service, request);
-    ms += Ms(start);
+    ms += MsSince(start);
     if (!result.errors.empty()) throw std::runtime_error(result.errors.front().message);
     pages = result.pages;
   }
@@ -177,14 +67,14 @@ void LedgerAllToPdf(benchmark::State& state) {
 }
 
 void LedgerAllToSink(benchmark::State& state) {
-  SinkRun run;
+  trellin::bench::SinkRun run;
   double ms = 0;
   for (auto _ : state) {
-    run = RunToSink({"Period=ALL"}, true);
+    run = trellin::bench::RunToSink("LedgerAR", {"Period=ALL"}, true);
     ms += run.ms;
   }
   ms /= static_cast<double>(state.iterations());
-  const double queries_ms = QueriesAloneMs(run.queries);
+  const double queries_ms = trellin::bench::QueriesAlone(run.queries).ms;
   state.counters["pages"] = run.pages;
   state.counters["queries"] = static_cast<double>(run.queries.size());
   state.counters["queries_ms"] = queries_ms;
@@ -193,10 +83,11 @@ void LedgerAllToSink(benchmark::State& state) {
 }
 
 void LedgerOutstanding(benchmark::State& state) {
-  SinkRun run;
+  trellin::bench::SinkRun run;
   double ms = 0;
   for (auto _ : state) {
-    run = RunToSink({"Period=Outstanding", "DateAsAt=2025-06-30"}, false);
+    run =
+        trellin::bench::RunToSink("LedgerAR", {"Period=Outstanding", "DateAsAt=2025-06-30"}, false);
     ms += run.ms;
   }
   ms /= static_cast<double>(state.iterations());

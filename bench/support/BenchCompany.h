@@ -1,0 +1,61 @@
+#pragma once
+// What the report benchmarks share: the scale-20 demo company (about 4.8 million ledger lines and
+// a million sub-ledger documents), built once and kept in the temporary folder for every
+// benchmark, a service over it, a report run into a sink that drops its pages, and the time of
+// the same queries run alone in SQLite.
+//
+// TRELLIN_LEDGER_BENCH_DB=path names a company file already built; without it the file is
+// <temp>/trellin-ledger-bench-20.db, built on first use (a few minutes).
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/Designer.h"
+#include "platform/host/run/ReportService.h"
+
+namespace trellin::bench {
+
+using Clock = std::chrono::steady_clock;
+
+// The company file the benchmarks read, built when it is not there yet.
+[[nodiscard]] std::string CompanyPath();
+
+// A service over CompanyPath(), opened once for the process.
+[[nodiscard]] host::ReportService& Service();
+
+// Milliseconds since `start`, wall-clock.
+[[nodiscard]] double MsSince(Clock::time_point start);
+
+// The process's peak resident memory so far, in MB.
+[[nodiscard]] double PeakRssMb();
+
+struct SinkRun {
+  int pages = 0;
+  double ms = 0;          // wall-clock, the report's run alone (opening and parameters untimed)
+  double cpu_ms = 0;      // processor time of the same
+  std::int64_t sent = 0;  // queries the report sent
+  std::vector<std::string> queries;  // the Jet text of each, when asked to keep them
+};
+
+// Runs `key` with "NAME=VALUE" `assignments` into a sink that drops its pages, inside one
+// snapshot, as the host runs it. Every query the report sends is counted and, with
+// `keep_queries`, kept. Throws std::runtime_error with the first parameter or run error.
+[[nodiscard]] SinkRun RunToSink(const std::string& key, const std::vector<std::string>& assignments,
+                                bool keep_queries);
+
+struct AloneTime {
+  double ms = 0;      // wall-clock
+  double cpu_ms = 0;  // processor time: steadier than wall-clock on a shared machine
+};
+
+// The queries' own time: each Jet text translated first (untimed), then prepared and stepped to
+// its last row on a connection of its own, every column read. The best of `repeats`.
+[[nodiscard]] AloneTime QueriesAlone(const std::vector<std::string>& jet_queries, int repeats = 1);
+
+// The same for SQLite text run as it stands.
+[[nodiscard]] AloneTime SqliteAlone(const std::vector<std::string>& sqlite_queries,
+                                    int repeats = 1);
+
+}  // namespace trellin::bench
