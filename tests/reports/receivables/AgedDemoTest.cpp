@@ -119,5 +119,40 @@ TEST_F(AgedDemo, BackDatedAtAPastMonthEndAgreesWithTheBalanceAsAtThatDate) {
   }
 }
 
+// Every frequency in both date modes, back-dated or not, and the grouped, summary and ordered
+// runs print on the demo company with no error and no text cut or wider than its box.
+TEST_F(AgedDemo, EveryFrequencyModeAndGroupingPrintsWhole) {
+  std::vector<std::pair<std::string, std::vector<std::string>>> runs;
+  bool back_date = false;
+  for (const std::string frequency : {"Daily", "Weekly", "F/Nightly", "30 Days", "Monthly", "EOM",
+                                      "Quarterly", "Six Monthly", "Yearly"}) {
+    for (const char* invoice_date : {"false", "true"}) {
+      back_date = !back_date;
+      runs.push_back(
+          {back_date ? "AgedOverdueAR" : "AgedOverdueAP",
+           {"Frequency=" + frequency, std::string("ApplyTransactionDate=") + invoice_date,
+            std::string("BackDate=") + (back_date ? "true" : "false"), "DateAsAt=2025-09-30"}});
+    }
+  }
+  runs.push_back({"AgedOverdueAR",
+                  {"Groupings=Transaction Employee,Stop Credit", "OrderBy=Overdue",
+                   "ShowEmail=true", "ShowLastReceipt=true"}});
+  runs.push_back({"AgedOverdueAR", {"Summary=true", "Groupings=Stop Credit"}});
+  runs.push_back({"AgedOverdueAP", {"Groupings=Transaction Location", "OrderBy=Overdue"}});
+  runs.push_back({"OverdueListAR", {"Groupings=Customer Employee,Employee", "OrderBy=Name"}});
+  runs.push_back({"OverdueListAP", {"Summary=true", "Groupings=Location"}});
+  for (const auto& [key, assignments] : runs) {
+    SCOPED_TRACE(key + " " + ::testing::PrintToString(assignments));
+    const std::vector<std::string> pages = RunPages(Open(key, assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    for (const std::string& page : pages) {
+      for (const char* misfit : {" !cut", " !wide", " !broken"}) {
+        EXPECT_EQ(page.find(misfit), std::string::npos) << misfit;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
