@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -196,7 +197,17 @@ TEST_F(QueryPlans, EveryReportQueryAndCorpusStatementReadsTheLedgerThroughItsInd
             SQLITE_OK);
   const trellin::testing::SchemaFacts facts(demo.Handle());
   trellin::testing::PlanAllowList allowed("reports/query_plans_allowed.tsv");
+  // TRELLIN_PLAN_DUMP=FILE writes every query with its plan on the demo company: the material
+  // for choosing an index.
+  std::ofstream dump;
+  if (const char* path = std::getenv("TRELLIN_PLAN_DUMP")) dump.open(path);
   for (const auto& [sqlite, from] : queries) {
+    if (dump.is_open()) {
+      dump << from << "\n  " << sqlite << "\n";
+      for (const std::string& line : trellin::testing::QueryPlan(demo.Handle(), sqlite)) {
+        dump << "    " << line << "\n";
+      }
+    }
     for (const auto& [db, statistics] :
          {std::pair{demo.Handle(), "with statistics"}, std::pair{empty.Handle(), "without"}}) {
       std::vector<PlanProblem> problems;

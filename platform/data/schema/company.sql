@@ -1075,8 +1075,11 @@ CREATE INDEX glBankTransaction_OtherParty ON glBankTransaction (OtherPartyId);
 -- The index covers those sums, so a ledger of many parties never reads the table for them.
 CREATE INDEX Transactions_PartyTypeProcess ON Transactions (OtherPartyId, Type, DateProcess, Value, ValueRemaining);
 -- The same by the document date: statements, the outstanding ledger, ageing by document date,
--- carrying the sums as the index above does.
-CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Date, Value, ValueRemaining);
+-- carrying the sums as the index above does. The aged reports' column sub-selects (a party's
+-- documents of a side before a date, each aged by its due date, or its processing date where it
+-- has none) read DatePayment and DateProcess too, so they are carried: AgedOverdueAR on the
+-- scale-20 company reads its parties in 2 s from the index against 13 s through the table.
+CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Date, Value, ValueRemaining, DatePayment, DateProcess);
 -- Overdue lists, ledger overdue range and statements' ageing: open items by due date.
 CREATE INDEX Transactions_PartyDue ON Transactions (OtherPartyId, DatePayment);
 -- Control report: this month's and future transactions of a side, whatever the party.
