@@ -5,9 +5,11 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/host/Parameters.h"
+#include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Variant.h"
@@ -94,6 +96,18 @@ class Tax {
   // The basis of sales and of purchases: "Invoice", "Payments" or "Exempt".
   [[nodiscard]] virtual std::string BasisOutput() const { return "Invoice"; }
   [[nodiscard]] virtual std::string BasisInput() const { return "Invoice"; }
+  // Whether the tax list holds the category `code` (case and blanks at the ends ignored).
+  [[nodiscard]] virtual bool TaxCategory(std::string_view code) const {
+    (void)code;
+    return false;
+  }
+  // The tax held in `amount`, an amount with the tax of category `code` in it: amount x rate /
+  // (100 + rate), to the cent, half away from zero. Zero for a code the tax list lacks.
+  [[nodiscard]] virtual Currency TaxInclusive(Currency amount, std::string_view code) const {
+    (void)amount;
+    (void)code;
+    return {};
+  }
 };
 
 class Application : public Object {

@@ -1,13 +1,17 @@
 #pragma once
 // The business objects the reports fetch by code: parties, branches, banks, tax categories,
-// employees and asset categories. Their shapes are plain data; the business layer reads them
-// from the company (platform/business/CompanyBusinessObjects) and decides the lines each shows.
+// employees and asset categories; and the stock levels of items. Their shapes are plain data; the
+// business layer reads them from the company (platform/business/CompanyBusinessObjects) and decides
+// the lines each shows.
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/runtime/Currency.h"
+#include "platform/runtime/Date.h"
 #include "platform/runtime/Strings.h"
 
 namespace trellin {
@@ -120,6 +124,50 @@ struct AssetCategory {
   std::string disposal_type;
 };
 
+// The stock figures of one item: at one location or all, for one serial number or all. Sales
+// orders (type 90) and job invoices (type 42) each give what was ordered, what is to be supplied,
+// and the same over lines on hold.
+struct StockFigures {
+  double QuantityOnHand = 0;  // sums of the item's stock lines, at any process date
+  Currency ValueOnHand;
+  double PurchaseOrders = 0;  // purchase order lines, received twins netted off
+  double APOpen = 0;          // unposted supplier invoices less supplier credits
+  double AROpen = 0;          // unposted customer invoices less customer credits
+  double SalesOrdersOnOrder = 0, SalesOrdersOnOrderHeld = 0;
+  double SalesOrdersToSupply = 0, SalesOrdersToSupplyHeld = 0;
+  double JobInvoicesOnOrder = 0, JobInvoicesOnOrderHeld = 0;
+  double JobInvoicesToSupply = 0, JobInvoicesToSupplyHeld = 0;
+
+  // To be supplied on sales orders and job invoices, less what is on hold.
+  [[nodiscard]] double Allocated() const {
+    return SalesOrdersToSupply - SalesOrdersToSupplyHeld + JobInvoicesToSupply -
+           JobInvoicesToSupplyHeld;
+  }
+  // What is left to sell: on hand, less what is invoiced and not posted, less what is allocated.
+  [[nodiscard]] double QuantityAvailable() const { return QuantityOnHand - AROpen - Allocated(); }
+};
+
+// The stock levels of a company's items, for one report run. The open documents and the
+// quantities on hand are read once, at the first call, by item, location and serial number; later
+// calls add up what they read. Codes match without regard to case or blanks at the ends; an empty
+// location or serial number means all. Throws DatabaseError when the company cannot be read.
+class ItemStockLevel {
+ public:
+  virtual ~ItemStockLevel() = default;
+  // The figures of `item_id`; zeros for an item with no lines. Purchase order lines carry no
+  // serial number: a load for one serial number counts none of them.
+  [[nodiscard]] virtual StockFigures Load(std::string_view item_id, std::string_view location_id,
+                                          std::string_view serial_number) = 0;
+  // The quantity available of the item: on hand at the end of `date` (every line with no date;
+  // a line with no process date counts at any date), less AROpen, less Allocated when
+  // `exclude_allocated`.
+  [[nodiscard]] virtual double QuantityAvailableAt(std::string_view item_id,
+                                                   std::string_view location_id,
+                                                   std::string_view serial_number,
+                                                   std::optional<Date> date,
+                                                   bool exclude_allocated) = 0;
+};
+
 // The look-ups of one report run. Each kind is read from the company at its first look-up and
 // kept, so a run sees one set of objects; make a new instance (BusinessLayer::CreateObjects) for
 // the next run. Codes match without regard to case or blanks at the ends. Each returns nullptr for
@@ -134,6 +182,8 @@ class BusinessObjects {
   [[nodiscard]] virtual const trellin::TaxCategory* FindTaxCategory(std::string_view code) = 0;
   [[nodiscard]] virtual const trellin::Employee* FindEmployee(std::string_view code) = 0;
   [[nodiscard]] virtual const trellin::AssetCategory* FindAssetCategory(std::string_view code) = 0;
+  // The stock levels of the run's items; each call makes a fresh one that reads on first use.
+  [[nodiscard]] virtual std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() = 0;
 };
 
 }  // namespace trellin

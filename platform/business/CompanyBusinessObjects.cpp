@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/business/CompanyItemStockLevel.h"
 #include "platform/runtime/Strings.h"
 
 namespace trellin::business {
@@ -239,6 +240,10 @@ const AssetCategory* CompanyBusinessObjects::FindAssetCategory(std::string_view 
            "FROM AssetCategory",
            ReadAssetCategory);
   return FindIn(asset_categories_, code);
+}
+
+std::unique_ptr<ItemStockLevel> CompanyBusinessObjects::CreateItemStockLevel() {
+  return std::make_unique<CompanyItemStockLevel>(database_);
 }
 
 }  // namespace trellin::business

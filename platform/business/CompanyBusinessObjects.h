@@ -26,6 +26,7 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] const trellin::TaxCategory* FindTaxCategory(std::string_view code) override;
   [[nodiscard]] const trellin::Employee* FindEmployee(std::string_view code) override;
   [[nodiscard]] const trellin::AssetCategory* FindAssetCategory(std::string_view code) override;
+  [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
 
  private:
   // Keyed by the upper-cased, trimmed code.

@@ -1,5 +1,6 @@
 #include "platform/business/CompanyOptions.h"
 
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -98,7 +99,29 @@ TaxValues ReadTaxValues(Database& database) {
   values.PeriodMonths = static_cast<int>(months);
   values.BasisOutput = Trim(ReadText(database, Setting::TaxBasisOutput));
   values.BasisInput = Trim(ReadText(database, Setting::TaxBasisInput));
+  const std::shared_ptr<Recordset> categories =
+      database.Query("SELECT TaxCategoryId,Rate FROM TaxCategory");
+  for (; !categories->Eof(); categories->MoveNext()) {
+    const Variant& code = categories->Value(0);
+    if (code.IsNull()) continue;
+    const Variant& rate = categories->Value(1);
+    values.Categories[UCase(Trim(code.Text()))] = rate.IsNull() ? 0.0 : rate.ToDouble();
+  }
   return values;
+}
+
+bool CompanyTax::TaxCategory(std::string_view code) const {
+  return values_.Categories.find(UCase(Trim(std::string(code)))) != values_.Categories.end();
+}
+
+Currency CompanyTax::TaxInclusive(Currency amount, std::string_view code) const {
+  const auto found = values_.Categories.find(UCase(Trim(std::string(code))));
+  if (found == values_.Categories.end()) return {};
+  const long double rate = found->second;
+  if (rate == -100) return {};
+  // Worked in ten-thousandths, then to whole cents: 10.01 with 15% in holds 1.3057, so 1.31.
+  const long double tax = static_cast<long double>(amount.Raw()) * rate / (100 + rate);
+  return Currency::FromRaw(std::llround(tax / 100) * 100);
 }
 
 UserDefinedField CompanyOptions::UserDefinedFields(UserDefinedKind kind, int position) const {

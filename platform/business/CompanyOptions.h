@@ -2,8 +2,10 @@
 // The company options and the sales tax, as the company settings give them.
 
 #include <array>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/host/Application.h"
 #include "core/host/Database.h"
@@ -90,6 +92,8 @@ struct TaxValues {
   int PeriodMonths = 2;
   std::string BasisOutput = "Invoice";
   std::string BasisInput = "Invoice";
+  // The tax list: rate in percent by category, keyed by the upper-cased, trimmed code.
+  std::map<std::string, double, std::less<>> Categories;
 };
 
 // Reads the tax settings; errors as ReadOptionValues.
@@ -105,6 +109,8 @@ class CompanyTax : public Tax {
   [[nodiscard]] int PeriodMonths() const override { return values_.PeriodMonths; }
   [[nodiscard]] std::string BasisOutput() const override { return values_.BasisOutput; }
   [[nodiscard]] std::string BasisInput() const override { return values_.BasisInput; }
+  [[nodiscard]] bool TaxCategory(std::string_view code) const override;
+  [[nodiscard]] Currency TaxInclusive(Currency amount, std::string_view code) const override;
 
  private:
   TaxValues values_;
