@@ -80,6 +80,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     }
     WriteBudgets(ctx);
     WriteOpenWork(ctx);
+    WriteStockExtras(ctx);
     WriteLogs(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;

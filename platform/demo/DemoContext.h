@@ -126,5 +126,8 @@ void WriteBudgets(DemoContext& ctx);
 void WriteOpenWork(DemoContext& ctx);
 void WriteLogs(DemoContext& ctx);
 void WriteControlDifferences(DemoContext& ctx);
+// The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
+// shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
+void WriteStockExtras(DemoContext& ctx);
 
 }  // namespace trellin::demo

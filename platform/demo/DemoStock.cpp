@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/demo/DemoContext.h"
+#include "platform/demo/DemoTable.h"
+
 namespace trellin::demo {
 
 void DemoStock::Receive(std::size_t item, std::size_t location, const std::string& number,
@@ -47,6 +50,86 @@ std::vector<StockTake> DemoStock::Take(std::size_t item, std::size_t location, d
     if (unit.quantity <= 0) place.units.pop_front();
   }
   return taken;
+}
+
+}  // namespace trellin::demo
+
+namespace trellin::demo {
+
+namespace {
+
+// The ItemId of the plain, active stocked item at `position` in code order: picked by place, so
+// the choice is the same at every scale and in both countries.
+std::string PlainItem(int position) {
+  return "(SELECT ItemId FROM Item WHERE Inventory=1 AND Active=1 ORDER BY ItemId LIMIT 1 OFFSET " +
+         std::to_string(position) + ")";
+}
+
+}  // namespace
+
+void WriteStockExtras(DemoContext& ctx) {
+  const std::string standard = ctx.facts.standard;
+  const std::string rate = "(SELECT Rate FROM TaxCategory WHERE TaxCategoryId='" + standard + "')";
+  // Three items priced with tax in, on both sides, at whole cents.
+  auto with_tax = [&](const std::string& column) {
+    return column + "=CAST(ROUND(" + column + "*(100+" + rate + ")/100.0/100.0) AS INTEGER)*100";
+  };
+  for (int position : {0, 3, 6}) {
+    Execute(ctx.db,
+            "UPDATE Item SET " + with_tax("CostPrice") + "," + with_tax("SellPrice1") +
+                ",CostTaxType='" + standard + "',SellTaxType1='" + standard +
+                "' WHERE ItemId=" + PlainItem(position),
+            "tax-inclusive items");
+  }
+  // One priced with tax in under a code the tax list no longer holds: its cost stays as it is.
+  Execute(ctx.db,
+          "UPDATE Item SET " + with_tax("CostPrice") + "," + with_tax("SellPrice1") +
+              ",CostTaxType='OLD',SellTaxType1='" + standard + "' WHERE ItemId=" + PlainItem(9),
+          "an unknown tax code");
+  // The first line of one item was keyed without a process date: it counts at every date.
+  Execute(ctx.db,
+          "UPDATE TransactionLine SET DateProcess=NULL WHERE TransactionLineId=(SELECT "
+          "Min(TransactionLineId) FROM TransactionLine WHERE ItemId=" +
+              PlainItem(1) + ")",
+          "an opening line with no process date");
+  // Today some stock went from the second store to the shop floor: half of what was there, at
+  // its average cost to the cent, so the stock account does not move.
+  const std::string& shop = ctx.locations[1];
+  const std::string& store = ctx.locations[2];
+  const std::string today = ctx.calendar.Present().ToIso();
+  std::string moved;
+  for (int position : {2, 5, 8, 11}) {
+    moved += (moved.empty() ? "" : ",") + PlainItem(position);
+  }
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 11,'" +
+              today + "',ItemId,'" + shop + "','Transfer from " + store +
+              "',Moved,CAST(ROUND(Cost*Moved/OnHand/100.0) AS INTEGER)*100 FROM (SELECT ItemId,"
+              "Sum(Quantity) AS OnHand,Sum(ItemCost) AS Cost,CAST(Sum(Quantity)/2 AS INTEGER) AS "
+              "Moved FROM TransactionLine WHERE LocationId='" +
+              store + "' AND ItemId IN (" + moved +
+              ") GROUP BY ItemId HAVING Sum(Quantity)>=2) ORDER BY ItemId",
+          "stock moved to the shop");
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 11,DateProcess,ItemId,'" +
+              store + "','Transfer to " + shop +
+              "',-Quantity,-ItemCost FROM TransactionLine WHERE Description='Transfer from " +
+              store + "' ORDER BY TransactionLineId",
+          "stock moved from the store");
+  // Job invoices drafted for more than is supplied yet, on every other line.
+  Execute(ctx.db,
+          "UPDATE acBatchTransactionLine SET OrderQuantity=Quantity+(rowid%2) WHERE Type=42",
+          "ordered quantities on job invoices");
+  // A stocked item bought from no supplier in particular, which reorder never suggests.
+  Execute(ctx.db, "UPDATE Item SET SupplierId=NULL,SupplierCode=NULL WHERE ItemId=" + PlainItem(4),
+          "an item with no supplier");
+  // An item kept at the warehouse with no reorder levels there.
+  Execute(ctx.db,
+          "UPDATE ItemLocation SET MinReorder=0,MaxReorder=0 WHERE LocationId='" +
+              ctx.locations[0] + "' AND ItemId=" + PlainItem(7),
+          "an item-location with no levels");
 }
 
 }  // namespace trellin::demo
