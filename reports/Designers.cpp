@@ -10,6 +10,9 @@
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
+#include "reports/stock/arscStatusReport.h"
+#include "reports/stock/arscStockOnOrderReport.h"
+#include "reports/stock/arscStockReorderReport.h"
 
 namespace trellin {
 
@@ -22,6 +25,10 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrLedger", CreateardscrLedger},
     {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},
     {"ardscrOverdueList", CreateardscrOverdueList},
+    // reports/stock
+    {"arscStatusReport", CreatearscStatusReport},
+    {"arscStockOnOrderReport", CreatearscStockOnOrderReport},
+    {"arscStockReorderReport", CreatearscStockReorderReport},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

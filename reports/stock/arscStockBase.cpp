@@ -1,0 +1,214 @@
+// The stock designers' shared events, filters, groupings and bounds.
+
+#include "reports/stock/arscStockBase.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "core/ReportUtilities.h"
+#include "core/TrellinReportGlobals.h"
+#include "core/kvReportUtilities.h"
+#include "platform/runtime/Format.h"
+
+namespace trellin {
+
+namespace {
+
+// The most group levels a stock layout has: the sales order list offers ten groupings.
+constexpr int kGroupLevels = 10;
+constexpr int kUserDefinedFields = 20;
+
+// The level of a section named "GroupHeaderN" or "GroupFooterN"; 0 for any other.
+int GroupLevelOf(const Section& section, std::string_view prefix) {
+  const std::string& name = section.Name();
+  if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return 0;
+  int level = 0;
+  for (std::size_t i = prefix.size(); i < name.size(); ++i) {
+    if (name[i] < '0' || name[i] > '9') return 0;
+    level = level * 10 + (name[i] - '0');
+  }
+  return level >= 1 && level <= kGroupLevels ? level : 0;
+}
+
+// An empty, Null or blank number parameter sets no bound.
+bool NoValue(const Variant& value) {
+  return value.IsNull() || value.IsEmpty() || value.IsMissing() || Trim(value.Text()).empty();
+}
+
+}  // namespace
+
+void arscStockBase::ActiveReport_Initialize() { PrepareDataControl(DataControl()); }
+
+void arscStockBase::OnFormat(Section& section) {
+  switch (section.Type()) {
+    case SectionType::Detail:
+      Detail_Format();
+      break;
+    case SectionType::GroupHeader:
+      if (int level = GroupLevelOf(section, "GroupHeader")) {
+        TLReport()->GroupHeaderFormat(level);
+        GroupHeaderFormat(section, level);
+      }
+      break;
+    case SectionType::GroupFooter:
+      if (int level = GroupLevelOf(section, "GroupFooter")) {
+        TLReport()->GroupFooterFormat(level);
+        FooterFormat(section);
+      }
+      break;
+    case SectionType::ReportFooter:
+      FooterFormat(section);
+      break;
+    default:
+      break;
+  }
+}
+
+void arscStockBase::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
+int arscStockBase::QuantityDecimals() {
+  return TrellinReportGlobals::RequireApplication().Options().QuantityDecimals();
+}
+
+int arscStockBase::ValueDecimals() {
+  return TrellinReportGlobals::RequireApplication().Options().ValueDecimals();
+}
+
+std::string arscStockBase::QuantityFormat() {
+  const int decimals = QuantityDecimals();
+  const std::string places = decimals > 0 ? "." + std::string(decimals, '0') : "";
+  return "#,##0" + places + ";(#,##0" + places + ")";
+}
+
+std::string arscStockBase::DateText(const Variant& date) {
+  if (!DateGiven(date)) return {};
+  return Format(Variant(date.ToDate()), TrellinReportGlobals::RequireBusinessLayer().DateFormat());
+}
+
+void arscStockBase::AddFilters(std::span<const StockFilter> filters, std::string& where,
+                               std::string& description) const {
+  const trellin::Parameters& p = TLReport()->Parameters();
+  for (const StockFilter& filter : filters) {
+    AppendListParameterCondition(where, filter.field, filter.parameter, p, description, kRangeText);
+  }
+  for (int n = 1; n <= kUserDefinedFields; ++n) {
+    const std::string name = "Item.UserDefined" + std::to_string(n);
+    AppendListParameterCondition(where, name, name, p, description, kRangeText);
+  }
+}
+
+std::vector<ChosenGrouping> arscStockBase::ChosenGroupings(std::span<const StockGrouping> own,
+                                                           const std::string& default_table) const {
+  std::vector<std::string> names;
+  std::vector<bool> page_breaks;
+  std::vector<ChosenGrouping> chosen;
+  if (!SplitGroupings(TLReport()->Parameters().Value("Groupings", Variant()), names, page_breaks)) {
+    return chosen;
+  }
+  for (std::size_t i = names.size(); i-- > 0;) {
+    ChosenGrouping g;
+    g.name = Trim(names[i]);
+    g.page_break = page_breaks[i];
+    const StockGrouping* row = nullptr;
+    for (const StockGrouping& candidate : own) {
+      if (EqualsIgnoreCase(candidate.name, g.name)) row = &candidate;
+    }
+    if (row != nullptr) {
+      g.field = row->field;
+      g.list_sql = row->list_sql;
+      g.key_field = row->key_field;
+      g.also_field = row->also_field;
+    } else {
+      GetGroupingDefinition(g.name, g.field, g.list_sql, g.key_field, default_table);
+    }
+    if (g.field.empty()) {
+      throw std::invalid_argument("Groupings: \"" + g.name +
+                                  "\" is not a grouping of this report.");
+    }
+    chosen.push_back(std::move(g));
+  }
+  return chosen;
+}
+
+void arscStockBase::DefineGroups(const std::vector<ChosenGrouping>& groupings) const {
+  for (std::size_t i = 0; i < groupings.size(); ++i) {
+    const ChosenGrouping& g = groupings[i];
+    TLReport()->DefineGroup(static_cast<int>(i) + 1, g.name, g.key_field, g.list_sql, g.page_break);
+  }
+  TLReport()->EndDefineGroups();
+}
+
+void arscStockBase::AddBoundParameters(trellin::Parameters& p) {
+  // Left alone, each bound stands at its open end, which sets no limit.
+  struct Bound {
+    const char* name;
+    const char* caption;
+    Currency open;
+  };
+  const Bound kBounds[] = {
+      {"QuantityOnHandFrom", "Quantity On Hand From", kNumberRangeMinimum},
+      {"QuantityOnHandTo", "Quantity On Hand To", kNumberRangeMaximum},
+      {"ValueOnHandFrom", "Value On Hand From", kNumberRangeMinimum},
+      {"ValueOnHandTo", "Value On Hand To", kNumberRangeMaximum},
+  };
+  for (const Bound& b : kBounds) {
+    p.AddNumber(b.name, b.open, false, "", b.open, b.open.Raw() / Currency::kScale, false,
+                b.caption);
+  }
+}
+
+void arscStockBase::AddNumberRange(std::string& having, const std::string& expression,
+                                   const std::string& from, const std::string& to,
+                                   const std::string& title, std::string& description,
+                                   const std::string& format) const {
+  const trellin::Parameters& p = TLReport()->Parameters();
+  const Variant low = p.Value(from, Variant());
+  const Variant high = p.Value(to, Variant());
+  auto bound = [&](const Variant& value, Currency open) {
+    if (NoValue(value)) return open;
+    const std::optional<Currency> parsed = Currency::Parse(Trim(value.Text()));
+    if (!parsed) {
+      throw std::invalid_argument(title + ": \"" + value.Text() + "\" is not a number.");
+    }
+    return *parsed;
+  };
+  AppendNumberRangeCondition(having, expression, bound(low, kNumberRangeMinimum),
+                             bound(high, kNumberRangeMaximum), kNumberRangeMinimum,
+                             kNumberRangeMaximum, title, description, format);
+}
+
+void arscStockBase::SummaryHeadings(const std::string& code_column,
+                                    const std::string& description_column) {
+  DataColumns& columns = TLReport()->DataColumns();
+  const Control* label = FindControl("ghLabel1");
+  if (columns.Exists(code_column) && label != nullptr) {
+    columns.Item(code_column).Caption = label->Tag();
+    columns.Item(code_column).ShortCaption.clear();
+  }
+  if (columns.Exists(description_column)) {
+    columns.Item(description_column).Caption.clear();
+    columns.Item(description_column).ShortCaption.clear();
+  }
+}
+
+void arscStockBase::PlaceSummaryFields(bool summary, const std::string& code_column,
+                                       const std::string& description_column) {
+  const Control* code = FindControl("lbl" + code_column);
+  const Control* description = FindControl("lbl" + description_column);
+  auto place = [&](const char* name, const Control* over) {
+    Control* field = FindControl(name);
+    if (field == nullptr) return;
+    if (!summary || over == nullptr || !over->Visible()) {
+      field->SetVisible(false);
+      return;
+    }
+    field->SetLeft(over->Left());
+    field->SetWidth(over->Width());
+  };
+  place("gf1SummaryId", code);
+  place("gf1SummaryName", description);
+}
+
+}  // namespace trellin
