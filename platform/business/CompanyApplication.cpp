@@ -27,7 +27,7 @@ Database& Checked(const std::shared_ptr<Database>& database) {
 
 CompanyApplication::CompanyApplication(const std::shared_ptr<Database>& database)
     : CompanyApplication(CompanyFinancialCalendar(Checked(database)), ReadOptionValues(*database),
-                         CompanyTax(ReadTaxValues(*database)), ReadDetails(*database)) {}
+                         CompanyTax(ReadTaxValues(*database), database), ReadDetails(*database)) {}
 
 CompanyApplication::CompanyApplication(CompanyFinancialCalendar calendar, OptionValues options,
                                        CompanyTax tax, CompanyDetails details)

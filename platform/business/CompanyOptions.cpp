@@ -99,26 +99,37 @@ TaxValues ReadTaxValues(Database& database) {
   values.PeriodMonths = static_cast<int>(months);
   values.BasisOutput = Trim(ReadText(database, Setting::TaxBasisOutput));
   values.BasisInput = Trim(ReadText(database, Setting::TaxBasisInput));
-  const std::shared_ptr<Recordset> categories =
-      database.Query("SELECT TaxCategoryId,Rate FROM TaxCategory");
-  for (; !categories->Eof(); categories->MoveNext()) {
-    const Variant& code = categories->Value(0);
-    if (code.IsNull()) continue;
-    const Variant& rate = categories->Value(1);
-    values.Categories[UCase(Trim(code.Text()))] = rate.IsNull() ? 0.0 : rate.ToDouble();
-  }
   return values;
 }
 
+const CompanyTax::Categories& CompanyTax::TaxList() const {
+  if (categories_) return *categories_;
+  categories_.emplace();
+  // The list is read at its first use, so that a company kept without one still gives its
+  // tax name and rate.
+  if (!list_source_) return *categories_;
+  const std::shared_ptr<Recordset> rows =
+      list_source_->Query("SELECT TaxCategoryId,Rate FROM TaxCategory");
+  for (; !rows->Eof(); rows->MoveNext()) {
+    const Variant& code = rows->Value(0);
+    if (code.IsNull()) continue;
+    const Variant& rate = rows->Value(1);
+    (*categories_)[UCase(Trim(code.Text()))] = rate.IsNull() ? 0.0 : rate.ToDouble();
+  }
+  return *categories_;
+}
+
 bool CompanyTax::TaxCategory(std::string_view code) const {
-  return values_.Categories.find(UCase(Trim(std::string(code)))) != values_.Categories.end();
+  const Categories& list = TaxList();
+  return list.find(UCase(Trim(code))) != list.end();
 }
 
 Currency CompanyTax::TaxInclusive(Currency amount, std::string_view code) const {
-  const auto found = values_.Categories.find(UCase(Trim(std::string(code))));
-  if (found == values_.Categories.end()) return {};
+  const Categories& list = TaxList();
+  const auto found = list.find(UCase(Trim(code)));
+  if (found == list.end()) return {};
   const long double rate = found->second;
-  if (rate == -100) return {};
+  if (rate <= -100) return {};
   // Worked in ten-thousandths, then to whole cents: 10.01 with 15% in holds 1.3057, so 1.31.
   const long double tax = static_cast<long double>(amount.Raw()) * rate / (100 + rate);
   return Currency::FromRaw(std::llround(tax / 100) * 100);

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -92,8 +93,6 @@ struct TaxValues {
   int PeriodMonths = 2;
   std::string BasisOutput = "Invoice";
   std::string BasisInput = "Invoice";
-  // The tax list: rate in percent by category, keyed by the upper-cased, trimmed code.
-  std::map<std::string, double, std::less<>> Categories;
 };
 
 // Reads the tax settings; errors as ReadOptionValues.
@@ -101,7 +100,10 @@ struct TaxValues {
 
 class CompanyTax : public Tax {
  public:
-  explicit CompanyTax(TaxValues values) : values_(std::move(values)) {}
+  // `list_source` holds the tax list (table TaxCategory), read at its first use; without one the
+  // list is empty.
+  explicit CompanyTax(TaxValues values, std::shared_ptr<Database> list_source = nullptr)
+      : values_(std::move(values)), list_source_(std::move(list_source)) {}
   [[nodiscard]] std::string TaxName() const override { return values_.Name; }
   [[nodiscard]] double Rate() const override { return values_.Rate; }
   [[nodiscard]] std::string TaxNumber() const override { return values_.TaxNumber; }
@@ -113,7 +115,13 @@ class CompanyTax : public Tax {
   [[nodiscard]] Currency TaxInclusive(Currency amount, std::string_view code) const override;
 
  private:
+  // Rate in percent by category, keyed by the upper-cased, trimmed code.
+  using Categories = std::map<std::string, double, std::less<>>;
+  [[nodiscard]] const Categories& TaxList() const;
+
   TaxValues values_;
+  std::shared_ptr<Database> list_source_;
+  mutable std::optional<Categories> categories_;
 };
 
 }  // namespace trellin::business
