@@ -4,6 +4,8 @@
 
 #include "core/Catalogue.h"
 
+#include "platform/runtime/Strings.h"
+
 namespace trellin {
 
 namespace {
@@ -205,11 +207,24 @@ DesignerFactory FindDesignerFactory(std::span<const DesignerEntry> designers,
   return found == designers.end() ? nullptr : found->factory;
 }
 
+DesignerFactory FindKeyFactory(std::span<const DesignerEntry> designers,
+                               const CatalogueEntry& entry) {
+  const auto found =
+      std::find_if(designers.begin(), designers.end(), [&entry](const DesignerEntry& row) {
+        return std::string_view(row.designer) == entry.designer;
+      });
+  if (found == designers.end()) return nullptr;
+  for (const std::string& key : Split(found->keys_not_built, ",")) {
+    if (Trim(key) == entry.key) return nullptr;
+  }
+  return found->factory;
+}
+
 std::vector<std::string> UnbuiltReportKeys(std::span<const CatalogueEntry> catalogue,
                                            std::span<const DesignerEntry> designers) {
   std::vector<std::string> keys;
   for (const CatalogueEntry& entry : catalogue) {
-    if (FindDesignerFactory(designers, entry.designer) == nullptr) keys.emplace_back(entry.key);
+    if (FindKeyFactory(designers, entry) == nullptr) keys.emplace_back(entry.key);
   }
   return keys;
 }

@@ -34,6 +34,8 @@ struct CatalogueEntry {
 struct DesignerEntry {
   const char* designer;
   DesignerFactory factory;
+  // The keys of this designer whose branch is not built yet, comma-separated: they do not run.
+  const char* keys_not_built = "";
 };
 
 // All 164 keys in comparison order: the first row whose key equals the asked key exactly, case
@@ -47,6 +49,11 @@ struct DesignerEntry {
 // The factory of the designer named `designer` exactly; nullptr when `designers` holds none.
 [[nodiscard]] DesignerFactory FindDesignerFactory(std::span<const DesignerEntry> designers,
                                                   std::string_view designer);
+
+// The factory for the key of `entry`: that of its designer, unless the designer leaves the key
+// out as not built yet; nullptr then and when `designers` holds no such designer.
+[[nodiscard]] DesignerFactory FindKeyFactory(std::span<const DesignerEntry> designers,
+                                             const CatalogueEntry& entry);
 
 // The keys of `catalogue` whose designer `designers` does not hold, in catalogue order: Report
 // gives nothing for them.

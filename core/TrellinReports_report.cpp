@@ -21,7 +21,7 @@ DesignerPtr TrellinReports::ReportFrom(std::span<const CatalogueEntry> catalogue
   // An unknown key, or one whose designer is not built, gives nothing and says nothing.
   const CatalogueEntry* entry = FindCatalogueEntry(catalogue, key);
   if (entry == nullptr) return nullptr;
-  const DesignerFactory factory = FindDesignerFactory(designers_, entry->designer);
+  const DesignerFactory factory = FindKeyFactory(designers_, *entry);
   if (factory == nullptr) return nullptr;
 
   DesignerPtr designer = factory();

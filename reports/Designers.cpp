@@ -1,4 +1,5 @@
-// The built designers, one row each, in the order of their folders.
+// The built designers, one row each, in the order of their folders. A third column names the
+// keys of a designer whose branch is not built yet: they stay off the list until it is.
 
 #include "reports/Designers.h"
 
@@ -27,7 +28,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrOverdueList", CreateardscrOverdueList},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
-    {"arscStockOnOrderReport", CreatearscStockOnOrderReport},
+    {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},
     {"arscStockReorderReport", CreatearscStockReorderReport},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},

@@ -47,7 +47,7 @@ int ListCommand(const Args& args, const Context&) {
   bool all = parsed.Has("all");
   std::size_t shown = 0, runnable = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    bool runs = FindDesignerFactory(Designers(), entry.designer) != nullptr;
+    bool runs = FindKeyFactory(Designers(), entry) != nullptr;
     runnable += runs ? 1 : 0;
     if (!runs && !all) continue;
     CatalogueCaptions captions = CaptionsFor(entry, entry.key);

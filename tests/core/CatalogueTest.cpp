@@ -102,7 +102,7 @@ TEST(Catalogue, UnbuiltKeysGiveNothing) {
   const std::vector<std::string> unbuilt = UnbuiltReportKeys(Catalogue(), Designers());
   std::size_t next = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindDesignerFactory(Designers(), entry.designer) != nullptr) continue;
+    if (FindKeyFactory(Designers(), entry) != nullptr) continue;
     ASSERT_LT(next, unbuilt.size());
     EXPECT_EQ(unbuilt[next++], entry.key);
     EXPECT_EQ(fixture.service.Report(entry.key), nullptr) << entry.key;
@@ -114,7 +114,7 @@ TEST(Catalogue, UnbuiltKeysGiveNothing) {
 TEST(Catalogue, BuiltKeysMakeTheirDesigner) {
   ServiceFixture fixture(Designers());
   for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindDesignerFactory(Designers(), entry.designer) == nullptr) continue;
+    if (FindKeyFactory(Designers(), entry) == nullptr) continue;
     SCOPED_TRACE(entry.key);
     DesignerPtr designer = fixture.service.Report(entry.key);
     ASSERT_NE(designer, nullptr);

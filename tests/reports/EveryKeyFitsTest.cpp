@@ -32,7 +32,7 @@ class EveryKey : public DemoReports {};
 TEST_F(EveryKey, PrintsNoTextCutOrWiderThanItsBox) {
   int keys = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindDesignerFactory(Designers(), entry.designer) == nullptr) continue;
+    if (FindKeyFactory(Designers(), entry) == nullptr) continue;
     ++keys;
     SCOPED_TRACE(entry.key);
     DesignerPtr designer = Open(entry.key, {});

@@ -223,7 +223,7 @@ TEST_F(ExportTable, CsvHeadsThePrintedColumnsAndHoldsEachValueUnderItsHeading) {
   std::ofstream(script) << kWorkbookAsCsv;
   int keys = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindDesignerFactory(Designers(), entry.designer) == nullptr) continue;
+    if (FindKeyFactory(Designers(), entry) == nullptr) continue;
     SCOPED_TRACE(entry.key);
     ++keys;
     const fs::path csv = folder / (std::string(entry.key) + ".csv");
