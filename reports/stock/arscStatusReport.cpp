@@ -47,7 +47,7 @@ constexpr StatusColumn kColumns[] = {
     {"Code", "ItemId", "Code", "", kColumnCode, 0, false},
     {"Description", "Description", "Description", "", kColumnText, -1, false},
     {"PLU", "PLU", "PLU", "", kColumnText, 800, true},
-    {"SerialNumber", "SerialNumber", "Serial #", "", kColumnText, 800, true},
+    {"SerialNumber", "SerialNumber", "Serial #", "", kColumnText, 1100, true},
     {"QuantityOnHand", "QOH", "Quantity On Hand", "Qty OH", kColumnNumber, 1300, false},
     {"UnitCost", "UnitCost", "Unit Cost", "", kColumnMoney, 1300, false},
     {"ValueOnHand", "VOH", "Value On Hand", "Value OH", kColumnMoney, 1700, false},

@@ -209,6 +209,10 @@ void arscStockBase::PlaceSummaryFields(bool summary, const std::string& code_col
   };
   place("gf1SummaryId", code);
   place("gf1SummaryName", description);
+  // In summary mode the group's line already names it; the caption below would say it twice.
+  if (Control* caption = FindControl("gfLabel1"); caption != nullptr && summary) {
+    caption->SetVisible(false);
+  }
 }
 
 }  // namespace trellin

@@ -98,7 +98,8 @@ class arscStockBase : public Designer {
   // In summary mode the code column takes the innermost group label's tag as its heading and the
   // description column none; the group footer's code and name go under them once laid out.
   void SummaryHeadings(const std::string& code_column, const std::string& description_column);
-  // Out of summary mode the group footer's code and name are hidden: its caption says as much.
+  // Out of summary mode the group footer's code and name are hidden, its caption saying as much;
+  // in it the caption is hidden.
   void PlaceSummaryFields(bool summary, const std::string& code_column,
                           const std::string& description_column);
 };
