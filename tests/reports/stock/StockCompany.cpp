@@ -1,5 +1,7 @@
 #include "tests/reports/stock/StockCompany.h"
 
+#include "platform/host/ParameterDialogue.h"
+#include "platform/host/run/RunReport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
 
@@ -29,6 +31,28 @@ std::vector<std::string> StockCompany::Run(const std::string& key,
     EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
   }
   return pages;
+}
+
+std::vector<std::string> StockCompany::Refusals(const std::string& key,
+                                                const std::vector<std::string>& assignments) {
+  DesignerPtr designer = host::OpenReport(*service_, key);
+  host::ParameterDialogue dialogue(
+      designer->TLReport()->Parameters(), service_->DatabasePtr(),
+      [](const Variant& e, const Parameters& p) {
+        return service_->Reports().InterpretDate(e, &p);
+      },
+      &service_->BusinessLayer().Utilities().RangeBuilder());
+  // A value that cannot be read is refused as it is given; the rest when they are checked.
+  std::vector<std::string> errors;
+  try {
+    for (const std::string& a : assignments) dialogue.SetFromAssignment(a);
+    if (!dialogue.Validate()) errors = dialogue.Errors();
+  } catch (const std::exception& e) {
+    errors.emplace_back(e.what());
+  }
+  designer->TLReport()->SetArReport(nullptr);
+  designer->SetTLReport(nullptr);
+  return errors;
 }
 
 std::vector<std::map<std::string, std::string>> PrintedRows(const std::vector<std::string>& pages,

@@ -134,5 +134,31 @@ TEST_F(StockEdges, DescriptionsSayWhatTheRunCounted) {
   }
 }
 
+TEST_F(StockEdges, ABadBoundOrAnUnknownGroupingIsRefusedInOneClearLine) {
+  const struct {
+    const char* key;
+    std::vector<std::string> assignments;
+    const char* message;
+  } cases[] = {
+      {"StockStatus",
+       {"QuantityOnHandFrom=abc"},
+       "Quantity On Hand From: \"abc\" is not a number."},
+      {"StockLevel", {"ValueOnHandTo=1..2"}, "Value On Hand To: \"1..2\" is not a number."},
+      {"StockStatus",
+       {"Groupings=Colour"},
+       "Groupings: \"Colour\" is not one of the choices (Item Type, Item Category, Location, "
+       "Supplier, Shelf, SerialNumber)."},
+      // Item groups the reorder list, not the stock levels.
+      {"StockLevel",
+       {"Groupings=Item"},
+       "Groupings: \"Item\" is not one of the choices (Item Type, Item Category, Location, "
+       "Supplier, Shelf, SerialNumber)."},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.key);
+    EXPECT_EQ(Join(Refusals(c.key, c.assignments), "\n"), c.message);
+  }
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
