@@ -65,14 +65,34 @@ void CompanyItemStockLevel::ReadOnce() {
 }
 
 void CompanyItemStockLevel::ReadOnHand() {
+  // By item and location only, so that the sums come from the stock lines' covering index;
+  // serial numbers are read item by item, when asked for.
   auto rs = database_->Query(
-      "SELECT ItemId,LocationId,SerialNumber,Sum(Quantity),Sum(ItemCost) FROM TransactionLine "
-      "WHERE Not ItemId Is Null GROUP BY ItemId,LocationId,SerialNumber");
+      "SELECT ItemId,LocationId,Sum(Quantity),Sum(ItemCost) FROM TransactionLine WHERE Not "
+      "ItemId Is Null GROUP BY ItemId,LocationId");
   for (; !rs->Eof(); rs->MoveNext()) {
-    StockFigures& figures = PlaceOf(rs->Value(0), rs->Value(1), rs->Value(2));
-    figures.QuantityOnHand += Number(rs->Value(3));
-    if (!rs->Value(4).IsNull()) figures.ValueOnHand += rs->Value(4).ToCurrency();
+    StockFigures& figures = PlaceOf(rs->Value(0), rs->Value(1), Variant::Null());
+    figures.QuantityOnHand += Number(rs->Value(2));
+    if (!rs->Value(3).IsNull()) figures.ValueOnHand += rs->Value(3).ToCurrency();
   }
+}
+
+const std::vector<CompanyItemStockLevel::Place>& CompanyItemStockLevel::SerialsOf(
+    const std::string& item) {
+  const auto found = serials_.find(item);
+  if (found != serials_.end()) return found->second;
+  std::vector<Place>& places = serials_[item];
+  auto rs = database_->Query(
+      "SELECT LocationId,SerialNumber,Sum(Quantity),Sum(ItemCost) FROM TransactionLine WHERE "
+      "ItemId=" +
+      Database::SQLString(item) + " AND Not SerialNumber Is Null GROUP BY LocationId,SerialNumber");
+  for (; !rs->Eof(); rs->MoveNext()) {
+    Place place{CodeKey(rs->Value(0)), CodeKey(rs->Value(1)), {}};
+    place.figures.QuantityOnHand = Number(rs->Value(2));
+    if (!rs->Value(3).IsNull()) place.figures.ValueOnHand = rs->Value(3).ToCurrency();
+    places.push_back(std::move(place));
+  }
+  return places;
 }
 
 void CompanyItemStockLevel::ReadPurchaseOrders() {
@@ -136,10 +156,19 @@ StockFigures CompanyItemStockLevel::Load(std::string_view item_id, std::string_v
   if (found == items_.end()) return total;
   const std::string location = CodeKey(location_id);
   const std::string serial = CodeKey(serial_number);
+  const auto matches = [&](const Place& place) {
+    return (location.empty() || place.location == location) &&
+           (serial.empty() || place.serial == serial);
+  };
+  // With a serial number, what is on hand comes from that number's lines; the places read at
+  // first use hold every line's sums under no number.
   for (const Place& place : found->second) {
-    if (!location.empty() && place.location != location) continue;
-    if (!serial.empty() && place.serial != serial) continue;
-    Add(total, place.figures);
+    if (matches(place)) Add(total, place.figures);
+  }
+  if (!serial.empty()) {
+    for (const Place& place : SerialsOf(found->first)) {
+      if (matches(place)) Add(total, place.figures);
+    }
   }
   return total;
 }

@@ -33,6 +33,8 @@ class CompanyItemStockLevel : public ItemStockLevel {
   };
   void ReadOnce();
   void ReadOnHand();
+  // The on-hand sums of `item`'s serial-numbered lines, by location and number; read once.
+  [[nodiscard]] const std::vector<Place>& SerialsOf(const std::string& item);
   void ReadPurchaseOrders();
   void ReadOpenDocuments();
   [[nodiscard]] StockFigures& PlaceOf(const Variant& item, const Variant& location,
@@ -41,6 +43,7 @@ class CompanyItemStockLevel : public ItemStockLevel {
   std::shared_ptr<trellin::Database> database_;
   bool read_ = false;
   std::map<std::string, std::vector<Place>, std::less<>> items_;
+  std::map<std::string, std::vector<Place>, std::less<>> serials_;
 };
 
 }  // namespace trellin::business

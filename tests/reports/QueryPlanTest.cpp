@@ -156,7 +156,7 @@ TEST_F(QueryPlans, EveryReportQueryAndCorpusStatementReadsTheLedgerThroughItsInd
   std::vector<std::pair<std::string, std::vector<std::string>>> runs;
   int keys = 0;
   for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindDesignerFactory(Designers(), entry.designer) == nullptr) continue;
+    if (FindKeyFactory(Designers(), entry) == nullptr) continue;
     runs.push_back({std::string(entry.key), {}});
     ++keys;
   }
