@@ -95,26 +95,30 @@ TEST_F(AgedDemo, BackDatedAtAPastMonthEndAgreesWithTheBalanceAsAtThatDate) {
         ByParty("SELECT OtherPartyId,Sum(" + sign + "ValueRemaining)-Sum(IIf([Date]>=" + next_day +
                 "," + sign + "Value,0)) FROM Transactions WHERE Type Between " + side.range +
                 " GROUP BY OtherPartyId");
-    // A document dated on one side of the date and processed on the other straddles it.
-    std::set<std::string> straddling;
-    for (const auto& [code, count] :
-         ByParty(std::string("SELECT OtherPartyId,Count(*) FROM Transactions WHERE Type Between ") +
-                 side.range + " AND (([Date]<" + next_day + " AND DateProcess>=" + next_day +
-                 ") OR ([Date]>=" + next_day + " AND DateProcess<" + next_day +
-                 ")) GROUP BY OtherPartyId")) {
-      if (count != Currency()) straddling.insert(code);
-    }
+    // A document dated on one side of the date and processed on the other straddles it; by
+    // party, what such documents hold, turned.
+    const std::map<std::string, Currency> straddling = ByParty(
+        "SELECT OtherPartyId,Sum(" + sign + "Value) FROM Transactions WHERE Type Between " +
+        side.range + " AND (([Date]<" + next_day + " AND DateProcess>=" + next_day +
+        ") OR ([Date]>=" + next_day + " AND DateProcess<" + next_day + ")) GROUP BY OtherPartyId");
     const std::map<std::string, Currency> aged =
         AgedTotals(side.key, {"BackDate=true", "ShowNil=true", "DateAsAt=2025-06-30"});
     int compared = 0;
     for (const auto& [code, sum] : aged) {
-      if (straddling.count(code) != 0) continue;
-      EXPECT_EQ(sum, balance[code]) << code;
-      ++compared;
+      const auto found = straddling.find(code);
+      if (found == straddling.end()) {
+        EXPECT_EQ(sum, balance[code]) << code;
+        ++compared;
+        continue;
+      }
+      // The report takes a straddling document by its own date at today's remainder, and
+      // back-dates only allocations whose other document was processed by the date: an invoice
+      // dated on the last day and processed after it, since paid, is missing from the report,
+      // and a receipt so dated shows its invoice open again. Either way the party is out by what
+      // the document holds.
+      EXPECT_EQ(sum, balance[code] - found->second) << code;
     }
     EXPECT_GT(compared, 20);
-    // Straddling parties differ by what their straddling documents hold, one way or the other:
-    // the report counts a document by its own date and back-dates by process dates.
     if (std::string(side.key) == "AgedOverdueAR") EXPECT_FALSE(straddling.empty());
   }
 }
