@@ -26,14 +26,18 @@ function(trellin_library name)
   add_library(Trellin::${name} ALIAS ${name})
 endfunction()
 
-# trellin_test(<name> DEPS <targets>...)
+# trellin_test(<name> [TIMEOUT <seconds>] DEPS <targets>...)
 #
 # One GoogleTest binary from every .cpp file in the current test folder; its cases are
 # registered with CTest one by one. Every binary links the shared support of tests/support and
 # its leak suppressions. Test units carry no path of the checkout (tests/support/TestPaths.h
-# gives the data folders), so that ccache serves them from any checkout's build.
+# gives the data folders), so that ccache serves them from any checkout's build. Each case may
+# run for TIMEOUT seconds (300 unless given).
 function(trellin_test name)
-  cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
+  cmake_parse_arguments(ARG "" "TIMEOUT" "DEPS" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 300)
+  endif()
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
     return()
@@ -42,5 +46,5 @@ function(trellin_test name)
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} trellin_test_support GTest::gtest GTest::gmock
                         GTest::gtest_main)
   trellin_unity(${name} BATCH ${TRELLIN_TEST_BATCH})
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT})
 endfunction()
