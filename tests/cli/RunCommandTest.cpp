@@ -80,7 +80,7 @@ TEST_F(RunCommand, BadInputIsNamedAndWritesNothing) {
   } cases[] = {
       {{"run", "CustomerTypelist"}, 2, "Did you mean CustomerTypeList"},
       {{"run", "NoSuchReport"}, 2, "There is no report named \"NoSuchReport\""},
-      {{"run", "StockReorder"}, 2, "not available in this version"},
+      {{"run", "StocktakeVarianceReport"}, 2, "not available in this version"},
       {{"run", "CustomerTypeList", "--set", "OrderBy=Size"}, 2, "Order By: \"Size\" is not one of the choices"},
       {{"run", "CustomerTypeList", "--set", "Colour=Red"}, 2, "Colour"},
       {{"run", "CustomerTypeList", "--set", "CustomerTypes=Z..A"}, 2, "Cust. Types: The range \"Z..A\" runs backwards"},
