@@ -62,7 +62,8 @@ class Options {
   [[nodiscard]] virtual bool SuburbInCityField() const = 0;
   [[nodiscard]] virtual std::int16_t ItemCodeSetting() const = 0;
   // Positions 1 to 20.
-  [[nodiscard]] virtual UserDefinedField UserDefinedFields(UserDefinedKind kind, int position) const = 0;
+  [[nodiscard]] virtual UserDefinedField UserDefinedFields(UserDefinedKind kind,
+                                                           int position) const = 0;
   [[nodiscard]] virtual std::string TemplateFolder() const = 0;
   [[nodiscard]] virtual bool JobActualCharges() const = 0;
 
@@ -116,14 +117,19 @@ class Application : public Object {
   [[nodiscard]] virtual const trellin::Options& Options() const = 0;
   [[nodiscard]] virtual const trellin::Tax& Tax() const = 0;
   // Each adds one list parameter for every user-defined field of that kind.
-  virtual void AddUserDefinedParametersAsset(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
-  virtual void AddUserDefinedParametersItem(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
-  virtual void AddUserDefinedParametersOtherParty(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
-  virtual void AddUserDefinedParametersTransactions(Parameters& parameters, bool primary, const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersAsset(Parameters& parameters, bool primary,
+                                             const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersItem(Parameters& parameters, bool primary,
+                                            const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersOtherParty(Parameters& parameters, bool primary,
+                                                  const Variant& value = Variant()) = 0;
+  virtual void AddUserDefinedParametersTransactions(Parameters& parameters, bool primary,
+                                                    const Variant& value = Variant()) = 0;
   // The job kind, for the job reports; an application that keeps no job fields adds nothing.
   virtual void AddUserDefinedParametersJob(Parameters&, bool, const Variant& = Variant()) {}
   // Replaces the application's place holders in `text`, dated `date_as_at`.
-  [[nodiscard]] virtual std::string SubstituteString(const std::string& text, Date date_as_at) const = 0;
+  [[nodiscard]] virtual std::string SubstituteString(const std::string& text,
+                                                     Date date_as_at) const = 0;
 };
 
 }  // namespace trellin

@@ -20,7 +20,8 @@ class RangeBuilder {
   // `data_type` is 8 for text fields and 3 for numeric ones. Returns a condition without outer
   // brackets, with every value placed through the Database literal operations. Throws
   // std::invalid_argument with a message naming the bad item for text it cannot read.
-  [[nodiscard]] virtual std::string BuildRangeCondition(const std::string& field, const std::string& value,
+  [[nodiscard]] virtual std::string BuildRangeCondition(const std::string& field,
+                                                        const std::string& value,
                                                         int data_type) = 0;
 };
 
@@ -34,7 +35,8 @@ class Rounder {
   // with the unit words given. `cents_as_words` spells the cents too.
   [[nodiscard]] virtual std::string AmountInWords(Currency amount, bool cents_as_words,
                                                   const std::string& unit, const std::string& units,
-                                                  const std::string& cent, const std::string& cents) = 0;
+                                                  const std::string& cent,
+                                                  const std::string& cents) = 0;
 };
 
 class Utilities {

@@ -21,13 +21,14 @@ struct DataColumn {
   int DataType = 0;  // 0 text, 6 the record's code column; other kinds as the report gives them
   std::string Caption;
   std::string ShortCaption;
-  float Width = -1;        // twips; -1 automatic
-  float MinimumWidth = -1; // twips; -1 none
-  int Visibility = -1;     // the picker's code as the report passes it (0 the code column); laid out either way
-  std::string Format;      // "(auto)", "Round" or a mask
-  int Decimals = 0;        // decimal places of "Round"
-  bool Hidden = false;     // not laid out
-  bool Totalled = false;   // summed in group footers and the report footer
+  float Width = -1;         // twips; -1 automatic
+  float MinimumWidth = -1;  // twips; -1 none
+  int Visibility =
+      -1;  // the picker's code as the report passes it (0 the code column); laid out either way
+  std::string Format;        // "(auto)", "Round" or a mask
+  int Decimals = 0;          // decimal places of "Round"
+  bool Hidden = false;       // not laid out
+  bool Totalled = false;     // summed in group footers and the report footer
   std::string GroupCaption;  // caption over a group of columns
   bool MultiLine = false;    // a text column whose field grows to hold several lines
 };
@@ -41,8 +42,9 @@ class DataColumns {
   // The arguments as the report code passes them; returns the new column.
   virtual DataColumn& Add(const std::string& name, const std::string& data_field, int data_type,
                           const std::string& caption, const std::string& short_caption, float width,
-                          float minimum_width, int reserved1, int visibility, const std::string& format,
-                          int decimals, int decimals2, const std::string& reserved2, bool reserved3,
+                          float minimum_width, int reserved1, int visibility,
+                          const std::string& format, int decimals, int decimals2,
+                          const std::string& reserved2, bool reserved3,
                           const std::string& group_caption, bool totalled, bool reserved4) = 0;
   [[nodiscard]] virtual std::size_t Count() const = 0;
   [[nodiscard]] virtual bool Exists(std::string_view name) const = 0;

@@ -28,7 +28,9 @@ class GrowingListIterator {
   }
 
   static GrowingListIterator Begin(const List& items) { return {&items, 0}; }
-  static GrowingListIterator End(const List& items) { return {&items, static_cast<std::size_t>(-1)}; }
+  static GrowingListIterator End(const List& items) {
+    return {&items, static_cast<std::size_t>(-1)};
+  }
 
  private:
   const List* items_;

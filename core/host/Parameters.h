@@ -24,29 +24,35 @@ class NoSuchParameter : public Error {
 // the earlier parameter in its place. Names match without regard to case.
 class Parameters {
  public:
-  ParameterPtr AddBoolean(const std::string& name, bool value, bool primary, const std::string& prompt,
-                          bool default_value, bool flag, const std::string& caption);
-  ParameterPtr AddDate(const std::string& name, const Variant& value, bool primary, const std::string& prompt,
-                       const Variant& default_value, bool flag, const std::string& caption);
-  ParameterPtr AddMultiList(const std::string& name, const Variant& value, bool primary,
-                            const std::string& prompt, const Variant& default_value, const std::string& choices,
-                            bool flag, bool reserved, const std::string& caption);
-  ParameterPtr AddList(const std::string& name, const Variant& value, bool primary, const std::string& prompt,
-                       const Variant& default_value, const std::string& choices, bool flag,
+  ParameterPtr AddBoolean(const std::string& name, bool value, bool primary,
+                          const std::string& prompt, bool default_value, bool flag,
+                          const std::string& caption);
+  ParameterPtr AddDate(const std::string& name, const Variant& value, bool primary,
+                       const std::string& prompt, const Variant& default_value, bool flag,
                        const std::string& caption);
-  ParameterPtr AddNumber(const std::string& name, const Variant& value, bool primary, const std::string& prompt,
-                         const Variant& default_value, std::int64_t initial, bool flag,
+  ParameterPtr AddMultiList(const std::string& name, const Variant& value, bool primary,
+                            const std::string& prompt, const Variant& default_value,
+                            const std::string& choices, bool flag, bool reserved,
+                            const std::string& caption);
+  ParameterPtr AddList(const std::string& name, const Variant& value, bool primary,
+                       const std::string& prompt, const Variant& default_value,
+                       const std::string& choices, bool flag, const std::string& caption);
+  ParameterPtr AddNumber(const std::string& name, const Variant& value, bool primary,
+                         const std::string& prompt, const Variant& default_value,
+                         std::int64_t initial, bool flag, const std::string& caption);
+  ParameterPtr AddSQLList(const std::string& name, const Variant& value, bool primary,
+                          const std::string& prompt, const Variant& default_value,
+                          const std::string& list_sql, const std::string& key_field, bool flag,
+                          const std::string& caption);
+  ParameterPtr AddString(const std::string& name, const Variant& value, bool primary,
+                         const std::string& prompt, const Variant& default_value, bool flag,
                          const std::string& caption);
-  ParameterPtr AddSQLList(const std::string& name, const Variant& value, bool primary, const std::string& prompt,
-                          const Variant& default_value, const std::string& list_sql, const std::string& key_field,
-                          bool flag, const std::string& caption);
-  ParameterPtr AddString(const std::string& name, const Variant& value, bool primary, const std::string& prompt,
-                         const Variant& default_value, bool flag, const std::string& caption);
   ParameterPtr AddParameter(bool reserved, ParameterPtr parameter);
 
   [[nodiscard]] bool Exists(std::string_view name) const;
   // The parameter's value; `default_value` when there is no such parameter.
-  [[nodiscard]] Variant Value(std::string_view name, const Variant& default_value = Variant()) const;
+  [[nodiscard]] Variant Value(std::string_view name,
+                              const Variant& default_value = Variant()) const;
   // Sets the value of an existing parameter; throws NoSuchParameter otherwise.
   void SetValue(std::string_view name, const Variant& value);
   // Throws NoSuchParameter.

@@ -17,7 +17,7 @@ class Section;
 
 // One error raised in a designer's event, as the host records it.
 struct ReportErrorInfo {
-  std::string source;   // the event, such as "ActiveReport_ReportStart"
+  std::string source;  // the event, such as "ActiveReport_ReportStart"
   std::string message;
 };
 

@@ -317,12 +317,15 @@ void WriteItems(DemoContext& ctx) {
 // fixed price on every seventh, individuals none. Chosen by position, not by the random stream,
 // so that adding them changed nothing else in the company.
 static void WriteSpecialPrices(DemoContext& ctx) {
-  DemoTable prices(ctx.db, "SpecialPrice", {"SType", "FieldValue", "ItemId", "Price", "DiscountRate"});
+  DemoTable prices(ctx.db, "SpecialPrice",
+                   {"SType", "FieldValue", "ItemId", "Price", "DiscountRate"});
   for (std::size_t i = 0; i < ctx.items.size(); ++i) {
     const ItemInfo& item = ctx.items[i];
     if (item.inventory == 0) continue;
     if (i % 5 == 0) prices.Insert({3, "COMP", item.id, Cell::Null{}, 10.0});
-    if (i % 7 == 0) prices.Insert({3, "GOVT", item.id, ToCents(static_cast<double>(item.price) * 0.92), Cell::Null{}});
+    if (i % 7 == 0)
+      prices.Insert(
+          {3, "GOVT", item.id, ToCents(static_cast<double>(item.price) * 0.92), Cell::Null{}});
   }
 }
 

@@ -35,7 +35,8 @@ void arCustomerTypeList::BuildSQL() {
   }
   // Any order the report does not know falls to the code order.
   sql_ += " ORDER BY ";
-  sql_ += parameters.Value("OrderBy", Variant()).Text() == "Description" ? "Description" : "CustomerTypeId";
+  sql_ += parameters.Value("OrderBy", Variant()).Text() == "Description" ? "Description"
+                                                                         : "CustomerTypeId";
 
   special_pricing_ = std::make_shared<arDetailSpecialPricingSub>();
   Field("srptSpecialPricing").SetObject(special_pricing_);

@@ -13,8 +13,9 @@ std::string arDetailSpecialPricingSub::SQL() const {
          "SpecialPrice.DateFrom,SpecialPrice.DateTo"
          " FROM SpecialPrice INNER JOIN Item ON SpecialPrice.ItemId=Item.ItemId"
          " WHERE SpecialPrice.SType=" +
-         database.SQLNumber(SType) + " AND SpecialPrice.FieldValue=" +
-         database.SQLString(FieldValue) + " ORDER BY SpecialPrice.ItemId";
+         database.SQLNumber(SType) +
+         " AND SpecialPrice.FieldValue=" + database.SQLString(FieldValue) +
+         " ORDER BY SpecialPrice.ItemId";
 }
 
 void arDetailSpecialPricingSub::ActiveReport_ReportStart() {

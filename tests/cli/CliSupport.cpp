@@ -36,8 +36,10 @@ RunResult RunTrellin(const std::vector<std::string>& args, const std::vector<std
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, 1, out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  posix_spawn_file_actions_addopen(&actions, 2, err_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  posix_spawn_file_actions_addopen(&actions, 1, out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
+  posix_spawn_file_actions_addopen(&actions, 2, err_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
 
   std::vector<std::string> argv_text = {TRELLIN_BINARY};
   argv_text.insert(argv_text.end(), args.begin(), args.end());
@@ -46,8 +48,8 @@ RunResult RunTrellin(const std::vector<std::string>& args, const std::vector<std
   argv.push_back(nullptr);
 
   // The test's own HOME keeps a default demo company out of the user's data folder.
-  std::vector<std::string> env_text = {"HOME=" + scratch.Path().string(), "XDG_DATA_HOME=",
-                                       "TRELLIN_DB="};
+  std::vector<std::string> env_text = {"HOME=" + scratch.Path().string(),
+                                       "XDG_DATA_HOME=", "TRELLIN_DB="};
   for (char** e = environ; *e != nullptr; ++e) {
     std::string entry = *e;
     if (entry.rfind("HOME=", 0) == 0 || entry.rfind("XDG_DATA_HOME=", 0) == 0 ||
@@ -92,14 +94,17 @@ TempFolder::~TempFolder() {
 void WriteSmallCompany(const std::filesystem::path& path) {
   auto writer = data::CreateCompanyFile(path.string());
   const char* rows =
-      "INSERT INTO CompanySetting (Section, Key, Value) VALUES ('Company', 'Name', 'Kereru Supplies Ltd');"
+      "INSERT INTO CompanySetting (Section, Key, Value) VALUES ('Company', 'Name', 'Kereru "
+      "Supplies Ltd');"
       "INSERT INTO CustomerType VALUES ('RETAIL', 'Retail customers');"
       "INSERT INTO CustomerType VALUES ('TRADE', 'Trade accounts');"
       "INSERT INTO CustomerType VALUES ('WHOLE', 'Wholesale, \"bulk\" buyers');"
       "INSERT INTO Item (ItemId, Description) VALUES ('BOLT10', 'Bolt 10mm');"
       "INSERT INTO Item (ItemId, Description) VALUES ('NUT10', 'Nut 10mm');"
-      "INSERT INTO SpecialPrice (SType, FieldValue, ItemId, Price) VALUES (3, 'TRADE', 'BOLT10', 4500);"
-      "INSERT INTO SpecialPrice (SType, FieldValue, ItemId, DiscountRate) VALUES (3, 'TRADE', 'NUT10', 12.5);";
+      "INSERT INTO SpecialPrice (SType, FieldValue, ItemId, Price) VALUES (3, 'TRADE', 'BOLT10', "
+      "4500);"
+      "INSERT INTO SpecialPrice (SType, FieldValue, ItemId, DiscountRate) VALUES (3, 'TRADE', "
+      "'NUT10', 12.5);";
   char* error = nullptr;
   if (sqlite3_exec(writer->Handle(), rows, nullptr, nullptr, &error) != SQLITE_OK) {
     std::string message = error ? error : "unknown";

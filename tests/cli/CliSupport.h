@@ -15,7 +15,8 @@ struct RunResult {
 
 // Runs the trellin binary with `args` (no shell: arguments are passed as they are), with
 // `env` entries ("NAME=value") added to the environment and TRELLIN_DB cleared unless given.
-RunResult RunTrellin(const std::vector<std::string>& args, const std::vector<std::string>& env = {});
+RunResult RunTrellin(const std::vector<std::string>& args,
+                     const std::vector<std::string>& env = {});
 
 // A fresh folder for one test, removed when the object goes.
 class TempFolder {

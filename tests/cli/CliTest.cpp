@@ -13,8 +13,10 @@ TEST(Cli, HelpAndUsageErrors) {
   RunResult help = RunTrellin({"--help"});
   EXPECT_EQ(help.exit_code, 0);
   EXPECT_NE(help.out.find("usage: trellin"), std::string::npos);
-  EXPECT_NE(help.out.find("Exit codes: 0 success, 1 report errors, 2 bad usage or input, 3 database problems"),
-            std::string::npos);
+  EXPECT_NE(
+      help.out.find(
+          "Exit codes: 0 success, 1 report errors, 2 bad usage or input, 3 database problems"),
+      std::string::npos);
 
   struct Case {
     std::vector<std::string> args;
@@ -52,8 +54,9 @@ TEST(Cli, SqlPrintsTypedRowsAsTableOrCsv) {
   std::filesystem::path db = folder.Path() / "company.db";
   WriteSmallCompany(db);
 
-  RunResult table = RunTrellin({"sql", "--db", db.string(),
-                                "SELECT FieldValue, ItemId, Price FROM SpecialPrice ORDER BY ItemId"});
+  RunResult table =
+      RunTrellin({"sql", "--db", db.string(),
+                  "SELECT FieldValue, ItemId, Price FROM SpecialPrice ORDER BY ItemId"});
   ASSERT_EQ(table.exit_code, 0) << table.err;
   EXPECT_EQ(table.out,
             "FieldValue  ItemId  Price\n"
@@ -61,13 +64,15 @@ TEST(Cli, SqlPrintsTypedRowsAsTableOrCsv) {
             "TRADE       BOLT10   0.45\n"
             "TRADE       NUT10    NULL\n");
 
-  RunResult csv = RunTrellin({"sql", "--csv", "--db", db.string(),
-                              "SELECT CustomerTypeId, Description FROM CustomerType WHERE CustomerTypeId='whole'"});
+  RunResult csv = RunTrellin(
+      {"sql", "--csv", "--db", db.string(),
+       "SELECT CustomerTypeId, Description FROM CustomerType WHERE CustomerTypeId='whole'"});
   ASSERT_EQ(csv.exit_code, 0) << csv.err;
   EXPECT_EQ(csv.out, "CustomerTypeId,Description\nWHOLE,\"Wholesale, \"\"bulk\"\" buyers\"\n");
 
-  RunResult translated = RunTrellin({"sql", "--translate", "--db", db.string(),
-                                     "SELECT Description + ' (' + CustomerTypeId + ')' AS Label FROM CustomerType"});
+  RunResult translated =
+      RunTrellin({"sql", "--translate", "--db", db.string(),
+                  "SELECT Description + ' (' + CustomerTypeId + ')' AS Label FROM CustomerType"});
   ASSERT_EQ(translated.exit_code, 0) << translated.err;
   EXPECT_NE(translated.out.find("||"), std::string::npos) << translated.out;
   EXPECT_NE(translated.err.find("-- Label: Text"), std::string::npos) << translated.err;
@@ -91,7 +96,8 @@ TEST(Cli, SqlFailuresSayWhatAndExitWithTheirCode) {
   EXPECT_EQ(bad_sql.exit_code, 2);
   EXPECT_NE(bad_sql.err.find("Nonsense"), std::string::npos) << bad_sql.err;
 
-  RunResult from_env = RunTrellin({"sql", "SELECT Count(*) AS N FROM CustomerType"}, {"TRELLIN_DB=" + db.string()});
+  RunResult from_env =
+      RunTrellin({"sql", "SELECT Count(*) AS N FROM CustomerType"}, {"TRELLIN_DB=" + db.string()});
   EXPECT_EQ(from_env.exit_code, 0) << from_env.err;
   EXPECT_NE(from_env.out.find("3"), std::string::npos);
 }

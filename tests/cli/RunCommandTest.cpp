@@ -27,7 +27,8 @@ class RunCommand : public ::testing::Test {
 };
 
 TEST_F(RunCommand, WritesTheReportAndSaysWhere) {
-  RunResult r = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.pdf").string()});
+  RunResult r =
+      RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.pdf").string()});
   ASSERT_EQ(r.exit_code, 0) << r.err;
   EXPECT_NE(r.out.find("CustomerTypeList: 1 page, 3 rows, "), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("types.pdf"), std::string::npos);
@@ -36,28 +37,33 @@ TEST_F(RunCommand, WritesTheReportAndSaysWhere) {
 }
 
 TEST_F(RunCommand, FormatComesFromTheExtensionOrTheOption) {
-  RunResult text = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.txt").string()});
+  RunResult text =
+      RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.txt").string()});
   ASSERT_EQ(text.exit_code, 0) << text.err;
   std::string page = Read(Out("types.txt"));
   EXPECT_NE(page.find("Customer Type List"), std::string::npos) << page;
   EXPECT_NE(page.find("TRADE"), std::string::npos);
   EXPECT_NE(page.find("BOLT10"), std::string::npos) << "special prices print under their type";
 
-  RunResult csv = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--format", "csv", "-o", Out("types.data").string()});
+  RunResult csv = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--format", "csv", "-o",
+                              Out("types.data").string()});
   ASSERT_EQ(csv.exit_code, 0) << csv.err;
   EXPECT_NE(Read(Out("types.data")).find("RETAIL"), std::string::npos);
 
-  RunResult unknown = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.doc").string()});
+  RunResult unknown =
+      RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.doc").string()});
   EXPECT_EQ(unknown.exit_code, 2);
   EXPECT_NE(unknown.err.find("cannot tell the format of"), std::string::npos) << unknown.err;
   EXPECT_FALSE(std::filesystem::exists(Out("types.doc")));
 }
 
 TEST_F(RunCommand, SetWinsOverTheParameterFile) {
-  { std::ofstream(Out("params.json")) << R"({"OrderBy": "Code", "CustomerTypes": "RETAIL..WHOLE"})"; }
-  RunResult r = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--params", Out("params.json").string(),
-                            "--set", "OrderBy=Description", "--set", "CustomerTypes=TRADE,WHOLE",
-                            "-o", Out("types.txt").string()});
+  {
+    std::ofstream(Out("params.json")) << R"({"OrderBy": "Code", "CustomerTypes": "RETAIL..WHOLE"})";
+  }
+  RunResult r = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--params",
+                            Out("params.json").string(), "--set", "OrderBy=Description", "--set",
+                            "CustomerTypes=TRADE,WHOLE", "-o", Out("types.txt").string()});
   ASSERT_EQ(r.exit_code, 0) << r.err;
   std::string page = Read(Out("types.txt"));
   EXPECT_EQ(page.find("RETAIL"), std::string::npos) << "the filter from --set applies";
@@ -65,8 +71,8 @@ TEST_F(RunCommand, SetWinsOverTheParameterFile) {
   ASSERT_NE(page.find("TRADE"), std::string::npos);
   EXPECT_LT(page.find("TRADE"), page.find("WHOLE"));
 
-  RunResult by_code = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--set", "OrderBy=Description",
-                                  "-o", Out("all.txt").string()});
+  RunResult by_code = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--set",
+                                  "OrderBy=Description", "-o", Out("all.txt").string()});
   ASSERT_EQ(by_code.exit_code, 0) << by_code.err;
   std::string all = Read(Out("all.txt"));
   EXPECT_LT(all.find("RETAIL"), all.find("TRADE"));
@@ -81,9 +87,13 @@ TEST_F(RunCommand, BadInputIsNamedAndWritesNothing) {
       {{"run", "CustomerTypelist"}, 2, "Did you mean CustomerTypeList"},
       {{"run", "NoSuchReport"}, 2, "There is no report named \"NoSuchReport\""},
       {{"run", "StocktakeVarianceReport"}, 2, "not available in this version"},
-      {{"run", "CustomerTypeList", "--set", "OrderBy=Size"}, 2, "Order By: \"Size\" is not one of the choices"},
+      {{"run", "CustomerTypeList", "--set", "OrderBy=Size"},
+       2,
+       "Order By: \"Size\" is not one of the choices"},
       {{"run", "CustomerTypeList", "--set", "Colour=Red"}, 2, "Colour"},
-      {{"run", "CustomerTypeList", "--set", "CustomerTypes=Z..A"}, 2, "Cust. Types: The range \"Z..A\" runs backwards"},
+      {{"run", "CustomerTypeList", "--set", "CustomerTypes=Z..A"},
+       2,
+       "Cust. Types: The range \"Z..A\" runs backwards"},
       {{"run", "CustomerTypeList", "--format", "docx"}, 2, "unknown format 'docx'"},
       {{"run"}, 2, "run takes one report key"},
   };
@@ -96,11 +106,13 @@ TEST_F(RunCommand, BadInputIsNamedAndWritesNothing) {
     EXPECT_FALSE(std::filesystem::exists(Out("x.pdf"))) << c.message;
   }
 
-  RunResult missing = RunTrellin({"run", "CustomerTypeList", "--db", Out("none.db").string(), "-o", Out("x.pdf").string()});
+  RunResult missing = RunTrellin(
+      {"run", "CustomerTypeList", "--db", Out("none.db").string(), "-o", Out("x.pdf").string()});
   EXPECT_EQ(missing.exit_code, 3);
   EXPECT_NE(missing.err.find("none.db"), std::string::npos) << missing.err;
   { std::ofstream(Out("corrupt.db")) << "SQLite format 3 but not really"; }
-  RunResult corrupt = RunTrellin({"run", "CustomerTypeList", "--db", Out("corrupt.db").string(), "-o", Out("x.pdf").string()});
+  RunResult corrupt = RunTrellin(
+      {"run", "CustomerTypeList", "--db", Out("corrupt.db").string(), "-o", Out("x.pdf").string()});
   EXPECT_EQ(corrupt.exit_code, 3) << corrupt.err;
   EXPECT_FALSE(std::filesystem::exists(Out("x.pdf")));
 }
@@ -110,7 +122,8 @@ TEST_F(RunCommand, ParamsListsTheDialogue) {
   ASSERT_EQ(text.exit_code, 0) << text.err;
   EXPECT_NE(text.out.find("OrderBy (list)"), std::string::npos) << text.out;
   EXPECT_NE(text.out.find("choices: Code, Description"), std::string::npos) << text.out;
-  EXPECT_NE(text.out.find("CustomerTypes (sqllist)  \"Cust. Types\""), std::string::npos) << text.out;
+  EXPECT_NE(text.out.find("CustomerTypes (sqllist)  \"Cust. Types\""), std::string::npos)
+      << text.out;
   EXPECT_NE(text.out.find("RETAIL"), std::string::npos) << "pick-list rows are shown";
 
   RunResult json = RunTrellin({"params", "CustomerTypeList", "--db", Db(), "--json"});
@@ -122,7 +135,8 @@ TEST_F(RunCommand, ParamsListsTheDialogue) {
   RunResult statement = RunTrellin({"params", "TrialBalance", "--db", Db()});
   ASSERT_EQ(statement.exit_code, 0) << statement.err;
   EXPECT_NE(statement.out.find("    help:    Left blank, the general ledger's current date"),
-            std::string::npos) << statement.out;
+            std::string::npos)
+      << statement.out;
 
   RunResult bad = RunTrellin({"params", "Nope", "--db", Db()});
   EXPECT_EQ(bad.exit_code, 2);
@@ -136,14 +150,16 @@ TEST(DemoCommand, BuildsACompanyTheReportsRunOn) {
   EXPECT_NE(built.out.find("demo company: "), std::string::npos) << built.out;
   ASSERT_TRUE(std::filesystem::exists(db));
 
-  RunResult country = RunTrellin({"sql", "--db", db.string(),
-                                  "SELECT Value FROM CompanySetting WHERE Section='Company' AND Key='Country'"});
+  RunResult country =
+      RunTrellin({"sql", "--db", db.string(),
+                  "SELECT Value FROM CompanySetting WHERE Section='Company' AND Key='Country'"});
   EXPECT_NE(country.out.find("AU"), std::string::npos) << country.out;
 
   RunResult bad = RunTrellin({"demo", "--scale", "0", "-o", (folder.Path() / "x.db").string()});
   EXPECT_EQ(bad.exit_code, 2);
   EXPECT_NE(bad.err.find("--scale must be from 1 to 200"), std::string::npos);
-  RunResult bad_country = RunTrellin({"demo", "--country", "UK", "-o", (folder.Path() / "x.db").string()});
+  RunResult bad_country =
+      RunTrellin({"demo", "--country", "UK", "-o", (folder.Path() / "x.db").string()});
   EXPECT_EQ(bad_country.exit_code, 2);
   EXPECT_FALSE(std::filesystem::exists(folder.Path() / "x.db"));
 }
@@ -151,7 +167,8 @@ TEST(DemoCommand, BuildsACompanyTheReportsRunOn) {
 TEST(DefaultCompany, IsTheDemoBuiltOnFirstUse) {
   // RunTrellin gives the binary a HOME of its own, so the demo company lands there.
   TempFolder folder;
-  RunResult first = RunTrellin({"run", "CustomerTypeList", "-o", (folder.Path() / "types.txt").string()});
+  RunResult first =
+      RunTrellin({"run", "CustomerTypeList", "-o", (folder.Path() / "types.txt").string()});
   EXPECT_EQ(first.exit_code, 0) << first.err;
   EXPECT_NE(first.err.find("building the demo company"), std::string::npos) << first.err;
 }

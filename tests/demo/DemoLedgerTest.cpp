@@ -7,8 +7,8 @@
 
 #include "platform/data/CompanyFile.h"
 #include "platform/demo/DemoLedger.h"
-#include "tests/support/TempFolder.h"
 #include "tests/demo/DemoFixture.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::demo {
 namespace {

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/host/ColumnLayout.h"
-#include "platform/host/ParameterDialogue.h"
 #include "platform/host/ColumnWidths.h"
+#include "platform/host/ParameterDialogue.h"
 #include "tests/host/HostFixture.h"
 
 namespace trellin::host::testing {

@@ -12,8 +12,8 @@
 #include "platform/business/CompanyRangeBuilder.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
-#include "tests/support/FakeDatabase.h"
 #include "tests/business/RealCompany.h"
+#include "tests/support/FakeDatabase.h"
 
 namespace trellin::host {
 namespace {

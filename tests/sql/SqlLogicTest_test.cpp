@@ -30,7 +30,8 @@ std::vector<std::string> TestFiles() {
 // First lines of corpus statements that fail for reasons outside the translator.
 std::set<std::string> KnownFailures() {
   std::set<std::string> known;
-  std::istringstream in(ReadFile((trellin::testing::TestDir("sql") / "known_corpus_failures.txt").string()));
+  std::istringstream in(
+      ReadFile((trellin::testing::TestDir("sql") / "known_corpus_failures.txt").string()));
   std::string line;
   while (std::getline(in, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
