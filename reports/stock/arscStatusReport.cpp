@@ -32,18 +32,8 @@ constexpr StockGrouping kOwnGroupings[] = {
     {"Supplier", "Item.SupplierId", "SELECT OtherPartyId,Name FROM OtherParty", "SupplierId", ""},
 };
 
-// The columns in order: name, field, heading, short heading, kind, width (-1 automatic), hidden.
-struct StatusColumn {
-  const char* name;
-  const char* field;
-  const char* caption;
-  const char* short_caption;
-  int data_type;
-  float width;
-  bool hidden;
-};
-
-constexpr StatusColumn kColumns[] = {
+// The columns in order.
+constexpr StockColumn kColumns[] = {
     {"Code", "ItemId", "Code", "", kColumnCode, 0, false},
     {"Description", "Description", "Description", "", kColumnText, -1, false},
     {"PLU", "PLU", "PLU", "", kColumnText, 800, true},
@@ -110,20 +100,12 @@ void arscStatusReport::RefreshParameters(std::string&) {
 void arscStatusReport::RefreshDataColumns() {
   DataColumns& columns = TLReport()->DataColumns();
   const std::string quantity_format = QuantityFormat();
-  for (const StatusColumn& c : kColumns) {
-    float width = c.width;
-    if (c.data_type == kColumnCode) {
-      width = static_cast<float>(TrellinReportGlobals::RequireTrellinReports().ItemCodeWidth());
-    }
+  for (const StockColumn& c : kColumns) {
     std::string format = "(auto)";
     if (c.data_type == kColumnNumber) format = quantity_format;
     if (std::string_view(c.name) == "UnitCost") format = quantity_format;
     if (std::string_view(c.name) == "Margin") format = kMarginFormat;
-    DataColumn& column =
-        columns.Add(c.name, c.field, c.data_type, c.caption, c.short_caption, width, -1, -1,
-                    c.data_type == kColumnCode ? 0 : -1, format, 0, 0, "", true, "",
-                    c.data_type == kColumnNumber || c.data_type == kColumnMoney, false);
-    column.Hidden = c.hidden;
+    AddColumn(columns, c, format, c.data_type == kColumnNumber || c.data_type == kColumnMoney);
   }
 }
 

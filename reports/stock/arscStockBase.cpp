@@ -87,6 +87,19 @@ std::string arscStockBase::DateText(const Variant& date) {
   return Format(Variant(date.ToDate()), TrellinReportGlobals::RequireBusinessLayer().DateFormat());
 }
 
+DataColumn& arscStockBase::AddColumn(DataColumns& columns, const StockColumn& column,
+                                     const std::string& format, bool totalled) {
+  const bool code = column.data_type == kColumnCode;
+  const float width =
+      code ? static_cast<float>(TrellinReportGlobals::RequireTrellinReports().ItemCodeWidth())
+           : column.width;
+  DataColumn& added =
+      columns.Add(column.name, column.field, column.data_type, column.caption, column.short_caption,
+                  width, -1, -1, code ? 0 : -1, format, 0, 0, "", true, "", totalled, false);
+  added.Hidden = column.hidden;
+  return added;
+}
+
 void arscStockBase::AddFilters(std::span<const StockFilter> filters, std::string& where,
                                std::string& description) const {
   const trellin::Parameters& p = TLReport()->Parameters();

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/Designer.h"
+#include "core/host/DataColumns.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
 
@@ -45,6 +46,18 @@ struct ChosenGrouping {
   bool page_break = false;
 };
 
+// One data column of a stock report: name, field, heading, short heading, kind, width (-1
+// automatic; the code column takes the company's item code width) and whether it starts hidden.
+struct StockColumn {
+  const char* name;
+  const char* field;
+  const char* caption;
+  const char* short_caption;
+  int data_type;
+  float width;
+  bool hidden;
+};
+
 class arscStockBase : public Designer {
  public:
   using Designer::Designer;
@@ -76,6 +89,10 @@ class arscStockBase : public Designer {
   // A date in the company's date format; "" for no date.
   [[nodiscard]] static std::string DateText(const Variant& date);
 
+  // Adds `column` to the report's data columns with `format` ("(auto)" for the column's own);
+  // `totalled` columns are summed in the footers.
+  static DataColumn& AddColumn(DataColumns& columns, const StockColumn& column,
+                               const std::string& format, bool totalled);
   // Adds each filter of `filters` with a value, and each item user-defined field's filter.
   void AddFilters(std::span<const StockFilter> filters, std::string& where,
                   std::string& description) const;

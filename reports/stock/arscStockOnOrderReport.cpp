@@ -16,49 +16,60 @@ namespace {
 constexpr const char* kPurchaseKey = "StockOnOrder";
 constexpr const char* kSalesKey = "StockOnSalesOrders";
 
-// name, field, heading, short heading, kind, width (-1 automatic; 0 the item code's), summed, and
-// the flag that shows it ("" always shown).
+// A column, whether the footers sum it, and the flag that shows it ("" always shown).
 struct OrderColumn {
-  const char* name;
-  const char* field;
-  const char* caption;
-  const char* short_caption;
-  int data_type;
-  float width;
+  StockColumn column;
   bool totalled;
   const char* shown_by;
 };
 
 constexpr OrderColumn kPurchaseColumns[] = {
-    {"Code", "ItemId", "Code", "", kColumnCode, 0, false, ""},
-    {"Description", "Description", "Description", "", kColumnText, -1, false, ""},
-    {"Date", "Date", "Date", "", kColumnDate, 1000, false, ""},
-    {"Reference", "Reference", "Reference", "Ref", kColumnText, 1100, false, ""},
-    {"OtherParty", "OtherParty", "Supplier", "Supp", kColumnText, 2600, false, "ShowSupplier"},
-    {"SupplierCode", "SupplierCode", "Supplier Code", "S Code", kColumnText, 1200, false,
+    {{"Code", "ItemId", "Code", "", kColumnCode, 0, false}, false, ""},
+    {{"Description", "Description", "Description", "", kColumnText, -1, false}, false, ""},
+    {{"Date", "Date", "Date", "", kColumnDate, 1000, false}, false, ""},
+    {{"Reference", "Reference", "Reference", "Ref", kColumnText, 1100, false}, false, ""},
+    {{"OtherParty", "OtherParty", "Supplier", "Supp", kColumnText, 2600, false},
+     false,
+     "ShowSupplier"},
+    {{"SupplierCode", "SupplierCode", "Supplier Code", "S Code", kColumnText, 1200, false},
+     false,
      "ShowSupplierCode"},
-    {"Location", "LocationId", "Location", "Locn", kColumnText, 800, false, "ShowLocation"},
-    {"Department", "DeptId", "Department", "Dept", kColumnText, 800, false, "ShowDepartment"},
-    {"Quantity", "Quantity", "Qty", "", kColumnNumber, 900, true, ""},
-    {"QuantityRemaining", "QuantityRemaining", "Remaining", "Rem", kColumnNumber, 1000, true, ""},
-    {"UnitPrice", "UnitPrice", "Unit Price", "", kColumnMoney, 1100, false, ""},
-    {"EstimatedDate", "EstimatedDate", "EDA", "", kColumnDate, 1000, false, ""},
-    {"Total", "Total", "Total", "", kColumnMoney, 1300, true, ""},
+    {{"Location", "LocationId", "Location", "Locn", kColumnText, 800, false},
+     false,
+     "ShowLocation"},
+    {{"Department", "DeptId", "Department", "Dept", kColumnText, 800, false},
+     false,
+     "ShowDepartment"},
+    {{"Quantity", "Quantity", "Qty", "", kColumnNumber, 900, false}, true, ""},
+    {{"QuantityRemaining", "QuantityRemaining", "Remaining", "Rem", kColumnNumber, 1000, false},
+     true,
+     ""},
+    {{"UnitPrice", "UnitPrice", "Unit Price", "", kColumnMoney, 1100, false}, false, ""},
+    {{"EstimatedDate", "EstimatedDate", "EDA", "", kColumnDate, 1000, false}, false, ""},
+    {{"Total", "Total", "Total", "", kColumnMoney, 1300, false}, true, ""},
 };
 
 constexpr OrderColumn kSalesColumns[] = {
-    {"TransId", "acBatchTransactionId", "Id", "", kColumnNumber, 700, false, "ShowCustomer"},
-    {"Code", "ItemId", "Code", "", kColumnCode, 0, false, ""},
-    {"Description", "Description", "Description", "", kColumnText, -1, false, ""},
-    {"Date", "Date", "Date", "", kColumnDate, 1000, false, ""},
-    {"Reference", "Reference", "Ref", "", kColumnText, 1100, false, ""},
-    {"OtherParty", "OtherParty", "Customer", "Cust", kColumnText, 2600, false, "ShowCustomer"},
-    {"Location", "LocationId", "Location", "Locn", kColumnText, 800, false, "ShowLocation"},
-    {"Department", "DeptId", "Department", "Dept", kColumnText, 800, false, "ShowDepartment"},
-    {"OrderQuantity", "OrderQuantity", "Order Qty", "Order", kColumnNumber, 900, true, ""},
-    {"Quantity", "Quantity", "Qty", "", kColumnNumber, 900, true, ""},
-    {"UnitPrice", "UnitPrice", "Unit Price", "", kColumnMoney, 1100, false, ""},
-    {"Total", "Total", "Total", "", kColumnMoney, 1300, true, ""},
+    {{"TransId", "acBatchTransactionId", "Id", "", kColumnNumber, 700, false},
+     false,
+     "ShowCustomer"},
+    {{"Code", "ItemId", "Code", "", kColumnCode, 0, false}, false, ""},
+    {{"Description", "Description", "Description", "", kColumnText, -1, false}, false, ""},
+    {{"Date", "Date", "Date", "", kColumnDate, 1000, false}, false, ""},
+    {{"Reference", "Reference", "Ref", "", kColumnText, 1100, false}, false, ""},
+    {{"OtherParty", "OtherParty", "Customer", "Cust", kColumnText, 2600, false},
+     false,
+     "ShowCustomer"},
+    {{"Location", "LocationId", "Location", "Locn", kColumnText, 800, false},
+     false,
+     "ShowLocation"},
+    {{"Department", "DeptId", "Department", "Dept", kColumnText, 800, false},
+     false,
+     "ShowDepartment"},
+    {{"OrderQuantity", "OrderQuantity", "Order Qty", "Order", kColumnNumber, 900, false}, true, ""},
+    {{"Quantity", "Quantity", "Qty", "", kColumnNumber, 900, false}, true, ""},
+    {{"UnitPrice", "UnitPrice", "Unit Price", "", kColumnMoney, 1100, false}, false, ""},
+    {{"Total", "Total", "Total", "", kColumnMoney, 1300, false}, true, ""},
 };
 
 void AddFlag(Parameters& p, const char* name, const char* caption) {
@@ -128,17 +139,13 @@ void arscStockOnOrderReport::RefreshParameters(std::string&) {
 void arscStockOnOrderReport::RefreshDataColumns() {
   DataColumns& columns = TLReport()->DataColumns();
   const std::string quantity_format = QuantityFormat();
-  const float code_width =
-      static_cast<float>(TrellinReportGlobals::RequireTrellinReports().ItemCodeWidth());
   std::span<const OrderColumn> rows = Purchases() ? std::span<const OrderColumn>(kPurchaseColumns)
                                                   : std::span<const OrderColumn>(kSalesColumns);
   for (const OrderColumn& c : rows) {
     std::string format = "(auto)";
-    if (c.data_type == kColumnNumber) format = quantity_format;
-    if (std::string_view(c.name) == "TransId") format = "0";
-    columns.Add(c.name, c.field, c.data_type, c.caption, c.short_caption,
-                c.data_type == kColumnCode ? code_width : c.width, -1, -1,
-                c.data_type == kColumnCode ? 0 : -1, format, 0, 0, "", true, "", c.totalled, false);
+    if (c.column.data_type == kColumnNumber) format = quantity_format;
+    if (std::string_view(c.column.name) == "TransId") format = "0";
+    AddColumn(columns, c.column, format, c.totalled);
   }
 }
 
@@ -152,7 +159,7 @@ void arscStockOnOrderReport::BuildSQL() {
                                                   : std::span<const OrderColumn>(kSalesColumns);
   for (const OrderColumn& c : rows) {
     if (*c.shown_by != '\0' && !p.Value(c.shown_by, false).ToBool()) {
-      columns.Item(c.name).Hidden = true;
+      columns.Item(c.column.name).Hidden = true;
     }
   }
   if (Purchases()) {

@@ -32,17 +32,6 @@ constexpr const char* kLevelOptions[] = {
     "OptionValueOnHand",
 };
 
-// name, field, heading, short heading, kind, width (-1 automatic; 0 the item code's), hidden
-struct StockColumn {
-  const char* name;
-  const char* field;
-  const char* caption;
-  const char* short_caption;
-  int data_type;
-  float width;
-  bool hidden;
-};
-
 constexpr StockColumn kLevelColumns[] = {
     {"Code", "ItemId", "Code", "", kColumnCode, 0, false},
     {"Description", "Description", "Description", "", kColumnText, -1, false},
@@ -122,16 +111,9 @@ void arscStockReorderReport::RefreshDataColumns() {
   reorder_ = TLReport()->ReportName() == kReorderKey;
   DataColumns& columns = TLReport()->DataColumns();
   const std::string quantity_format = QuantityFormat();
-  const float code_width =
-      static_cast<float>(TrellinReportGlobals::RequireTrellinReports().ItemCodeWidth());
   auto add = [&](const StockColumn& c) {
-    const std::string format = c.data_type == kColumnNumber ? quantity_format : "(auto)";
-    DataColumn& column =
-        columns.Add(c.name, c.field, c.data_type, c.caption, c.short_caption,
-                    c.data_type == kColumnCode ? code_width : c.width, -1, -1,
-                    c.data_type == kColumnCode ? 0 : -1, format, 0, 0, "", true, "",
-                    c.data_type == kColumnNumber || c.data_type == kColumnMoney, false);
-    column.Hidden = c.hidden;
+    AddColumn(columns, c, c.data_type == kColumnNumber ? quantity_format : "(auto)",
+              c.data_type == kColumnNumber || c.data_type == kColumnMoney);
   };
   if (reorder_) {
     for (const StockColumn& c : kReorderColumns) add(c);
