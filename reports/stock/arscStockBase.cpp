@@ -14,21 +14,7 @@ namespace trellin {
 
 namespace {
 
-// The most group levels a stock layout has: the sales order list offers ten groupings.
-constexpr int kGroupLevels = 10;
 constexpr int kUserDefinedFields = 20;
-
-// The level of a section named "GroupHeaderN" or "GroupFooterN"; 0 for any other.
-int GroupLevelOf(const Section& section, std::string_view prefix) {
-  const std::string& name = section.Name();
-  if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return 0;
-  int level = 0;
-  for (std::size_t i = prefix.size(); i < name.size(); ++i) {
-    if (name[i] < '0' || name[i] > '9') return 0;
-    level = level * 10 + (name[i] - '0');
-  }
-  return level >= 1 && level <= kGroupLevels ? level : 0;
-}
 
 // An empty, Null or blank number parameter sets no bound.
 bool NoValue(const Variant& value) {

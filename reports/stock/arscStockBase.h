@@ -11,15 +11,9 @@
 #include "core/host/DataColumns.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
+#include "reports/ReportShapes.h"
 
 namespace trellin {
-
-// Kinds of data column, as the column layout reads DataType.
-inline constexpr int kColumnText = 0;
-inline constexpr int kColumnDate = 2;
-inline constexpr int kColumnNumber = 3;
-inline constexpr int kColumnMoney = 4;
-inline constexpr int kColumnCode = 6;
 
 // One list filter: the field it narrows and the parameter that holds the list.
 struct StockFilter {
