@@ -1,0 +1,151 @@
+// The lists' events: parameters and columns from the key's row, the run's start, the rows.
+
+#include "core/ListDesigner.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "core/ReportUtilities.h"
+
+namespace trellin {
+
+namespace {
+
+// Column kinds the host totals (reports/ReportShapes.h names them for the designers).
+constexpr int kNumberKind = 3;
+constexpr int kMoneyKind = 4;
+
+constexpr const char* kSharedLayout = "ListDesigner";
+
+// The level of "GroupHeader3" after `prefix` "GroupHeader"; 0 for any other name.
+int LevelOf(const Section& section, std::string_view prefix) {
+  const std::string& name = section.Name();
+  if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return 0;
+  int level = 0;
+  for (std::size_t i = prefix.size(); i < name.size() && level < 1000; ++i) {
+    if (name[i] < '0' || name[i] > '9') return 0;
+    level = level * 10 + (name[i] - '0');
+  }
+  return level;
+}
+
+}  // namespace
+
+ListDesigner::ListDesigner(std::string designer_name, std::span<const ListKey> keys)
+    : Designer(std::move(designer_name)), keys_(keys) {}
+
+const ListKey& ListDesigner::Key() const {
+  const std::string key = TLReport() ? TLReport()->ReportName() : std::string();
+  for (const ListKey& row : keys_) {
+    if (row.key == key) return row;
+  }
+  throw std::invalid_argument(DesignerName() + " has no report named \"" + key + "\".");
+}
+
+void ListDesigner::RefreshParameters(std::string&) {
+  TLReport()->SetHasParameters(true);
+  TLReport()->DataColumns().SetEnabled(true);
+  DeclareListParameters(Key(), TLReport()->Parameters());
+}
+
+void ListDesigner::RefreshDataColumns() {
+  DataColumns& columns = TLReport()->DataColumns();
+  for (const ListColumn& c : Key().columns) {
+    const bool totalled = c.kind == kNumberKind || c.kind == kMoneyKind;
+    DataColumn& added = columns.Add(std::string(c.name), std::string(c.field), c.kind,
+                                    std::string(c.caption), std::string(c.short_caption), c.width,
+                                    -1, -1, -1, "(auto)", 0, 0, "", true, "", totalled, false);
+    added.Hidden = c.hidden;
+  }
+}
+
+void ListDesigner::ActiveReport_Initialize() {
+  if (Sections().Count() == 0) {
+    if (auto provider = GetLayoutProvider()) provider->Load(kSharedLayout, *this);
+  }
+  PrepareDataControl(DataControl());
+}
+
+void ListDesigner::BuildSQL() { query_ = BuildListQuery(Key(), TLReport()->Parameters()); }
+
+void ListDesigner::ActiveReport_ReportStart() {
+  if (TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
+  BuildSQL();
+  for (std::size_t i = 0; i < query_.groups.size(); ++i) {
+    const ListGroup& g = query_.groups[i];
+    TLReport()->DefineGroup(static_cast<int>(i) + 1, g.name, g.key_field, g.list_sql, g.page_break);
+  }
+  TLReport()->EndDefineGroups();
+  TLReport()->SetupGroupSections(query_.summary, -1, true);
+  TLReport()->SetupStandardHeader(true);
+  const Control& heading = Field("lblHeading");
+  TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
+  FitFurniture();
+  if (Control* parameters = FindControl("txtParameters")) parameters->SetText(query_.description);
+  DataControl().SetSource(query_.sql);
+  // A list with no rows prints its headings and the run's description, with no empty group.
+  if (const auto& rs = DataControl().Recordset(); rs && rs->Eof()) {
+    for (Section& section : Sections()) {
+      if (section.Type() == SectionType::GroupHeader ||
+          section.Type() == SectionType::GroupFooter) {
+        section.SetVisible(false);
+      }
+    }
+  }
+  // "Report Total" says nothing over a list with no total shown.
+  bool totals = false;
+  DataColumns& columns = TLReport()->DataColumns();
+  for (const ListColumn& c : Key().columns) {
+    const DataColumn& column = columns.Item(c.name);
+    totals = totals || (column.Totalled && !column.Hidden);
+  }
+  if (Control* label = FindControl("rfLabel"); label && !totals) label->SetVisible(false);
+}
+
+void ListDesigner::FitFurniture() {
+  // Captions that wrap make the headings taller; the rule stays the same distance below them.
+  constexpr float kRuleBelowHeadings = 50;
+  constexpr float kSpaceBelowRule = 40;
+  Section& header = Sections()["PageHeader"];
+  const Control& heading = Field("lblHeading");
+  float bottom = heading.Top() + heading.Height();
+  for (const Control& c : header.Controls()) {
+    if (c.Class() == ControlClass::Label && c.Visible() && c.Top() >= heading.Top()) {
+      bottom = std::max(bottom, c.Top() + c.Height());
+    }
+  }
+  if (Control* rule = FindControl("linHeader")) {
+    rule->SetTop(std::max(rule->Top(), bottom + kRuleBelowHeadings));
+    header.SetHeight(std::max(header.Height(), rule->Top() + kSpaceBelowRule));
+  }
+}
+
+void ListDesigner::OnFormat(Section& section) {
+  switch (section.Type()) {
+    case SectionType::Detail:
+      Detail_Format();
+      break;
+    case SectionType::GroupHeader:
+      if (int level = LevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
+      break;
+    case SectionType::GroupFooter:
+      if (int level = LevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
+      break;
+    default:
+      break;
+  }
+}
+
+void ListDesigner::OnBeforePrint(Section& section) {
+  if (section.Type() == SectionType::ReportFooter) TLReport()->ReportFooterBeforePrint();
+}
+
+void ListDesigner::Detail_Format() {
+  const auto& rs = DataControl().Recordset();
+  if (!rs || rs->Eof()) return;
+  if (TLReport()->ColumnsInUse()) TLReport()->DataColumns().FillRow(Fields(), "");
+  Section& detail = Sections()["Detail"];
+  detail.SetBackStyle(1 - detail.BackStyle());
+}
+
+}  // namespace trellin
