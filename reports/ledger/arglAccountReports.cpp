@@ -146,6 +146,7 @@ void arglAccountReports::ActiveReport_ReportStart() {
   CreateColumns();
   SetTitle();
   SetColumnFormats();
+  AttachSubReports();
   ReadStartFigures();
   BuildChartSQL();
   chart_ = TrellinReportGlobals::RequireDatabase()->Query(chart_sql_);
@@ -198,6 +199,7 @@ void arglAccountReports::OnFormat(Section& section) {
 void arglAccountReports::ActiveReport_ReportEnd() {
   chart_.reset();
   ValueSets.clear();
+  if (gl_sub_) gl_sub_->ActiveReport_ReportEnd();
   for (GroupList& group : groups_) group.rs.reset();
 }
 

@@ -17,6 +17,7 @@
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Variant.h"
+#include "reports/ledger/arglAccountReportsGLSub.h"
 
 namespace trellin {
 
@@ -158,6 +159,10 @@ class arglAccountReports : public Designer {
   [[nodiscard]] const std::vector<std::string>& ValueSQL() const { return value_sql_; }
   // The report footer's cross-check query, "" when the statement has none or it did not run.
   [[nodiscard]] const std::string& CheckSQL() const { return check_sql_; }
+  // The General Ledger's lines sub-report, after report start; null for the other statements.
+  [[nodiscard]] const std::shared_ptr<arglAccountReportsGLSub>& LedgerLines() const {
+    return gl_sub_;
+  }
 
  private:
   // --- parameters (arglAccountReports_parameters.cpp) ---
@@ -221,6 +226,15 @@ class arglAccountReports : public Designer {
   void StartCombination();
   [[nodiscard]] bool NextCombination();
   [[nodiscard]] std::string GroupFilter() const;
+
+  // --- sub-reports (arglAccountReports_subreports.cpp) ---
+  void AttachSubReports();
+  // The General Ledger's lines of one account for the period, with the group filter or, when
+  // `split_key` is given, that condition in its place and the period's last day included.
+  [[nodiscard]] std::string LedgerLinesSQL(const std::string& account_id,
+                                           const std::string& split_key) const;
+  // Under an account's opening line: its ledger lines, from the opening as printed.
+  void ShowLedgerLines(const std::string& account_id);
 
   // --- level values (arglAccountReports_levels.cpp) ---
   bool ShowLevelValues(int level, bool lastLine);
@@ -296,6 +310,7 @@ class arglAccountReports : public Designer {
   std::vector<std::string> value_sql_;
   std::string check_sql_;
   std::vector<GroupList> groups_;
+  std::shared_ptr<arglAccountReportsGLSub> gl_sub_;
 };
 
 [[nodiscard]] DesignerPtr CreatearglAccountReports();

@@ -64,7 +64,9 @@ void arglAccountReports::ResetLine(Section& detail) {
     }
   }
   if (Control* description = FindControl("txtDescription")) Indent(*description, 1);
-  if (Control* sub = FindControl("srptSplit")) sub->SetVisible(false);
+  for (const char* name : {"srptSplit", "srptTrans"}) {
+    if (Control* sub = FindControl(name)) sub->SetVisible(false);
+  }
 }
 
 void arglAccountReports::Detail_Format(Section& detail) {
@@ -275,7 +277,11 @@ void arglAccountReports::AccountLine(Section& detail) {
   }
   LastLevel = a_level;
   PendingBlankLine = false;
-  if (a_level > account_summary_level_) detail.SetVisible(false);
+  if (a_level > account_summary_level_) {
+    detail.SetVisible(false);
+  } else if (report_ == LedgerReport::GeneralLedger && split_by_.empty()) {
+    ShowLedgerLines(id);
+  }
   for (int l = 0; l <= 5; ++l) {
     for (int n = 1; n <= kMaxColumns; ++n) {
       AccountLevels[l].Values[n] += AccountLevels[kRowLevel].Values[n];

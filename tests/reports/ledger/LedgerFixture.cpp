@@ -94,23 +94,53 @@ INSERT INTO glBudget (AccountId, Month, Budget, Revised) VALUES
   ('1210','2024-05-01',2500000,2500000);
 )sql";
 
-std::string FixturePath() {
-  static const std::string path = [] {
-    const auto stamp = fs::last_write_time("/proc/self/exe").time_since_epoch().count();
-    const fs::path folder =
-        fs::temp_directory_path() / "trellin-ledger-tests" / std::to_string(stamp);
-    fs::create_directories(folder);
-    const std::string file = (folder / ("fixture-" + std::to_string(getpid()) + ".db")).string();
-    auto writer = data::CreateCompanyFile(file);
+constexpr const char* kBankRows = R"sql(
+INSERT INTO OtherParty (OtherPartyId, Name, IsCustomer) VALUES ('ALPHA','Alpha Marine',1);
+INSERT INTO Department (DeptId, Description) VALUES ('D1','Retail');
+INSERT INTO glBankTransaction (glBankTransactionId, Date, OtherPartyId, StmtPage) VALUES
+  (1,'2025-02-10','ALPHA',3),(2,'2025-02-12',NULL,NULL),(3,'2025-02-14','ALPHA',NULL);
+INSERT INTO glTransaction (AccountId, Date, Value, TaxValue, BranchId, DeptId, Comment,
+  TaxCategory, glBankTransactionId, glBankTransactionSequence) VALUES
+  ('3010','2025-02-10',11500000,0,'N','D1','Receipt',NULL,1,0),
+  ('1010','2025-02-10',-10000000,-1500000,'N','D1','',NULL,1,1),
+  ('3010','2025-02-12',-230000,0,'S',NULL,'Bank fee',NULL,2,0),
+  ('1210','2025-02-12',230000,0,'S',NULL,'Bank fee','*',2,1),
+  ('3010','2025-02-14',-5000000,0,NULL,'GONE',NULL,NULL,3,0),
+  ('1010','2025-02-14',5000000,0,NULL,'D1','Refund',NULL,3,1),
+  ('3020','2025-02-20',6000000,0,'N',NULL,'Float',NULL,NULL,NULL),
+  ('3020','2025-02-21',6000000,0,'N',NULL,'Float',NULL,NULL,NULL),
+  ('3020','2025-02-28 16:00:00',1000000,0,'N',NULL,'Late float',NULL,NULL,NULL);
+UPDATE glTransaction SET Type=1 WHERE Date='2024-03-31 10:00:00';
+)sql";
+
+// A company file of the fixture's rows and `more`, made once per test binary and name.
+std::string CompanyFile(const char* name, const char* more) {
+  const auto stamp = fs::last_write_time("/proc/self/exe").time_since_epoch().count();
+  const fs::path folder =
+      fs::temp_directory_path() / "trellin-ledger-tests" / std::to_string(stamp);
+  fs::create_directories(folder);
+  const std::string file =
+      (folder / (std::string(name) + "-" + std::to_string(getpid()) + ".db")).string();
+  auto writer = data::CreateCompanyFile(file);
+  for (const char* rows : {kFixtureRows, more}) {
     char* error = nullptr;
-    if (sqlite3_exec(writer->Handle(), kFixtureRows, nullptr, nullptr, &error) != SQLITE_OK) {
+    if (sqlite3_exec(writer->Handle(), rows, nullptr, nullptr, &error) != SQLITE_OK) {
       std::string message = error ? error : "unknown";
       sqlite3_free(error);
-      throw std::runtime_error("fixture rows: " + message);
+      throw std::runtime_error(std::string(name) + " rows: " + message);
     }
-    writer->Commit();
-    return file;
-  }();
+  }
+  writer->Commit();
+  return file;
+}
+
+std::string FixturePath() {
+  static const std::string path = CompanyFile("fixture", "");
+  return path;
+}
+
+std::string BankFixturePath() {
+  static const std::string path = CompanyFile("bank", kBankRows);
   return path;
 }
 
@@ -124,6 +154,33 @@ void LedgerFixtureCompany::SetUpTestSuite() {
 void LedgerFixtureCompany::TearDownTestSuite() {
   service_.reset();
   SetClockForTesting(std::nullopt);
+}
+
+void LedgerBankCompany::SetUpTestSuite() {
+  SetClockForTesting(Date::FromYmdHms(2025, 3, 31, 9, 30, 0));
+  service_ = host::ReportService::Open(BankFixturePath());
+}
+
+void LedgerBankCompany::TearDownTestSuite() {
+  service_.reset();
+  SetClockForTesting(std::nullopt);
+}
+
+Currency Money(const std::string& dumped) {
+  // A currency value is dumped with "@" behind it.
+  const std::string figure =
+      !dumped.empty() && dumped.back() == '@' ? dumped.substr(0, dumped.size() - 1) : dumped;
+  return Currency::Parse(figure).value_or(Currency());
+}
+
+std::string Text(const DumpRow& row, const std::string& name) {
+  auto it = row.find(name);
+  return it == row.end() ? std::string("<hidden>") : it->second.second;
+}
+
+Currency Value(const DumpRow& row, const std::string& name) {
+  auto it = row.find(name);
+  return it == row.end() ? Currency() : Money(it->second.first);
 }
 
 void ExpectLedgerGolden(const std::string& name, const std::string& actual) {

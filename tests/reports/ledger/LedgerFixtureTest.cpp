@@ -14,8 +14,6 @@
 namespace trellin::ledger_testing {
 namespace {
 
-Currency Money(const std::string& dumped) { return Currency::Parse(dumped).value_or(Currency()); }
-
 // The row of an account code, or nullptr.
 const DumpRow* RowOf(const std::vector<DumpRow>& rows, const std::string& code) {
   for (const DumpRow& row : rows) {
@@ -23,16 +21,6 @@ const DumpRow* RowOf(const std::vector<DumpRow>& rows, const std::string& code) 
     if (it != row.end() && it->second.second == code) return &row;
   }
   return nullptr;
-}
-
-std::string Text(const DumpRow& row, const std::string& name) {
-  auto it = row.find(name);
-  return it == row.end() ? std::string("<hidden>") : it->second.second;
-}
-
-Currency Value(const DumpRow& row, const std::string& name) {
-  auto it = row.find(name);
-  return it == row.end() ? Currency() : Money(it->second.first);
 }
 
 std::vector<std::string> Descriptions(const std::vector<DumpRow>& rows) {
