@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "platform/data/CheckedSum.h"
 #include "platform/data/MemoryRecordset.h"
 #include "platform/runtime/Strings.h"
 
@@ -68,6 +69,7 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path) {
   if (rc != SQLITE_OK) CannotOpen(path, connection->LastMessage());
   // Another process checkpointing the WAL holds its lock briefly; wait rather than fail.
   sqlite3_busy_timeout(db, 5000);
+  if (UseCheckedSum(db) != SQLITE_OK) CannotOpen(path, connection->LastMessage());
 
   std::shared_ptr<SqliteDatabase> database(new SqliteDatabase(path, std::move(connection)));
   database->LoadCatalog();

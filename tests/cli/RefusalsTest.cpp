@@ -93,6 +93,9 @@ class Companies : public ::testing::Test {
     // The demo company, with its books to a fixed date so that its years are known.
     fs::copy_file(trellin::testing::CachedDemoCompany("NZ", nullptr, Date::FromYmd(2026, 10, 31)),
                   top / "demo.db");
+    Altered(top / "demo.db", top / "wrong-sum.db",
+            "UPDATE glTransaction SET Value = 'abc' WHERE rowid = (SELECT MIN(rowid) FROM "
+            "glTransaction)");
   }
   // A copy of `from` at `to`, changed by `sql`.
   static void Altered(const fs::path& from, const fs::path& to, const std::string& sql) {
@@ -122,6 +125,7 @@ class Companies : public ::testing::Test {
         {"{big}", (top / "big.json").string()},
         {"{no-column}", (top / "no-column.db").string()},
         {"{wrong-type}", (top / "wrong-type.db").string()},
+        {"{wrong-sum}", (top / "wrong-sum.db").string()},
         {"{templated}", (top / "templated.db").string()},
         {"{damaged}", (top / "damaged.db").string()},
         {"{cases}", (TestDir("cli") / "cases").string()},
