@@ -18,6 +18,7 @@
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Variant.h"
 #include "reports/ledger/arglAccountReportsGLSub.h"
+#include "reports/ledger/arglAccountReportsSub.h"
 
 namespace trellin {
 
@@ -235,6 +236,14 @@ class arglAccountReports : public Designer {
                                            const std::string& split_key) const;
   // Under an account's opening line: its ledger lines, from the opening as printed.
   void ShowLedgerLines(const std::string& account_id);
+  // The split lines' figures: every value set of the combination again, widened by the split
+  // field, opened once and looked up by account and code.
+  void OpenSplitSets();
+  // One split line of the present account: the statement's own column rules over the split
+  // line's copy of the value controls, with the figures of `code` alone.
+  void FillSplitLine(Section& detail, const SplitCode& code);
+  // The Detail's txtField1 of the line being filled: the account's or the split line's.
+  [[nodiscard]] Control* TextField1() const;
 
   // --- level values (arglAccountReports_levels.cpp) ---
   bool ShowLevelValues(int level, bool lastLine);
@@ -311,6 +320,21 @@ class arglAccountReports : public Designer {
   std::string check_sql_;
   std::vector<GroupList> groups_;
   std::shared_ptr<arglAccountReportsGLSub> gl_sub_;
+
+  // The split lines (Split "Branch" or "Department").
+  std::string split_field_;  // BranchId or DeptId, "" with no split
+  std::shared_ptr<arglAccountReportsSub> split_sub_;
+  std::shared_ptr<arglAccountReportsGLSub> split_gl_sub_;
+  std::vector<std::string> set_sql_;  // the query of each of ValueSets, "" where none
+  // The query of each of RetainedSets and the field it reads, "" where none.
+  std::vector<std::pair<std::string, int>> retained_sql_;
+  std::vector<std::shared_ptr<Recordset>> split_sets_, split_retained_sets_;
+  std::array<Control*, kMaxColumns + 1> split_fields_{};
+  Control* split_text_field_ = nullptr;
+  const SplitCode* split_code_ = nullptr;  // while a split line is filled
+  std::string split_account_;
+  AccountType split_type_ = AccountType::None;
+  std::string row_drcr_;  // DrCr of the account whose row is filled
 };
 
 [[nodiscard]] DesignerPtr CreatearglAccountReports();

@@ -46,16 +46,26 @@ std::string arglAccountReports::SumValue() const {
 
 void arglAccountReports::OpenSet(const std::string& sql) {
   value_sql_.push_back(sql);
+  set_sql_.push_back(sql);
   ValueSets.push_back(TrellinReportGlobals::RequireDatabase()->Query(sql));
 }
 
 void arglAccountReports::OpenRetained(const std::string& sql) {
   value_sql_.push_back(sql);
+  retained_sql_.emplace_back(sql, 0);
   auto rs = TrellinReportGlobals::RequireDatabase()->Query(sql);
   RetainedSets.push_back(rs->Eof() ? Variant::Null() : rs->Value(0));
 }
 
 Currency arglAccountReports::Lookup(std::size_t set, const std::string& account_id, int field) {
+  if (split_code_ != nullptr) {
+    // The widened set holds the split field behind AccountId.
+    if (set >= split_sets_.size() || !split_sets_[set]) return Currency();
+    Recordset& rs = *split_sets_[set];
+    rs.Filter("AccountId=" + Database::SQLString(account_id) + " AND " + split_code_->filter_key);
+    if (rs.Eof()) return Currency();
+    return ToMoney(rs.Value(field + 1));
+  }
   if (set >= ValueSets.size() || !ValueSets[set]) return Currency();
   Recordset& rs = *ValueSets[set];
   if (rs.RecordCount() == 0) return Currency();
@@ -66,6 +76,13 @@ Currency arglAccountReports::Lookup(std::size_t set, const std::string& account_
 }
 
 Currency arglAccountReports::Retained(std::size_t set) const {
+  if (split_code_ != nullptr) {
+    if (set >= split_retained_sets_.size() || !split_retained_sets_[set]) return Currency();
+    Recordset& rs = *split_retained_sets_[set];
+    rs.Filter(split_code_->filter_key);
+    if (rs.Eof()) return Currency();
+    return ToMoney(rs.Value(retained_sql_[set].second + 1));
+  }
   if (set >= RetainedSets.size()) return Currency();
   return ToMoney(RetainedSets[set]);
 }
@@ -74,6 +91,8 @@ void arglAccountReports::OpenValueSets() {
   ValueSets.clear();
   RetainedSets.clear();
   value_sql_.clear();
+  set_sql_.clear();
+  retained_sql_.clear();
   if (IsPeriodColumns()) {
     OpenPeriodSets();
   } else {
@@ -139,10 +158,13 @@ void arglAccountReports::OpenStatementSets() {
                                Where({retained, on("glTransaction.Date", "<", from)}));
         const std::string totals =
             "SELECT Sum(" + credits + ") AS Credits,Sum(" + debits + ") AS Debits" + kAccountJoin;
-        auto rs = TrellinReportGlobals::RequireDatabase()->Query(
+        const std::string totals_sql =
             totals + Where({retained, on("glTransaction.Date", ">=", from),
-                            on("glTransaction.Date", "<=", to)}));
+                            on("glTransaction.Date", "<=", to)});
+        auto rs = TrellinReportGlobals::RequireDatabase()->Query(totals_sql);
         value_sql_.push_back(totals);
+        retained_sql_.emplace_back(totals_sql, 0);
+        retained_sql_.emplace_back(totals_sql, 1);
         RetainedSets.push_back(rs->Eof() ? Variant::Null() : rs->Value(0));
         RetainedSets.push_back(rs->Eof() ? Variant::Null() : rs->Value(1));
       }
@@ -197,6 +219,7 @@ void arglAccountReports::OpenStatementSets() {
         const std::int64_t index = fiscal_year_ + i - 5;
         if (index < 1 || index > static_cast<std::int64_t>(years.size())) {
           ValueSets.push_back(nullptr);
+          set_sql_.emplace_back();
           continue;
         }
         const FinancialYear& year = years[static_cast<std::size_t>(index - 1)];
@@ -237,6 +260,7 @@ void arglAccountReports::OpenPeriodSets() {
       if (!retained.empty()) {
         if (beyond) {
           RetainedSets.push_back(Variant::Null());
+          retained_sql_.emplace_back();
         } else {
           OpenRetained("SELECT " + SumValue() + " AS SumOfValue" + kAccountJoin +
                        Where({retained, "glTransaction.Date<" + next}));
@@ -276,8 +300,10 @@ void arglAccountReports::FillRow(const std::string& account_id, AccountType type
       v[1] = opening > Currency() ? opening : Currency();
       v[2] = opening > Currency() ? Currency() : -opening;
       v[3] = opening;
-      gl_credits_ = Lookup(1, account_id, 1);
-      gl_debits_ = Lookup(1, account_id, 2);
+      if (split_code_ == nullptr) {
+        gl_credits_ = Lookup(1, account_id, 1);
+        gl_debits_ = Lookup(1, account_id, 2);
+      }
       break;
     }
     case LedgerReport::EndOfYearTrialBalance:
@@ -329,8 +355,8 @@ void arglAccountReports::FillPeriodRow(const std::string& account_id, AccountTyp
   const bool quarterly = frequency_ == "Quarterly";
   const bool retained_row = report_ == LedgerReport::PeriodSummary && !retained_account_.empty() &&
                             EqualsIgnoreCase(account_id, retained_account_);
-  const bool credit_budget = report_ != LedgerReport::PeriodSummary && quarterly &&
-                             EqualsIgnoreCase(Trim(ChartText("DrCr")), "C");
+  const bool credit_budget =
+      report_ != LedgerReport::PeriodSummary && quarterly && EqualsIgnoreCase(Trim(row_drcr_), "C");
   const int periods = static_cast<int>(period_ends_.size()) - 1;
   Currency first_total, second_total;
   for (int i = 1; i <= periods; ++i) {
@@ -351,7 +377,7 @@ void arglAccountReports::FillPeriodRow(const std::string& account_id, AccountTyp
   } else if (total_column_ > 0) {
     v[static_cast<std::size_t>(total_column_)] = first_total;
   }
-  if (report_ == LedgerReport::BudgetCashFlow) {
+  if (report_ == LedgerReport::BudgetCashFlow && split_code_ == nullptr) {
     for (int n = 1; n <= column_count_; ++n) {
       column_sums_[static_cast<std::size_t>(n)] += v[static_cast<std::size_t>(n)];
     }

@@ -32,7 +32,11 @@ void Rule(Control* c, bool last_line) {
 
 Control* arglAccountReports::NumField(int n) const {
   if (n < 1 || n > kMaxColumns) return nullptr;
-  return num_fields_[static_cast<std::size_t>(n)];
+  return (split_code_ != nullptr ? split_fields_ : num_fields_)[static_cast<std::size_t>(n)];
+}
+
+Control* arglAccountReports::TextField1() const {
+  return split_code_ != nullptr ? split_text_field_ : FindControl("txtField1");
 }
 
 void arglAccountReports::ShowValueFields(bool showNumbers, bool showTexts) {
@@ -115,7 +119,7 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
       break;
     case LedgerReport::EndOfYearTrialBalance: {
       ShowWhenNonZero(2);
-      Control* comment = FindControl("txtField1");
+      Control* comment = TextField1();
       if (comment != nullptr) {
         const bool flag = !total_line && IsProfitAndLoss(CurrentType) && d(3) != 0;
         comment->SetText(flag ? std::string(ClosingName(CurrentType)) + " accounts must be zero."
@@ -161,7 +165,7 @@ void arglAccountReports::StatementRule(int level, bool lastLine, bool total_line
     case LedgerReport::GeneralLedger:
       ShowWhenNonZero(1);
       ShowWhenNonZero(2);
-      if (Control* opening = FindControl("txtField1")) {
+      if (Control* opening = TextField1()) {
         opening->SetText(total_line ? "" : "Opening");
         opening->SetVisible(!total_line);
       }

@@ -192,7 +192,8 @@ void arglAccountReports::ApplyParameters() {
   show_total_ = p.Value("ShowTotal", false).ToBool();
   budget_column_ = p.Value("Budget", "Budget").Text();
   if (budget_column_ != "Revised" && budget_column_ != "Alternate") budget_column_ = "Budget";
-  split_by_ = p.Value("Split", "").Text();
+  split_by_ = Trim(p.Value("Split", "").Text());
+  split_field_ = SplitField(split_by_);
   if (adjust_credits_) {
     AppendDescription(parameters_text_, "Income and Liability accounts printed as debits.");
   }

@@ -246,6 +246,7 @@ void arglAccountReports::AccountLine(Section& detail) {
   const AccountType type = AccountTypeOf(ChartLong("Type"));
   const int a_level = ClampLevel(ChartLong("ALevel"));
   if (filled_row_ != row_number_) {
+    row_drcr_ = ChartText("DrCr");
     FillRow(id, type);
     filled_row_ = row_number_;
   }
@@ -279,7 +280,18 @@ void arglAccountReports::AccountLine(Section& detail) {
   PendingBlankLine = false;
   if (a_level > account_summary_level_) {
     detail.SetVisible(false);
-  } else if (report_ == LedgerReport::GeneralLedger && split_by_.empty()) {
+  } else if (split_sub_) {
+    split_account_ = id;
+    split_type_ = type;
+    Field("srptSplit").SetVisible(true);
+    // The split lines carry the General Ledger's opening and lines, code by code.
+    if (report_ == LedgerReport::GeneralLedger) {
+      for (int n = 1; n <= 3; ++n) {
+        if (Control* c = NumField(n)) c->SetVisible(false);
+      }
+      if (Control* opening = TextField1()) opening->SetVisible(false);
+    }
+  } else if (report_ == LedgerReport::GeneralLedger) {
     ShowLedgerLines(id);
   }
   for (int l = 0; l <= 5; ++l) {
@@ -314,6 +326,7 @@ void arglAccountReports::StartCombination() {
   chart_done_ = false;
   for (const GroupList& group : groups_) Fields()[group.field].SetValue(group.rs->Value(0));
   OpenValueSets();
+  OpenSplitSets();
 }
 
 bool arglAccountReports::NextCombination() {
