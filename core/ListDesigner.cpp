@@ -54,7 +54,8 @@ void ListDesigner::RefreshDataColumns() {
     const bool totalled = c.kind == kNumberKind || c.kind == kMoneyKind;
     DataColumn& added = columns.Add(std::string(c.name), std::string(c.field), c.kind,
                                     std::string(c.caption), std::string(c.short_caption), c.width,
-                                    -1, -1, -1, "(auto)", 0, 0, "", true, "", totalled, false);
+                                    -1, -1, -1, c.format.empty() ? "(auto)" : std::string(c.format),
+                                    0, 0, "", true, "", totalled, false);
     added.Hidden = c.hidden;
   }
 }

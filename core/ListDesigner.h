@@ -76,8 +76,8 @@ struct ListGrouping {
 };
 
 // One column: name, field, kind (reports/ReportShapes.h's kinds), heading, short heading, width
-// in twips (-1 automatic) and whether it waits to be picked. Money and number columns are totalled
-// in every group footer and the report footer.
+// in twips (-1 automatic), whether it waits to be picked, and a mask ("" the kind's own). Money
+// and number columns are totalled in every group footer and the report footer.
 struct ListColumn {
   std::string_view name = {};
   std::string_view field = {};
@@ -86,6 +86,7 @@ struct ListColumn {
   std::string_view short_caption = {};
   float width;
   bool hidden;
+  std::string_view format = {};
 };
 
 struct ListKey {

@@ -8,6 +8,10 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arglAccountReports.h"
+#include "reports/ledger/arglBankTransactionList.h"
+#include "reports/ledger/arglChequeList.h"
+#include "reports/ledger/arglSourceList.h"
+#include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
@@ -22,6 +26,10 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
+    {"arglBankTransactionList", CreatearglBankTransactionList},
+    {"arglChequeList", CreatearglChequeList},
+    {"arglSourceList", CreatearglSourceList},
+    {"arglTransactionList", CreatearglTransactionList},
     // reports/receivables
     {"ardscrLedger", CreateardscrLedger},
     {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},

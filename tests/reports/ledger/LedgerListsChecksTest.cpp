@@ -1,0 +1,133 @@
+// Checks of the ledger and bank lists against the company's own figures, read straight from the
+// company file: what a list adds up to must be what the books hold.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include <sqlite3.h>
+
+#include "platform/runtime/Currency.h"
+#include "platform/runtime/Strings.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class LedgerListsChecks : public DemoReports {};
+
+// Rows of one query on the demo company, each a vector of texts.
+std::vector<std::vector<std::string>> Query(const std::string& sql) {
+  sqlite3* db = nullptr;
+  std::vector<std::vector<std::string>> rows;
+  if (sqlite3_open_v2(DemoCompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+    ADD_FAILURE() << "cannot open the demo company";
+    sqlite3_close(db);
+    return rows;
+  }
+  sqlite3_stmt* statement = nullptr;
+  EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(db);
+  while (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW) {
+    std::vector<std::string> row;
+    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+      const unsigned char* text = sqlite3_column_text(statement, i);
+      row.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
+    }
+    rows.push_back(std::move(row));
+  }
+  sqlite3_finalize(statement);
+  sqlite3_close(db);
+  return rows;
+}
+
+// The money a dumped field holds ("1234.5@"); 0 for an empty one.
+Currency MoneyOf(const DumpRow& row, const std::string& name) {
+  auto found = row.find(name);
+  if (found == row.end()) return Currency();
+  std::string value = found->second.first;
+  if (value.empty() || value.back() != '@') return Currency();
+  value.pop_back();
+  return Currency::Parse(value).value_or(Currency());
+}
+
+// The money of the one field `name` in the dump ("name=1234.5@"); 0 when there is none.
+Currency FooterMoney(const std::string& dump, const std::string& name) {
+  const std::size_t at = dump.find(name + "=");
+  if (at == std::string::npos) return Currency();
+  const std::size_t start = at + name.size() + 1;
+  const std::size_t end = dump.find('@', start);
+  if (end == std::string::npos) return Currency();
+  return Currency::Parse(dump.substr(start, end - start)).value_or(Currency());
+}
+
+std::string TextOf(const DumpRow& row, const std::string& name) {
+  auto found = row.find(name);
+  return found == row.end() ? std::string() : found->second.second;
+}
+
+// A year of ledger lines, summed per account by the list's own group footers, is each account's
+// movement in the books, and the year's debits equal its credits.
+TEST_F(LedgerListsChecks, AYearOfLedgerLinesIsEachAccountsMovementAndBalances) {
+  const std::string dump =
+      Join(RunPages(Open("GLTransactionList", {"DatedFrom=2024-04-01", "DatedTo=2025-03-31",
+                                               "Groupings=Account", "Summary=True"})),
+           "\n");
+  std::map<std::string, Currency> listed;
+  for (const DumpRow& row : RowsOf(dump, "GroupFooter")) {
+    // "Total 1010  Sales - Shop"
+    const std::vector<std::string> words = Split(TextOf(row, "gfLabel1"), " ");
+    ASSERT_GE(words.size(), 2u);
+    listed[words[1]] =
+        MoneyOf(row, "GroupFooter1SummaryDebit") - MoneyOf(row, "GroupFooter1SummaryCredit");
+  }
+  std::map<std::string, Currency> books;
+  for (const auto& row : Query("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
+                               "'2024-04-01' AND Date < '2025-04-01' AND Type Is Null GROUP BY "
+                               "AccountId")) {
+    books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
+  }
+  ASSERT_GT(books.size(), 20u);
+  EXPECT_EQ(listed, books);
+  // The report footer's row holds the description's line breaks, so its totals are found by
+  // name in the whole dump.
+  const Currency debits = FooterMoney(dump, "ReportFooterSummaryDebit");
+  EXPECT_GT(debits, Currency());
+  EXPECT_EQ(debits, FooterMoney(dump, "ReportFooterSummaryCredit"));
+}
+
+// Every cheque not yet presented, and no other, over the whole life of the books; without the
+// option a year's presented ones come too.
+TEST_F(LedgerListsChecks, UnpresentedOnlyListsExactlyTheUnpresentedCheques) {
+  const std::string withdrawals =
+      "SELECT b.Reference, b.Presented Is Null, b.Date >= '2025-01-01' FROM glBankTransaction b "
+      "JOIN glTransaction t ON "
+      "t.glBankTransactionId = b.glBankTransactionId AND t.glBankTransactionSequence = 0 WHERE "
+      "t.Value < 0";
+  std::multiset<std::string> unpresented, all;
+  for (const auto& row : Query(withdrawals)) {
+    if (row[2] == "1") all.insert(row[0]);
+    if (row[1] == "1") unpresented.insert(row[0]);
+  }
+  ASSERT_FALSE(unpresented.empty());
+  ASSERT_LT(unpresented.size(), all.size());
+  for (bool only : {true, false}) {
+    const std::string dump = Join(
+        RunPages(Open("ChequeList",
+                      {only ? "DatedFrom=2000-01-01" : "DatedFrom=2025-01-01", "DatedTo=2030-12-31",
+                       only ? "UnpresentedOnly=True" : "UnpresentedOnly=False"})),
+        "\n");
+    std::multiset<std::string> listed;
+    for (const std::string& text : TextsOf(dump, "txtChequeNo")) listed.insert(text);
+    if (only) {
+      EXPECT_EQ(listed, unpresented);
+      for (const std::string& status : TextsOf(dump, "txtStatus")) EXPECT_EQ(status, "Unpresented");
+    } else {
+      EXPECT_EQ(listed, all);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing

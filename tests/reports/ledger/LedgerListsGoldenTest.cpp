@@ -1,0 +1,61 @@
+// The ledger and bank lists end to end on the demo company: each key and its main variants as
+// page dumps compared with golden files read against what each list must print.
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Strings.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class LedgerListsGolden : public DemoReports {};
+
+struct GoldenCase {
+  const char* name;  // the golden file
+  const char* key;
+  std::vector<std::string> assignments;
+};
+
+TEST_F(LedgerListsGolden, PageDumps) {
+  const GoldenCase cases[] = {
+      {"GLTransactionList-day",
+       "GLTransactionList",
+       {"DatedFrom=2025-11-05", "DatedTo=2025-11-05", "Sources=AP"}},
+      {"GLTransactionList-bank-by-source",
+       "GLTransactionList",
+       {"DatedFrom=2025-11-06", "DatedTo=2025-11-07", "Accounts=3010", "Groupings=Source",
+        "OrderBy=Reference"}},
+      {"GLTransactionList-summary",
+       "GLTransactionList",
+       {"Groupings=Account [Page Break],Branch", "Summary=True", "Accounts=1000..1099"}},
+      {"GLTransactionList-picked-columns",
+       "GLTransactionList",
+       {"DatedFrom=2025-11-07", "DatedTo=2025-11-07", "Sources=CB..GL",
+        "Columns=Date,Account,Reference,Debit,Credit,Tax,TaxCat,Entry,Document,Line",
+        "AmountFrom=100"}},
+      {"BankTransactionList-week",
+       "BankTransactionList",
+       {"DatedFrom=2025-11-06", "DatedTo=2025-11-07", "Banks=CHQ"}},
+      {"BankTransactionList-unreconciled-by-party",
+       "BankTransactionList",
+       {"DatedFrom=2025-11-28", "Reconciled=Unreconciled", "Groupings=Bank,Other Party",
+        "Summary=True", "OrderBy=Amount"}},
+      {"ChequeList", "ChequeList", {"DatedFrom=2025-11-21"}},
+      {"ChequeList-unpresented",
+       "ChequeList",
+       {"DatedFrom=2024-01-01", "DatedTo=2025-11-19", "UnpresentedOnly=True", "OrderBy=Amount"}},
+      {"SourceList", "SourceList", {}},
+      {"SourceList-activity", "SourceList", {"ShowActivity=True", "OrderBy=Description"}},
+  };
+  for (const GoldenCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    ExpectGolden("ledger", c.name, Join(pages, "\n"));
+  }
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
