@@ -17,6 +17,7 @@
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Variant.h"
+#include "reports/ledger/arglAccountReportsCashFlowSub.h"
 #include "reports/ledger/arglAccountReportsGLSub.h"
 #include "reports/ledger/arglAccountReportsSub.h"
 
@@ -163,6 +164,10 @@ class arglAccountReports : public Designer {
   // The General Ledger's lines sub-report, after report start; null for the other statements.
   [[nodiscard]] const std::shared_ptr<arglAccountReportsGLSub>& LedgerLines() const {
     return gl_sub_;
+  }
+  // The Budget Cash Flow's cash lines, after report start; null for the other statements.
+  [[nodiscard]] const std::shared_ptr<arglAccountReportsCashFlowSub>& CashLines() const {
+    return cash_sub_;
   }
 
  private:
@@ -335,6 +340,9 @@ class arglAccountReports : public Designer {
   std::string split_account_;
   AccountType split_type_ = AccountType::None;
   std::string row_drcr_;  // DrCr of the account whose row is filled
+
+  // The Budget Cash Flow's cash lines in the report footer.
+  std::shared_ptr<arglAccountReportsCashFlowSub> cash_sub_;
 };
 
 [[nodiscard]] DesignerPtr CreatearglAccountReports();

@@ -404,6 +404,12 @@ void arglAccountReports::AddLedgerMovement() {
 }
 
 void arglAccountReports::RunFooterChecks() {
+  if (cash_sub_) {
+    // Every account has printed: each column's sum is its cash movement.
+    for (int n = 1; n <= column_count_; ++n) {
+      cash_sub_->Update_Array(CashRow::Movement, n, column_sums_[static_cast<std::size_t>(n)]);
+    }
+  }
   Control* warning = FindControl("txtWarning");
   if (warning == nullptr) return;
   warning->SetText("");
@@ -434,6 +440,7 @@ void arglAccountReports::ReadStartFigures() {
         " WHERE glBankTransaction.StmtPage>0 AND glBankTransaction.Date<=" +
             Lit(period_ends_[0]) + " And glTransaction.glBankTransactionSequence = 0",
         Currency());
+    if (cash_sub_) cash_sub_->Update_Array(CashRow::Opening, 1, opening_bank_);
   }
 }
 

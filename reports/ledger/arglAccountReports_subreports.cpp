@@ -53,12 +53,40 @@ std::shared_ptr<arglAccountReportsGLSub> MakeLedgerLines(bool tax_inclusive, int
   return lines;
 }
 
+// Copies the statement's value controls (numField, and txtField where `texts`) into `detail`.
+void CopyValueControls(const Section& from, Section& detail, bool texts) {
+  for (const Control& c : from.Controls()) {
+    if (!IsValueControl(c.Name())) continue;
+    if (!texts && !EqualsIgnoreCase(c.Name().substr(0, 8), "numField")) continue;
+    detail.Controls().Add(c.Class(), c.Name()) = c;
+  }
+}
+
 }  // namespace
 
 void arglAccountReports::AttachSubReports() {
   gl_sub_.reset();
   split_sub_.reset();
   split_gl_sub_.reset();
+  cash_sub_.reset();
+  column_sums_.fill(Currency());
+  if (report_ == LedgerReport::BudgetCashFlow) {
+    cash_sub_ = std::make_shared<arglAccountReportsCashFlowSub>();
+    cash_sub_->Initialize();
+    cash_sub_->Period = frequency_;
+    cash_sub_->ShowTotal = show_total_;
+    cash_sub_->TotalColumn = total_column_;
+    cash_sub_->Columns = column_count_;
+    cash_sub_->Rounding = round_digits_;
+    CopyValueControls(Sections()["Detail"], cash_sub_->Sections()["Detail"], false);
+    if (Control* caption = cash_sub_->FindControl("txtDescription")) {
+      caption->SetLeft(description_left_);
+      caption->SetWidth(description_width_);
+    }
+    Control& control = Field("srptCashFlow");
+    control.SetObject(cash_sub_);
+    control.SetVisible(true);
+  }
   if (report_ == LedgerReport::GeneralLedger) {
     gl_sub_ = MakeLedgerLines(tax_inclusive_, round_digits_, drilldown_, include_code_);
     Field("srptTrans").SetObject(gl_sub_);
@@ -80,10 +108,7 @@ void arglAccountReports::AttachSubReports() {
   split_sub_->Codes->Sort("Code");
   // The split line is the account's line again: the same value controls, filled by the same
   // rules.
-  Section& detail = split_sub_->Sections()["Detail"];
-  for (const Control& c : Sections()["Detail"].Controls()) {
-    if (IsValueControl(c.Name())) detail.Controls().Add(c.Class(), c.Name()) = c;
-  }
+  CopyValueControls(Sections()["Detail"], split_sub_->Sections()["Detail"], true);
   split_fields_.fill(nullptr);
   for (int n = 1; n <= kMaxColumns; ++n) {
     split_fields_[static_cast<std::size_t>(n)] =

@@ -62,6 +62,7 @@ const GoldenCase kCases[] = {
     {"VarianceReport", "VarianceReport", {"ToDate=2025-11-30"}},
     {"LastYearComparison", "LastYearComparison", {"ToDate=2025-11-30"}},
     {"BudgetCashFlow", "BudgetCashFlow", {"EndDate=2025-11-30", "Frequency=Quarterly"}},
+    {"BudgetCashFlowMonthlyTotal", "BudgetCashFlow", {"EndDate=2025-11-30", "ShowTotal=true"}},
     {"BudgetSummary", "BudgetSummary", {"EndDate=2026-03-31", "ShowTotal=true"}},
     {"BudgetVarianceReport",
      "BudgetVarianceReport",
