@@ -44,7 +44,7 @@ const ListKey& ListDesigner::Key() const {
 
 void ListDesigner::RefreshParameters(std::string&) {
   TLReport()->SetHasParameters(true);
-  TLReport()->DataColumns().SetEnabled(true);
+  if (!Key().columns.empty()) TLReport()->DataColumns().SetEnabled(true);
   DeclareListParameters(Key(), TLReport()->Parameters());
 }
 
@@ -70,18 +70,22 @@ void ListDesigner::ActiveReport_Initialize() {
 void ListDesigner::BuildSQL() { query_ = BuildListQuery(Key(), TLReport()->Parameters()); }
 
 void ListDesigner::ActiveReport_ReportStart() {
-  if (TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
+  const bool columns = !Key().columns.empty();
+  if (columns && TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
   BuildSQL();
   for (std::size_t i = 0; i < query_.groups.size(); ++i) {
     const ListGroup& g = query_.groups[i];
     TLReport()->DefineGroup(static_cast<int>(i) + 1, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
-  TLReport()->SetupGroupSections(query_.summary, -1, true);
+  // A fixed layout with no groups of the host keeps its own group sections.
+  if (columns || !query_.groups.empty()) TLReport()->SetupGroupSections(query_.summary, -1, true);
   TLReport()->SetupStandardHeader(true);
-  const Control& heading = Field("lblHeading");
-  TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
-  FitFurniture();
+  if (columns) {
+    const Control& heading = Field("lblHeading");
+    TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
+    FitFurniture();
+  }
   if (Control* parameters = FindControl("txtParameters")) parameters->SetText(query_.description);
   DataControl().SetSource(query_.sql);
   // A list with no rows prints its headings and the run's description, with no empty group.
@@ -93,11 +97,12 @@ void ListDesigner::ActiveReport_ReportStart() {
       }
     }
   }
+  if (!columns) return;
   // "Report Total" says nothing over a list with no total shown.
   bool totals = false;
-  DataColumns& columns = TLReport()->DataColumns();
+  DataColumns& data_columns = TLReport()->DataColumns();
   for (const ListColumn& c : Key().columns) {
-    const DataColumn& column = columns.Item(c.name);
+    const DataColumn& column = data_columns.Item(c.name);
     totals = totals || (column.Totalled && !column.Hidden);
   }
   if (Control* label = FindControl("rfLabel"); label && !totals) label->SetVisible(false);

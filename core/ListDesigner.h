@@ -93,7 +93,8 @@ struct ListKey {
   std::string_view key = {};
   std::string_view base_sql = {};          // "SELECT ... FROM ...", with no WHERE or ORDER BY
   std::string_view base_where = {};        // a condition every run holds; "" none
-  std::span<const ListOrder> orders = {};  // the first is the default and the fall-back
+  std::span<const ListOrder> orders = {};  // the first is the default and the fall-back; with
+                                           // one, no OrderBy is offered
   std::span<const ListParameter> parameters = {};
   std::string_view groupings = {};       // the Groupings choices; "" offers none
   std::string_view grouping_table = {};  // the table the standard groupings read
@@ -120,9 +121,9 @@ struct ListQuery {
   bool summary = false;
 };
 
-// Adds OrderBy, the key's parameters in order, Summary and Groupings where the key offers them.
-// Rows 8, 33, 46, 47 and 48 of the standard table and the user-defined fields need the service
-// initialised.
+// Adds OrderBy (where the key has a choice of orders), the key's parameters in order, Summary and
+// Groupings where the key offers them. Rows 8, 33, 46, 47 and 48 of the standard table and the
+// user-defined fields need the service initialised.
 void DeclareListParameters(const ListKey& key, trellin::Parameters& parameters);
 
 // The ORDER BY fields of `order_by`; the first order's fields for a value the key does not know.

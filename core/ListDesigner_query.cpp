@@ -144,8 +144,11 @@ void AddCondition(const ListParameter& row, const trellin::Parameters& p, std::s
 void DeclareListParameters(const ListKey& key, trellin::Parameters& p) {
   std::string orders;
   for (const ListOrder& o : key.orders) orders += (orders.empty() ? "" : ",") + Text(o.choice);
-  const std::string first = key.orders.empty() ? "" : Text(key.orders.front().choice);
-  p.AddList("OrderBy", first, true, "", first, orders, true, "Order By");
+  // A list with one order offers no choice.
+  if (key.orders.size() > 1) {
+    const std::string first = Text(key.orders.front().choice);
+    p.AddList("OrderBy", first, true, "", first, orders, true, "Order By");
+  }
   for (const ListParameter& row : key.parameters) DeclareOne(row, p);
   if (key.summary) p.AddBoolean("Summary", false, false, "", false, false, "Summary");
   if (!key.groupings.empty()) {
@@ -200,9 +203,11 @@ std::vector<ListGroup> ListGroups(const ListKey& key, const trellin::Parameters&
 ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p) {
   ListQuery q;
   const std::string order_by = p.Value("OrderBy", Variant()).Text();
-  AppendDescription(q.description, "Ordered by " + (order_by.empty() && !key.orders.empty()
-                                                        ? Text(key.orders.front().choice)
-                                                        : order_by));
+  if (key.orders.size() > 1) {
+    AppendDescription(
+        q.description,
+        "Ordered by " + (order_by.empty() ? Text(key.orders.front().choice) : order_by));
+  }
   std::string where = CreateSQLWhereFromRangeParams(p, q.description);
   AppendSQLCondition(where, Text(key.base_where));
   for (const ListParameter& row : key.parameters) AddCondition(row, p, where, q.description);

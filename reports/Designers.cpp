@@ -8,6 +8,7 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arglAccountReports.h"
+#include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
 #include "reports/ledger/arglSourceList.h"
@@ -26,6 +27,7 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
+    {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},
     {"arglSourceList", CreatearglSourceList},

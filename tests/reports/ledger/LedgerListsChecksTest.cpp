@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 
 #include "platform/runtime/Currency.h"
+#include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "tests/reports/ReportFixture.h"
 
@@ -125,6 +126,29 @@ TEST_F(LedgerListsChecks, UnpresentedOnlyListsExactlyTheUnpresentedCheques) {
       for (const std::string& status : TextsOf(dump, "txtStatus")) EXPECT_EQ(status, "Unpresented");
     } else {
       EXPECT_EQ(listed, all);
+    }
+  }
+}
+
+// Each bank's closing balance, run up line by line from its opening, is its account's balance in
+// the books on the last date; a period starting mid-month checks the opening too.
+TEST_F(LedgerListsChecks, EachBanksClosingIsItsAccountsBalanceOnTheLastDate) {
+  for (const char* to : {"2025-11-30", "2025-06-15"}) {
+    const std::string dump = Join(
+        RunPages(Open("BankLedger", {"DatedFrom=2025-05-20", std::string("DatedTo=") + to})), "\n");
+    const std::vector<std::string> banks = TextsOf(dump, "txtBankId");
+    const std::vector<std::string> closings = TextsOf(dump, "txtClosing");
+    ASSERT_EQ(banks.size(), 2u) << to;  // CHQ and SAVE; the retired OLD shares CHQ's account
+    ASSERT_EQ(closings.size(), banks.size()) << to;
+    for (std::size_t i = 0; i < banks.size(); ++i) {
+      const auto books = Query(
+          "SELECT Coalesce(Sum(Value), 0) FROM glTransaction WHERE AccountId = (SELECT "
+          "AssetAccountId FROM Bank WHERE BankId = '" +
+          banks[i] + "') AND Date < date('" + to + "', '+1 day')");
+      ASSERT_EQ(books.size(), 1u);
+      const Currency balance = Currency::FromRaw(std::stoll(books[0][0]));
+      EXPECT_EQ(closings[i], Format(Variant(balance), "#,##0.00;(#,##0.00)"))
+          << banks[i] << " " << to;
     }
   }
 }

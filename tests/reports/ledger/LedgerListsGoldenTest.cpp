@@ -45,6 +45,8 @@ TEST_F(LedgerListsGolden, PageDumps) {
       {"ChequeList-unpresented",
        "ChequeList",
        {"DatedFrom=2024-01-01", "DatedTo=2025-11-19", "UnpresentedOnly=True", "OrderBy=Amount"}},
+      {"BankLedger", "BankLedger", {"DatedFrom=2025-11-28"}},
+      {"BankLedger-savings-month", "BankLedger", {"Banks=SAVE"}},
       {"SourceList", "SourceList", {}},
       {"SourceList-activity", "SourceList", {"ShowActivity=True", "OrderBy=Description"}},
   };
