@@ -45,6 +45,10 @@ void arglAccountReportsGLSub::ActiveReport_ReportStart() {
   if (Control* date = FindControl("txtDate")) {
     date->SetOutputFormat(TrellinReportGlobals::RequireBusinessLayer().DateFormat());
   }
+  if (Drilldown && !drilldown_) {
+    drilldown_ = std::make_shared<arAccountDetailsSubTransactionsDrilldown>();
+    if (Control* sub = FindControl("srptDrilldown")) sub->SetObject(drilldown_);
+  }
   if (Queries) Queries(SQL);
   // The cheque account holds hundreds of thousands of lines at scale: they stream.
   rs_ = TrellinReportGlobals::RequireDatabase()->QueryForward(SQL);
@@ -103,6 +107,13 @@ void arglAccountReportsGLSub::OnFormat(Section& section) {
   for (const char* name : {"txtDebit", "txtCredit"}) {
     Control* c = FindControl(name);
     if (c != nullptr && LineMoney(c->DataValue()) == Currency()) c->SetText(" ");
+  }
+  // The document behind the line, for a line that has one.
+  if (Control* sub = FindControl("srptDrilldown")) {
+    const Variant& document = Fields()["TransactionId"].Value();
+    const bool show = Drilldown && drilldown_ && !document.IsNull() && !document.IsEmpty();
+    sub->SetVisible(show);
+    if (show) drilldown_->TransactionId = document.ToLong();
   }
 }
 

@@ -13,6 +13,7 @@
 #include "core/host/Recordset.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
+#include "reports/ledger/arAccountDetailsSubTransactionsDrilldown.h"
 
 namespace trellin {
 
@@ -55,6 +56,7 @@ class arglAccountReportsGLSub : public ActiveReport {
  private:
   std::shared_ptr<Recordset> rs_;
   bool first_line_ = true;
+  std::shared_ptr<arAccountDetailsSubTransactionsDrilldown> drilldown_;
 };
 
 }  // namespace trellin

@@ -40,6 +40,10 @@ const GoldenCase kCases[] = {
      "GeneralLedger",
      {"Period=MTD", "ToDate=2025-11-30", "Accounts=1250..1260, 4110", "Groupings=Branch",
       "Rounding=Whole"}},
+    // The document lines under the lines posted from a document; none under a journal.
+    {"GeneralLedgerDrilldown",
+     "GeneralLedger",
+     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1210..1225, 1285", "Drilldown=true"}},
     {"GeneralLedgerThousandsTaxInclusive",
      "GeneralLedger",
      {"Period=MTD", "ToDate=2025-11-30", "Accounts=1210..1230, 4030..4040", "Rounding=Thousands",
