@@ -58,6 +58,7 @@ struct ListParameter {
   std::span<const ListChoice> choices = {};  // Choice, CheckBoxes
   std::string_view list_sql = {};            // PickList
   std::string_view key_field = {};
+  std::string_view initial = {};  // Standard, PickList: the value it starts with ("" none)
 };
 
 // An OrderBy choice and the ORDER BY fields it stands for.

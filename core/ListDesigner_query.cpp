@@ -45,9 +45,12 @@ void DeclareOne(const ListParameter& row, trellin::Parameters& p) {
   const std::string name = Text(row.name);
   const std::string caption = Text(row.caption);
   switch (row.kind) {
-    case ListParameterKind::Standard:
-      CreateStandardParameter(row.index, p, row.primary, name, caption, "", Text(row.field));
+    case ListParameterKind::Standard: {
+      ParameterPtr added =
+          CreateStandardParameter(row.index, p, row.primary, name, caption, "", Text(row.field));
+      if (!row.initial.empty()) added->Value = added->DefaultValue = Variant(Text(row.initial));
       break;
+    }
     case ListParameterKind::DatePair:
       p.AddDate(name + "From", Variant(), row.primary, "", Text(row.from_default), false,
                 caption + " From");
@@ -70,8 +73,9 @@ void DeclareOne(const ListParameter& row, trellin::Parameters& p) {
       break;
     }
     case ListParameterKind::PickList:
-      p.AddSQLList(name, Variant(), row.primary, "", Variant(), Text(row.list_sql),
-                   Text(row.key_field), false, caption)
+      p.AddSQLList(name, row.initial.empty() ? Variant() : Variant(Text(row.initial)), row.primary,
+                   "", row.initial.empty() ? Variant() : Variant(Text(row.initial)),
+                   Text(row.list_sql), Text(row.key_field), false, caption)
           ->SQLField = Text(row.field);
       break;
     case ListParameterKind::CheckBoxes:

@@ -11,6 +11,7 @@
 #include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
+#include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
@@ -30,6 +31,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},
+    {"arglJournalList", CreatearglJournalList},
     {"arglSourceList", CreatearglSourceList},
     {"arglTransactionList", CreatearglTransactionList},
     // reports/receivables

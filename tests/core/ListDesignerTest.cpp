@@ -158,6 +158,30 @@ TEST(ListDesigner, ParametersBecomeTheWhereTextAndTheDescription) {
   }
 }
 
+// A list that starts on one code (the journals on "GL") filters by it until the user clears it;
+// one order offers no choice and says nothing of it.
+TEST(ListDesigner, AStartingValueFiltersUntilClearedAndOneOrderIsNoChoice) {
+  ServiceFixture service;
+  constexpr ListParameter kSources[] = {
+      {.kind = Kind::Standard, .field = "t.glSourceId", .index = 32, .initial = "GL"}};
+  constexpr ListOrder kOne[] = {{"Date", "t.Date"}};
+  const ListKey key = {.key = "Journals",
+                       .base_sql = "SELECT t.Date FROM t",
+                       .orders = kOne,
+                       .parameters = kSources};
+  Parameters p;
+  DeclareListParameters(key, p);
+  EXPECT_FALSE(p.Exists("OrderBy"));
+  EXPECT_EQ(p.Item("Sources").DefaultValue.Text(), "GL");
+  ListQuery q = BuildListQuery(key, p);
+  EXPECT_EQ(q.sql, "SELECT t.Date FROM t WHERE (t.glSourceId IN [GL])  ORDER BY t.Date");
+  EXPECT_EQ(q.description, "Sources: GL");
+  p.SetValue("Sources", Variant(""));
+  q = BuildListQuery(key, p);
+  EXPECT_EQ(q.sql, "SELECT t.Date FROM t ORDER BY t.Date");
+  EXPECT_EQ(q.description, "");
+}
+
 TEST(ListDesigner, NumericFieldsAskForNumericRanges) {
   ServiceFixture service;
   FakeRangeBuilder& builder = service.business_layer->utilities.range_builder;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -151,6 +152,15 @@ TEST_F(LedgerListsChecks, EachBanksClosingIsItsAccountsBalanceOnTheLastDate) {
           << banks[i] << " " << to;
     }
   }
+}
+
+// Every journal the demo company holds balances, so none is flagged.
+TEST_F(LedgerListsChecks, TheDemoJournalsPrintBalanced) {
+  const std::string dump =
+      Join(RunPages(Open("JournalList", {"DatedFrom=2020-01-01", "DatedTo=2030-12-31"})), "\n");
+  const std::vector<std::string> texts = PrintedTexts(dump);
+  EXPECT_GT(TextsOf(dump, "txtEntryReference").size(), 20u);
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "Out of balance"), 0);
 }
 
 }  // namespace

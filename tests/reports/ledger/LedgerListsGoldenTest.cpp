@@ -47,6 +47,10 @@ TEST_F(LedgerListsGolden, PageDumps) {
        {"DatedFrom=2024-01-01", "DatedTo=2025-11-19", "UnpresentedOnly=True", "OrderBy=Amount"}},
       {"BankLedger", "BankLedger", {"DatedFrom=2025-11-28"}},
       {"BankLedger-savings-month", "BankLedger", {"Banks=SAVE"}},
+      {"JournalList", "JournalList", {}},
+      {"JournalList-by-reference",
+       "JournalList",
+       {"Sources=", "DatedFrom=2025-11-28", "References=W..Z", "OrderBy=Reference"}},
       {"SourceList", "SourceList", {}},
       {"SourceList-activity", "SourceList", {"ShowActivity=True", "OrderBy=Description"}},
   };
