@@ -7,6 +7,7 @@
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
@@ -28,6 +29,7 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
+    {"arChartofAccounts", CreatearChartofAccounts},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},

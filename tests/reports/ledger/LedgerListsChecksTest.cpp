@@ -154,6 +154,33 @@ TEST_F(LedgerListsChecks, EachBanksClosingIsItsAccountsBalanceOnTheLastDate) {
   }
 }
 
+// Each posting account's balance in the chart is its balance in the books at the date, on its
+// own side, and the debits total the credits.
+TEST_F(LedgerListsChecks, TheChartsBalancesAreTheBooksAndTheDebitsEqualTheCredits) {
+  for (const char* as_at : {"2025-11-30", "2024-03-31"}) {
+    const std::string dump = Join(
+        RunPages(Open("ChartofAccounts", {"ShowBalances=True", std::string("DateAsAt=") + as_at})),
+        "\n");
+    std::map<std::string, Currency> listed;
+    for (const DumpRow& row : RowsOf(dump, "Detail")) {
+      const Currency balance = MoneyOf(row, "txtDebit") - MoneyOf(row, "txtCredit");
+      if (balance != Currency()) listed[TextOf(row, "txtCode")] = balance;
+    }
+    std::map<std::string, Currency> books;
+    for (const auto& row :
+         Query(std::string("SELECT AccountId, Sum(Value) FROM glTransaction "
+                           "WHERE Date < date('") +
+               as_at + "', '+1 day') GROUP BY AccountId HAVING Sum(Value) <> 0")) {
+      books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
+    }
+    ASSERT_GT(books.size(), 10u) << as_at;
+    EXPECT_EQ(listed, books) << as_at;
+    const Currency debits = FooterMoney(dump, "txtTotalDebit");
+    EXPECT_GT(debits, Currency()) << as_at;
+    EXPECT_EQ(debits, FooterMoney(dump, "txtTotalCredit")) << as_at;
+  }
+}
+
 // Every journal the demo company holds balances, so none is flagged.
 TEST_F(LedgerListsChecks, TheDemoJournalsPrintBalanced) {
   const std::string dump =

@@ -51,6 +51,11 @@ TEST_F(LedgerListsGolden, PageDumps) {
       {"JournalList-by-reference",
        "JournalList",
        {"Sources=", "DatedFrom=2025-11-28", "References=W..Z", "OrderBy=Reference"}},
+      {"ChartofAccounts", "ChartofAccounts", {}},
+      {"ChartofAccounts-balances",
+       "ChartofAccounts",
+       {"ShowBalances=True", "DateAsAt=2025-03-31", "Levels=3"}},
+      {"ChartofAccounts-posting", "ChartofAccounts", {"PostingOnly=True", "Accounts=3000..3999"}},
       {"SourceList", "SourceList", {}},
       {"SourceList-activity", "SourceList", {"ShowActivity=True", "OrderBy=Description"}},
   };
