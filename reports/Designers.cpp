@@ -9,6 +9,7 @@
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arglAccountReports.h"
+#include "reports/ledger/arglAccountReportsNew.h"
 #include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
@@ -30,6 +31,7 @@ constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
     {"arChartofAccounts", CreatearChartofAccounts},
+    {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},

@@ -68,6 +68,8 @@ const GoldenCase kCases[] = {
     {"BudgetCashFlow", "BudgetCashFlow", {"EndDate=2025-11-30", "Frequency=Quarterly"}},
     {"BudgetCashFlowMonthlyTotal", "BudgetCashFlow", {"EndDate=2025-11-30", "ShowTotal=true"}},
     {"BudgetSummary", "BudgetSummary", {"EndDate=2026-03-31", "ShowTotal=true"}},
+    // The clock is pinned: the month captions run from Dec24 to Nov25.
+    {"AccountReportsNew", "AccountReportsNew", {}},
     {"BudgetVarianceReport",
      "BudgetVarianceReport",
      {"ToDate=2025-11-30", "AdjustCreditTypeAccounts=true"}},
