@@ -16,6 +16,7 @@
 #include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
+#include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
@@ -42,6 +43,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrLedger", CreateardscrLedger},
     {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},
     {"ardscrOverdueList", CreateardscrOverdueList},
+    {"ardsStatement", CreateardsStatement},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},

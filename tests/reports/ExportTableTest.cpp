@@ -237,12 +237,18 @@ TEST_F(ExportTable, CsvHeadsThePrintedColumnsAndHoldsEachValueUnderItsHeading) {
       designer->TLReport()->SetArReport(nullptr);
       designer->SetTLReport(nullptr);
 
-      // The headings: the labels the first page header prints, left to right.
+      // The headings: the labels the first page header prints, left to right; a document that
+      // opens its first page with its own heading prints them in its first row instead.
       std::vector<std::string> headings;
       std::vector<std::pair<float, float>> spans;
       ASSERT_FALSE(tee.pages.empty());
+      const bool page_header = std::any_of(
+          tee.pages[0].rows.begin(), tee.pages[0].rows.end(),
+          [](const engine::DataRow& row) { return row.kind == engine::RowKind::PageHeader; });
+      const engine::RowKind heading_kind =
+          page_header ? engine::RowKind::PageHeader : engine::RowKind::Detail;
       for (const engine::DataRow& row : tee.pages[0].rows) {
-        if (row.kind != engine::RowKind::PageHeader || row.depth != 0) continue;
+        if (row.kind != heading_kind || row.depth != 0) continue;
         for (std::size_t i = 0; i < row.labels.size(); ++i) {
           if (IsFurniture(row.label_names[i]) || Trim(row.labels[i]).empty()) continue;
           headings.push_back(Trim(row.labels[i]));

@@ -50,6 +50,13 @@ class AgedCompany : public SmallCompany {
   static void TearDownTestSuite() { StopCompany(); }
 };
 
+// The customers of the statement tests, at 31 March 2025 (see statement.sql).
+class StatementCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/statement.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
+};
+
 // One transaction row of a party as printed: "Reference Debit Credit Balance", the blanks
 // between the texts single, so "Opening 100.00  100.00" reads an opening debit.
 struct PrintedParty {
