@@ -34,6 +34,9 @@ void ardsStatement::ActiveReport_ReportStart() {
   }
   remittance_ = !options_.hide_remittance;
   if (options_.hide_remittance) Field("txtBranchFooter").SetVisible(false);
+  TLReport()->SetupStandardHeader(true);
+  // Shown on the pages a customer's lines run on to.
+  Field("phContd").SetVisible(false);
   printed_any_ = false;
   page_number_ = 1;
   last_page_ = false;
@@ -228,6 +231,7 @@ void ardsStatement::PageFooter_Format() {
   ++page_number_;
   SetStubVisible(false);
   Field("pfContd").SetVisible(true);
+  Field("phContd").SetVisible(true);
   Sections()["PageHeader"].SetVisible(true);
 }
 
