@@ -31,8 +31,9 @@ int LevelOf(const Section& section, std::string_view prefix) {
 
 }  // namespace
 
-ListDesigner::ListDesigner(std::string designer_name, std::span<const ListKey> keys)
-    : Designer(std::move(designer_name)), keys_(keys) {}
+ListDesigner::ListDesigner(std::string designer_name, std::span<const ListKey> keys,
+                           std::string_view title)
+    : Designer(std::move(designer_name)), keys_(keys), title_(title) {}
 
 const ListKey& ListDesigner::Key() const {
   const std::string key = TLReport() ? TLReport()->ReportName() : std::string();
@@ -62,12 +63,19 @@ void ListDesigner::RefreshDataColumns() {
 
 void ListDesigner::ActiveReport_Initialize() {
   if (Sections().Count() == 0) {
-    if (auto provider = GetLayoutProvider()) provider->Load(kSharedLayout, *this);
+    auto provider = GetLayoutProvider();
+    if (provider && provider->Load(kSharedLayout, *this) && !title_.empty()) {
+      SetCaption(title_);
+      SetDocumentName(title_);
+      if (Control* label = FindControl("lblReportTitle")) label->SetCaption(title_);
+    }
   }
   PrepareDataControl(DataControl());
 }
 
-void ListDesigner::BuildSQL() { query_ = BuildListQuery(Key(), TLReport()->Parameters()); }
+void ListDesigner::BuildSQL() {
+  query_ = BuildListQuery(Key(), TLReport()->Parameters(), ExtraCondition());
+}
 
 void ListDesigner::ActiveReport_ReportStart() {
   const bool columns = !Key().columns.empty();

@@ -137,14 +137,18 @@ void DeclareListParameters(const ListKey& key, trellin::Parameters& parameters);
 
 // The run's query and description from the parameter values: the list parameters through
 // CreateSQLWhereFromRangeParams, then each other parameter in order, the groups' fields into
-// the SELECT and ahead of the order. Throws what the range builder and the date conversion
-// throw, and std::invalid_argument for a bound that is no number.
-[[nodiscard]] ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& parameters);
+// the SELECT and ahead of the order; `extra_where`, a condition of the designer's own, after
+// the key's. Throws what the range builder and the date conversion throw, and
+// std::invalid_argument for a bound that is no number.
+[[nodiscard]] ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& parameters,
+                                       const std::string& extra_where = "");
 
 class ListDesigner : public Designer {
  public:
-  // `keys` must outlive the designer.
-  ListDesigner(std::string designer_name, std::span<const ListKey> keys);
+  // `keys` must outlive the designer. `title` names the report on the shared list layout where
+  // the catalogue gives no caption; "" keeps the layout's.
+  ListDesigner(std::string designer_name, std::span<const ListKey> keys,
+               std::string_view title = "");
 
   // Throw std::invalid_argument for a key the designer does not serve.
   void RefreshParameters(std::string& ReportName) override;
@@ -166,12 +170,15 @@ class ListDesigner : public Designer {
   // The row of the host's key; throws std::invalid_argument when the designer does not serve it.
   [[nodiscard]] const ListKey& Key() const;
   [[nodiscard]] bool Summary() const { return query_.summary; }
+  // A condition the key's row cannot hold, made from the run's values; "" for none.
+  [[nodiscard]] virtual std::string ExtraCondition() { return {}; }
   virtual void Detail_Format();
 
  private:
   void FitFurniture();
 
   std::span<const ListKey> keys_;
+  std::string title_;
   ListQuery query_;
 };
 

@@ -204,7 +204,8 @@ std::vector<ListGroup> ListGroups(const ListKey& key, const trellin::Parameters&
   return groups;
 }
 
-ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p) {
+ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p,
+                         const std::string& extra_where) {
   ListQuery q;
   const std::string order_by = p.Value("OrderBy", Variant()).Text();
   if (key.orders.size() > 1) {
@@ -214,6 +215,7 @@ ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p) {
   }
   std::string where = CreateSQLWhereFromRangeParams(p, q.description);
   AppendSQLCondition(where, Text(key.base_where));
+  AppendSQLCondition(where, extra_where);
   for (const ListParameter& row : key.parameters) AddCondition(row, p, where, q.description);
   q.summary = key.summary && p.Value("Summary", false).ToBool();
   if (q.summary) AppendDescription(q.description, "Summary");

@@ -7,6 +7,7 @@
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglAccountReportsNew.h"
@@ -33,6 +34,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglAccountReports", CreatearglAccountReports},
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
+    {"arAccountMatrix", CreatearAccountMatrix},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},

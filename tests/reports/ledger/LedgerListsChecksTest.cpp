@@ -181,6 +181,42 @@ TEST_F(LedgerListsChecks, TheChartsBalancesAreTheBooksAndTheDebitsEqualTheCredit
   }
 }
 
+// Each account's row across the branches adds up to its movement in the books, and each cell is
+// that branch's part of it; accounts with no movement are left out.
+TEST_F(LedgerListsChecks, AccountMatrixRowsAreTheAccountsMovements) {
+  const std::string dump =
+      Join(RunPages(Open("AccountMatrix", {"DatedFrom=2025-04-01", "DatedTo=2025-09-30"})), "\n");
+  std::map<std::string, Currency> totals;
+  std::map<std::string, Currency> cells;
+  for (const DumpRow& row : RowsOf(dump, "Detail")) {
+    const std::string account = TextOf(row, "txtCode");
+    totals[account] = MoneyOf(row, "txtAcrossTotal");
+    for (const auto& [name, value] : row) {
+      if (name.rfind("txtAcross", 0) != 0 || name == "txtAcrossTotal") continue;
+      const Currency cell = MoneyOf(row, name);
+      if (cell != Currency()) cells[account + " " + name.substr(9)] = cell;
+    }
+  }
+  std::map<std::string, Currency> books;
+  for (const auto& row : Query("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
+                               "'2025-04-01' AND Date < '2025-10-01' AND Type Is Null GROUP BY "
+                               "AccountId HAVING Sum(Value) <> 0")) {
+    books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
+  }
+  ASSERT_GT(books.size(), 10u);
+  EXPECT_EQ(totals, books);
+  // The demo's branches in code order are AKL and TGA: columns 1 and 2, then "(none)".
+  std::map<std::string, Currency> split;
+  for (const auto& row :
+       Query("SELECT AccountId, Coalesce(BranchId, ''), Sum(Value) FROM "
+             "glTransaction WHERE Date >= '2025-04-01' AND Date < '2025-10-01' "
+             "AND Type Is Null GROUP BY AccountId, BranchId HAVING Sum(Value) <> 0")) {
+    const std::string column = row[1] == "AKL" ? "1" : row[1] == "TGA" ? "2" : "None";
+    split[row[0] + " " + column] = Currency::FromRaw(std::stoll(row[2]));
+  }
+  EXPECT_EQ(cells, split);
+}
+
 // Every journal the demo company holds balances, so none is flagged.
 TEST_F(LedgerListsChecks, TheDemoJournalsPrintBalanced) {
   const std::string dump =

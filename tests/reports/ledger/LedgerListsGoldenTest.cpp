@@ -56,6 +56,10 @@ TEST_F(LedgerListsGolden, PageDumps) {
        "ChartofAccounts",
        {"ShowBalances=True", "DateAsAt=2025-03-31", "Levels=3"}},
       {"ChartofAccounts-posting", "ChartofAccounts", {"PostingOnly=True", "Accounts=3000..3999"}},
+      {"AccountMatrix", "AccountMatrix", {"Accounts=1000..1299"}},
+      {"AccountMatrix-departments-balance-thousands",
+       "AccountMatrix",
+       {"Across=Department", "Basis=Balance", "Rounding=Thousands", "Accounts=3000..4999"}},
       {"SourceList", "SourceList", {}},
       {"SourceList-activity", "SourceList", {"ShowActivity=True", "OrderBy=Description"}},
   };
