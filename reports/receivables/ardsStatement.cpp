@@ -13,7 +13,6 @@ namespace trellin {
 
 namespace {
 
-constexpr const char* kBreak = "\r\n";
 constexpr const char* kStubTag = "v";
 // The controls that hide with the letterhead ("[HT]").
 constexpr const char* kLetterhead[] = {"txtBranchName", "txtBranchAddress", "txtBranchDetails"};
@@ -139,48 +138,18 @@ void ardsStatement::CustomerHeader_Format() {
   const std::string party_code = Fields()["OtherPartyId"].Value().Text();
   const std::string date_text = Format(Variant(date_as_at_), "d mmmm yyyy");
   const bool australian = TrellinReportGlobals::RequireApplication().Options().Country() == "AU";
-  SetText("txtBranchName", "");
-
-  std::string address;
   const OtherParty* party = objects_->FindOtherParty(party_code);
-  if (party != nullptr) {
-    std::vector<std::string> lines{party->name};
-    if (const PartyAddress* postal = party->Address("Postal")) {
-      lines.insert(lines.end(), postal->lines.begin(), postal->lines.end());
-    }
-    address = Join(lines, kBreak);
-    if (australian && !party->tax_number.empty()) {
-      address += std::string(kBreak) + kBreak + "ABN: " + party->tax_number;
-    }
-    address += std::string(kBreak) + kBreak;
-  }
-  address += "Statement for your Account " + date_text;
-
   const Branch* branch =
       (party == nullptr || party->branch.empty()) ? nullptr : objects_->FindBranch(party->branch);
-  if (branch != nullptr) {
-    std::string details = "Phone    " + branch->phone;
-    if (!branch->fax.empty()) details += std::string(kBreak) + "Facsimile  " + branch->fax;
-    if (!branch->email.empty()) details += std::string(kBreak) + "Email    " + branch->email;
-    std::vector<std::string> footer{branch->name};
-    footer.insert(footer.end(), branch->address_lines.begin(), branch->address_lines.end());
-    std::string footer_text = Join(footer, ", ");
-    if (australian && !branch->tax_number.empty()) {
-      footer_text += std::string(kBreak) + kBreak + "ABN: " + branch->tax_number;
-    }
-    SetText("txtBranchName", branch->name);
-    SetText("txtBranchAddress", Join(branch->address_lines, kBreak));
-    SetText("txtBranchDetails", details);
-    SetText("txtBranchFooter", footer_text);
-  } else {
-    for (const char* name : {"txtBranchAddress", "txtBranchDetails", "txtBranchFooter"}) {
-      SetText(name, "");
-    }
-  }
+  const StatementHeading heading = StatementHeadingOf(party, branch, australian, date_text);
+  SetText("txtBranchName", heading.branch_name);
+  SetText("txtBranchAddress", heading.branch_address);
+  SetText("txtBranchDetails", heading.branch_details);
+  SetText("txtBranchFooter", heading.branch_footer);
   Field("txtFooter").SetText("Customer: " + party_code);
   Field("txtStatementfor").SetText("Statement for your Account " + date_text);
   Field("txtCode").SetText(party_code);
-  Field("txtAddress").SetText(address);
+  Field("txtAddress").SetText(heading.address);
 
   const StatementAgeing ageing = AgeingOf(party_code);
   for (auto [name, value] :

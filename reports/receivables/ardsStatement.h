@@ -36,6 +36,21 @@ struct StatementAgeing {
   Currency current;
 };
 
+// The texts of a customer's heading, parted by CR LF: the address block (name, "Postal" address,
+// "ABN: " and the business number on AU companies, then "Statement for your Account " and the
+// date), and the branch's name, address, details and the stub's footer line. A customer the
+// business layer does not know (`party` null) has only the statement line; no branch leaves the
+// branch's texts empty.
+struct StatementHeading {
+  std::string address;
+  std::string branch_name;
+  std::string branch_address;
+  std::string branch_details;
+  std::string branch_footer;
+};
+[[nodiscard]] StatementHeading StatementHeadingOf(const OtherParty* party, const Branch* branch,
+                                                  bool australian, const std::string& date_text);
+
 class ardsStatement : public Designer {
  public:
   ardsStatement() : Designer("ardsStatement") {}

@@ -238,6 +238,60 @@ TEST(StatementOptions, TagsAreReadInTheirOrderAndTakenOut) {
   }
 }
 
+TEST(StatementHeading, AustralianCompaniesAddTheBusinessNumbersAndMissingPartsLeaveTheirTextsOut) {
+  OtherParty party;
+  party.name = "Coral Charters";
+  party.addresses = {{"Delivery", {"9 Quay"}}, {"Postal", {"PO Box 5", "Cairns QLD 4870"}}};
+  party.tax_number = "51 824 753 556";
+  OtherParty plain = party;
+  plain.tax_number.clear();
+  plain.addresses.pop_back();  // a delivery address only
+  Branch branch;
+  branch.name = "Coral Bay Marine";
+  branch.address_lines = {"1 Wharf St", "Brisbane"};
+  branch.phone = "07 555 0100";
+  branch.email = "accounts@coral.example";
+  branch.tax_number = "28 456 789 012";
+  Branch bare = branch;
+  bare.email.clear();
+  bare.tax_number.clear();
+  bare.fax = "07 555 0101";
+  const std::string date = "31 October 2026";
+  const struct {
+    const char* name;
+    const OtherParty* party;
+    const Branch* branch;
+    bool australian;
+    const char* address;
+    const char* details;
+    const char* footer;
+  } cases[] = {
+      {"AU, both numbers", &party, &branch, true,
+       "Coral Charters\r\nPO Box 5\r\nCairns QLD 4870\r\n\r\nABN: 51 824 753 556\r\n\r\n"
+       "Statement for your Account 31 October 2026",
+       "Phone    07 555 0100\r\nEmail    accounts@coral.example",
+       "Coral Bay Marine, 1 Wharf St, Brisbane\r\n\r\nABN: 28 456 789 012"},
+      {"NZ: no numbers", &party, &branch, false,
+       "Coral Charters\r\nPO Box 5\r\nCairns QLD 4870\r\n\r\nStatement for your Account 31 "
+       "October 2026",
+       "Phone    07 555 0100\r\nEmail    accounts@coral.example",
+       "Coral Bay Marine, 1 Wharf St, Brisbane"},
+      {"AU, neither number, fax without e-mail", &plain, &bare, true,
+       "Coral Charters\r\n\r\nStatement for your Account 31 October 2026",
+       "Phone    07 555 0100\r\nFacsimile  07 555 0101", "Coral Bay Marine, 1 Wharf St, Brisbane"},
+      {"unknown customer, no branch", nullptr, nullptr, true,
+       "Statement for your Account 31 October 2026", "", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const StatementHeading heading = StatementHeadingOf(c.party, c.branch, c.australian, date);
+    EXPECT_EQ(heading.address, c.address);
+    EXPECT_EQ(heading.branch_details, c.details);
+    EXPECT_EQ(heading.branch_footer, c.footer);
+    EXPECT_EQ(heading.branch_name, c.branch == nullptr ? "" : "Coral Bay Marine");
+  }
+}
+
 TEST(StatementLineType, NamesInvoicesCreditsAndReceiptsAndKeepsTheWordBeforeForOtherTypes) {
   const struct {
     long type;
