@@ -13,154 +13,63 @@
 // temporary folder, the file the ledger benchmarks use too.
 //
 // Counters: rows, report_ms, alone_ms (the query, or the look-ups, alone), ratio (report over
-// alone, both wall-clock) and peak_rss_MB.
+// alone, wall-clock), the same in processor time (report_cpu_ms, alone_cpu_ms, cpu_ratio: steadier
+// on a shared machine), queries_cpu_ms (every query the report sent, run alone) and peak_rss_MB.
 
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
-#include <stdexcept>
+#include <ctime>
 #include <string>
 #include <vector>
 
-#include "core/TrellinReportGlobals.h"
-#include "platform/demo/DemoCompany.h"
-#include "platform/engine/ReportEngine.h"
-#include "platform/host/ParameterDialogue.h"
-#include "platform/host/run/RunReport.h"
-#include "platform/sql/Translate.h"
-#include "reports/stock/arscStatusReport.h"
+#include "bench/support/BenchCompany.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-namespace fs = std::filesystem;
+using trellin::bench::AloneTime;
+using trellin::bench::Clock;
 
-class NullSink : public trellin::engine::PageSink {
- public:
-  void Begin(const trellin::engine::DocumentInfo&) override {}
-  void AddPage(const trellin::engine::Page&) override { ++pages; }
-  void End() override {}
-  void Abort() override {}
-  int pages = 0;
-};
-
-std::string CompanyPath() {
-  if (const char* given = std::getenv("TRELLIN_LEDGER_BENCH_DB")) return given;
-  const std::string path = (fs::temp_directory_path() / "trellin-ledger-bench-20.db").string();
-  if (!fs::exists(path)) {
-    trellin::demo::DemoOptions options;
-    options.scale = 20;
-    options.path = path;
-    trellin::demo::BuildDemoCompany(options);
-  }
-  return path;
+double CpuMs() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-trellin::host::ReportService& Service() {
-  static std::unique_ptr<trellin::host::ReportService> service =
-      trellin::host::ReportService::Open(CompanyPath());
-  return *service;
-}
-
-double PeakRssMb() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024.0;
-}
-
-double Ms(Clock::time_point since) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - since).count();
-}
-
-struct Run {
-  double ms = 0;
-  std::int64_t rows = 0;
-  std::string sql;
-};
-
-// Runs `key` once into a sink that drops its pages, and gives the designer's query.
-Run RunToSink(const std::string& key, const std::vector<std::string>& assignments) {
-  trellin::host::ReportService& service = Service();
-  trellin::DesignerPtr designer = trellin::host::OpenReport(service, key);
-  trellin::host::ParameterDialogue dialogue(
-      designer->TLReport()->Parameters(), service.DatabasePtr(),
-      [&service](const trellin::Variant& e, const trellin::Parameters& p) {
-        return service.Reports().InterpretDate(e, &p);
-      },
-      &service.BusinessLayer().Utilities().RangeBuilder());
-  for (const std::string& a : assignments) dialogue.SetFromAssignment(a);
-  if (!dialogue.Validate()) throw std::runtime_error(dialogue.Errors().front());
-  NullSink sink;
-  Run run;
-  const auto start = Clock::now();
-  {
-    trellin::RunSnapshot snapshot(service.Database());
-    trellin::engine::RunReport(*designer, sink);
-  }
-  run.ms = Ms(start);
-  if (!designer->TLReport()->Errors().empty()) {
-    throw std::runtime_error(designer->TLReport()->Errors().front().message);
-  }
-  if (auto status = std::dynamic_pointer_cast<trellin::arscStatusReport>(designer)) {
-    run.sql = status->SQL();
-  }
-  designer->TLReport()->SetArReport(nullptr);
-  designer->SetTLReport(nullptr);
-  return run;
-}
-
-// The query's own time: translated first (untimed), then stepped to its last row.
-double QueryAloneMs(const std::string& jet, std::int64_t& rows) {
-  const std::string text = trellin::sql::Translate(jet, Service().Database().Catalog()).sqlite;
-  sqlite3* db = nullptr;
-  if (sqlite3_open_v2(CompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-    throw std::runtime_error("cannot open the company file");
-  }
-  const auto start = Clock::now();
-  sqlite3_stmt* stmt = nullptr;
-  sqlite3_prepare_v2(db, text.c_str(), static_cast<int>(text.size()), &stmt, nullptr);
-  rows = 0;
-  while (sqlite3_step(stmt) == SQLITE_ROW) ++rows;
-  sqlite3_finalize(stmt);
-  const double ms = Ms(start);
-  sqlite3_close(db);
-  return ms;
+void Report(benchmark::State& state, const trellin::bench::SinkRun& run, const AloneTime& alone,
+            double rows) {
+  if (rows > 0) state.counters["rows"] = rows;
+  state.counters["report_ms"] = run.ms;
+  state.counters["alone_ms"] = alone.ms;
+  state.counters["ratio"] = run.ms / alone.ms;
+  state.counters["report_cpu_ms"] = run.cpu_ms;
+  state.counters["alone_cpu_ms"] = alone.cpu_ms;
+  state.counters["cpu_ratio"] = run.cpu_ms / alone.cpu_ms;
+  state.counters["queries"] = static_cast<double>(run.sent);
+  state.counters["queries_cpu_ms"] = trellin::bench::QueriesAlone(run.queries).cpu_ms;
+  state.counters["peak_rss_MB"] = trellin::bench::PeakRssMb();
 }
 
 void StatusAllItems(benchmark::State& state) {
-  Run run;
-  double ms = 0;
-  for (auto _ : state) {
-    run = RunToSink("StockStatus", {});
-    ms += run.ms;
-  }
-  ms /= static_cast<double>(state.iterations());
-  std::int64_t rows = 0;
-  const double alone = QueryAloneMs(run.sql, rows);
-  state.counters["rows"] = static_cast<double>(rows);
-  state.counters["report_ms"] = ms;
-  state.counters["alone_ms"] = alone;
-  state.counters["ratio"] = ms / alone;
-  state.counters["peak_rss_MB"] = PeakRssMb();
+  trellin::bench::SinkRun run;
+  for (auto _ : state) run = trellin::bench::RunToSink("StockStatus", {}, true);
+  // The report's grouped query is the first it sends.
+  const AloneTime alone = trellin::bench::QueriesAlone({run.queries.front()});
+  Report(state, run, alone, 0);
 }
 
 // The business layer's look-ups alone: a fresh stock level object loaded for every stock item.
-double LookUpsAloneMs(std::int64_t& items) {
-  trellin::host::ReportService& service = Service();
+AloneTime LookUpsAlone(double& items) {
+  trellin::host::ReportService& service = trellin::bench::Service();
   auto rs = service.Database().Query("SELECT ItemId FROM Item WHERE Inventory In(1,2,3)");
   std::vector<std::string> codes;
   for (; !rs->Eof(); rs->MoveNext()) codes.push_back(rs->Value(0).Text());
-  items = static_cast<std::int64_t>(codes.size());
+  items = static_cast<double>(codes.size());
   const auto start = Clock::now();
+  const double cpu_start = CpuMs();
   auto objects = service.BusinessLayer().CreateObjects();
   auto levels = objects->CreateItemStockLevel();
   for (const std::string& code : codes) benchmark::DoNotOptimize(levels->Load(code, "", ""));
-  return Ms(start);
+  return {trellin::bench::MsSince(start), CpuMs() - cpu_start};
 }
 
 void LevelAllOptions(benchmark::State& state) {
@@ -176,16 +85,11 @@ void LevelAllOptions(benchmark::State& state) {
                                                  "OptionPurchaseOrders=True",
                                                  "OptionArrivalDate=True",
                                                  "OptionValueOnHand=True"};
-  double ms = 0;
-  for (auto _ : state) ms += RunToSink("StockLevel", every_option).ms;
-  ms /= static_cast<double>(state.iterations());
-  std::int64_t items = 0;
-  const double alone = LookUpsAloneMs(items);
-  state.counters["rows"] = static_cast<double>(items);
-  state.counters["report_ms"] = ms;
-  state.counters["alone_ms"] = alone;
-  state.counters["ratio"] = ms / alone;
-  state.counters["peak_rss_MB"] = PeakRssMb();
+  trellin::bench::SinkRun run;
+  for (auto _ : state) run = trellin::bench::RunToSink("StockLevel", every_option, true);
+  double items = 0;
+  const AloneTime alone = LookUpsAlone(items);
+  Report(state, run, alone, items);
 }
 
 }  // namespace
