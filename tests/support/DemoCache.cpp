@@ -6,9 +6,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
+#include <string_view>
 
+#include "platform/data/CompanySchema.h"
 #include "tests/support/TestPaths.h"
 
 namespace trellin::testing {
@@ -31,6 +35,15 @@ long long BuildStamp() {
     stamp = std::max(stamp, time);
   }
   return stamp.time_since_epoch().count();
+}
+
+// The schema this process writes, which a binary left unlinked after a schema change still
+// carries in its old form: two processes of one stamp share a company only when it agrees.
+std::string SchemaKey() {
+  char text[17];
+  std::snprintf(text, sizeof text, "%016zx",
+                std::hash<std::string_view>{}(data::CompanySchemaSql()));
+  return text;
 }
 
 // Holds an exclusive lock on a file for its life.
@@ -58,7 +71,8 @@ std::string CachedDemoCompany(std::string_view country, demo::DemoSummary* summa
   // The file is always demo.db, in a folder of its build: the reports print its name.
   const std::string prefix =
       std::string(country) + "-" + (present ? present->ToIso() + "-" : std::string());
-  const fs::path path = folder / (prefix + std::to_string(BuildStamp())) / "demo.db";
+  const fs::path path =
+      folder / (prefix + std::to_string(BuildStamp()) + "-" + SchemaKey()) / "demo.db";
   FileLock lock(folder / (prefix + "lock"));
   if (fs::exists(path)) return path.string();
   // Companies of older builds are of no more use once they are a while old; a younger one may
