@@ -152,6 +152,8 @@ void arAccountMatrix::ActiveReport_ReportStart() {
   }
   if (TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
   ListDesigner::ActiveReport_ReportStart();
+  // The money columns are made here, not in the key's row, and every one is totalled.
+  if (Control* label = FindControl("rfLabel")) label->SetVisible(true);
 }
 
 void arAccountMatrix::ActiveReport_DataInitialize() {
