@@ -33,7 +33,13 @@ int LevelOf(const Section& section, std::string_view prefix) {
 
 ListDesigner::ListDesigner(std::string designer_name, std::span<const ListKey> keys,
                            std::string_view title)
-    : Designer(std::move(designer_name)), keys_(keys), title_(title) {}
+    : Designer(std::move(designer_name)), keys_(keys), title_(title) {
+  // Named from the start, so that a catalogue reading captions without a run finds it.
+  if (!title_.empty()) {
+    SetCaption(title_);
+    SetDocumentName(title_);
+  }
+}
 
 const ListKey& ListDesigner::Key() const {
   const std::string key = TLReport() ? TLReport()->ReportName() : std::string();

@@ -27,6 +27,13 @@ std::string LayoutCaption(std::string_view designer) {
   }
 }
 
+// The caption a designer gives itself when it is made, for one that prints on a shared layout
+// and names its report in code; "" when it gives none.
+std::string DesignerCaption(const CatalogueEntry& entry) {
+  DesignerPtr designer = FindKeyFactory(Designers(), entry)();
+  return designer ? designer->Caption() : std::string();
+}
+
 const std::vector<OptionSpec> kListOptions = {
     {"all", 'a', false, false, "", "also list the keys whose report is not built yet"},
     {"help", 'h', false, false, "", "show this help"},
@@ -53,6 +60,7 @@ int ListCommand(const Args& args, const Context&) {
     CatalogueCaptions captions = CaptionsFor(entry, entry.key);
     std::string caption = captions.caption;
     if (caption.empty()) caption = LayoutCaption(entry.designer);
+    if (caption.empty() && runs) caption = DesignerCaption(entry);
     if (caption.empty()) caption = std::string("(") + entry.designer + ")";
     std::printf("%-32s %-12s %s%s\n", entry.key, entry.area, caption.c_str(),
                 runs ? "" : "  [not built yet]");
