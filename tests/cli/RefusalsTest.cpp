@@ -30,9 +30,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The whole file, "" when it is missing. Read by the buffer: the cases compare the demo company
+// (tens of megabytes) before and after each run.
 std::string ReadAll(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
+  std::ostringstream bytes;
+  if (in) bytes << in.rdbuf();
+  return bytes.str();
 }
 
 std::vector<std::string> SplitArguments(const std::string& text) {

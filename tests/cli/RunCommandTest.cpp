@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "tests/cli/CliSupport.h"
 
@@ -18,8 +19,10 @@ class RunCommand : public ::testing::Test {
   std::string Db() const { return db_.string(); }
   std::filesystem::path Out(const std::string& name) const { return folder_.Path() / name; }
   static std::string Read(const std::filesystem::path& path) {
-    std::ifstream in(path);
-    return std::string(std::istreambuf_iterator<char>(in), {});
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    if (in) bytes << in.rdbuf();
+    return bytes.str();
   }
 
   TempFolder folder_;
