@@ -18,13 +18,7 @@ constexpr ListOrder kBankLedgerOrders[] = {
 
 constexpr ListParameter kBankLedgerParameters[] = {
     {.kind = ListParameterKind::Standard, .field = "Bank.BankId", .index = 5, .primary = true},
-    {.kind = ListParameterKind::DatePair,
-     .name = "Dated",
-     .caption = "Dated",
-     .field = "glTransaction.Date",
-     .primary = true,
-     .from_default = kPeriodStart,
-     .to_default = kPeriodEnd},
+    DatedParameter("glTransaction.Date"),
 };
 
 // A bank's lines are every line of its asset account, whichever entry made them; a line from a
