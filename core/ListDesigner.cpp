@@ -17,18 +17,6 @@ constexpr int kMoneyKind = 4;
 
 constexpr const char* kSharedLayout = "ListDesigner";
 
-// The level of "GroupHeader3" after `prefix` "GroupHeader"; 0 for any other name.
-int LevelOf(const Section& section, std::string_view prefix) {
-  const std::string& name = section.Name();
-  if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return 0;
-  int level = 0;
-  for (std::size_t i = prefix.size(); i < name.size() && level < 1000; ++i) {
-    if (name[i] < '0' || name[i] > '9') return 0;
-    level = level * 10 + (name[i] - '0');
-  }
-  return level;
-}
-
 }  // namespace
 
 ListDesigner::ListDesigner(std::string designer_name, std::span<const ListKey> keys,
@@ -146,10 +134,10 @@ void ListDesigner::OnFormat(Section& section) {
       Detail_Format();
       break;
     case SectionType::GroupHeader:
-      if (int level = LevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
+      if (int level = GroupLevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
       break;
     case SectionType::GroupFooter:
-      if (int level = LevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
+      if (int level = GroupLevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
       break;
     default:
       break;

@@ -123,4 +123,17 @@ class Sections {
   std::vector<std::unique_ptr<Section>> items_;
 };
 
+// The level of a section named `prefix` and a number ("GroupFooter3" with "GroupFooter" is 3),
+// level 1 the innermost; 0 for any other name.
+[[nodiscard]] inline int GroupLevelOf(const Section& section, std::string_view prefix) {
+  const std::string& name = section.Name();
+  if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return 0;
+  int level = 0;
+  for (std::size_t i = prefix.size(); i < name.size() && level < 1000; ++i) {
+    if (name[i] < '0' || name[i] > '9') return 0;
+    level = level * 10 + (name[i] - '0');
+  }
+  return level;
+}
+
 }  // namespace trellin
