@@ -11,6 +11,7 @@
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglAccountReportsNew.h"
+#include "reports/ledger/arglBankHighLow.h"
 #include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
@@ -35,6 +36,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
+    {"arglBankHighLow", CreatearglBankHighLow},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},

@@ -2,9 +2,15 @@
 // What the ledger and bank lists share: the period they run over unless told otherwise. A debit
 // is a positive ledger value; a bank's money in is a positive value of its own line (sequence 0).
 
+#include <functional>
+#include <map>
+#include <string>
 #include <string_view>
 
 #include "core/ListDesigner.h"
+#include "core/host/Fields.h"
+#include "platform/runtime/Currency.h"
+#include "platform/runtime/Variant.h"
 
 namespace trellin {
 
@@ -36,5 +42,19 @@ inline constexpr ListParameter kBankReferences = ReferencesParameter(
     "glBankTransaction.Reference", "SELECT Reference,'' FROM glBankTransaction GROUP BY Reference");
 inline constexpr ListParameter kLedgerReferences = ReferencesParameter(
     "glTransaction.Reference", "SELECT Reference,'' FROM glTransaction GROUP BY Reference");
+
+// "Banks": the standard bank row, tested on `field`.
+constexpr ListParameter BanksParameter(std::string_view field) {
+  return {.kind = ListParameterKind::Standard, .field = field, .index = 5, .primary = true};
+}
+inline constexpr ListParameter kBankEntryBanks = BanksParameter("glBankTransaction.BankId");
+
+// The balance of every bank's asset account before `from` (every line dated earlier), by account
+// upper-cased, from one grouped query; empty when `from` is blank. Needs the globals;
+// throws what the date conversion throws.
+[[nodiscard]] std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from);
+
+// The text of the row's field `name`; "" when the row has no such field.
+[[nodiscard]] std::string LedgerFieldText(const Fields& fields, std::string_view name);
 
 }  // namespace trellin

@@ -17,7 +17,7 @@ constexpr ListOrder kBankLedgerOrders[] = {
 };
 
 constexpr ListParameter kBankLedgerParameters[] = {
-    {.kind = ListParameterKind::Standard, .field = "Bank.BankId", .index = 5, .primary = true},
+    BanksParameter("Bank.BankId"),
     DatedParameter("glTransaction.Date"),
 };
 
@@ -42,11 +42,6 @@ constexpr ListKey kBankLedgerKeys[] = {{
     .parameters = kBankLedgerParameters,
 }};
 
-std::string TextOf(const Fields& fields, std::string_view name) {
-  const ReportField* field = fields.Find(name);
-  return field == nullptr ? std::string() : field->Value().Text();
-}
-
 }  // namespace
 
 arglBankLedger::arglBankLedger() : ListDesigner("arglBankLedger", kBankLedgerKeys) {}
@@ -54,19 +49,7 @@ arglBankLedger::arglBankLedger() : ListDesigner("arglBankLedger", kBankLedgerKey
 DesignerPtr CreatearglBankLedger() { return std::make_shared<arglBankLedger>(); }
 
 void arglBankLedger::ActiveReport_ReportStart() {
-  const trellin::Parameters& p = TLReport()->Parameters();
-  openings_.clear();
-  const Variant from = p.Value("DatedFrom", Variant::Null());
-  if (!(from.IsNull() || from.IsEmpty() || from.IsMissing())) {
-    const std::string sql =
-        "SELECT AccountId,Sum(Value) AS Opening FROM glTransaction WHERE AccountId In (SELECT "
-        "AssetAccountId FROM Bank) AND Date<" +
-        Database::SQLDate(from.ToDate().DateOnly()) + " GROUP BY AccountId";
-    auto rs = TrellinReportGlobals::RequireBusinessLayer().Database()->Query(sql);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      openings_[UCase(rs->Value(0).Text())] = rs->Value(1).ToCurrency();
-    }
-  }
+  openings_ = BankOpenings(TLReport()->Parameters().Value("DatedFrom", Variant::Null()));
   ListDesigner::ActiveReport_ReportStart();
 }
 
@@ -78,10 +61,10 @@ Currency arglBankLedger::OpeningOf(const std::string& account) const {
 void arglBankLedger::ActiveReport_DataInitialize() { Fields().Add("Balance"); }
 
 void arglBankLedger::ActiveReport_FetchData(bool&) {
-  const std::string bank = TextOf(Fields(), "BankId");
+  const std::string bank = LedgerFieldText(Fields(), "BankId");
   if (bank != fetched_bank_) {
     fetched_bank_ = bank;
-    balance_ = OpeningOf(TextOf(Fields(), "AssetAccountId"));
+    balance_ = OpeningOf(LedgerFieldText(Fields(), "AssetAccountId"));
   }
   if (const ReportField* value = Fields().Find("Value"); value && !value->Value().IsNull()) {
     balance_ += value->Value().ToCurrency();
@@ -94,10 +77,10 @@ void arglBankLedger::ActiveReport_FetchData(bool&) {
 // last, which is the balance the rows ran to.
 void arglBankLedger::OnFormat(Section& section) {
   if (section.Name() == "ghBank") {
-    printing_bank_ = TextOf(Fields(), "BankId");
+    printing_bank_ = LedgerFieldText(Fields(), "BankId");
     Field("txtOpening")
-        .SetText(
-            Format(Variant(OpeningOf(TextOf(Fields(), "AssetAccountId"))), "#,##0.00;(#,##0.00)"));
+        .SetText(Format(Variant(OpeningOf(LedgerFieldText(Fields(), "AssetAccountId"))),
+                        "#,##0.00;(#,##0.00)"));
   } else if (section.Name() == "gfBank") {
     auto found = closings_.find(printing_bank_);
     Field("txtClosing")

@@ -25,10 +25,7 @@ constexpr ListChoice kBankReconciled[] = {
 };
 
 constexpr ListParameter kBankParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "glBankTransaction.BankId",
-     .index = 5,
-     .primary = true},
+    kBankEntryBanks,
     DatedParameter("glBankTransaction.Date"),
     kBankReferences,
     {.kind = ListParameterKind::Standard, .field = "glBankTransaction.OtherPartyId", .index = 24},

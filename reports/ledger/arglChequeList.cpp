@@ -17,10 +17,7 @@ constexpr ListOrder kChequeOrders[] = {
 };
 
 constexpr ListParameter kChequeParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "glBankTransaction.BankId",
-     .index = 5,
-     .primary = true},
+    kBankEntryBanks,
     DatedParameter("glBankTransaction.Date"),
     kBankReferences,
     {.kind = ListParameterKind::Standard, .field = "glBankTransaction.OtherPartyId", .index = 33},

@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 
 #include "platform/runtime/Currency.h"
+#include "platform/runtime/Date.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "tests/reports/ReportFixture.h"
@@ -152,6 +153,73 @@ TEST_F(LedgerListsChecks, EachBanksClosingIsItsAccountsBalanceOnTheLastDate) {
           << banks[i] << " " << to;
     }
   }
+}
+
+// Each week's opening, lowest, highest and closing balance of the cheque account is the books'
+// daily movement run up here from the balance before the first date, weeks Monday to Sunday with
+// the first cut at the dates, the lowest and highest among the opening and the day-end balances;
+// the bank's footer holds the extremes of all the weeks.
+TEST_F(LedgerListsChecks, BankHighLowAgreesWithARunningSumOfTheBooks) {
+  const std::string dump =
+      Join(RunPages(Open("BankHighLow", {"Banks=CHQ", "DatedFrom=2025-06-04", "DatedTo=2025-08-31",
+                                         "Frequency=Weekly"})),
+           "\n");
+  Currency balance;
+  std::map<std::string, Currency> moved;  // by day
+  for (const auto& row :
+       Query("SELECT substr(Date, 1, 10), Sum(Value) FROM glTransaction WHERE AccountId = "
+             "'3010' AND Date < '2025-09-01' GROUP BY 1")) {
+    const Currency value = Currency::FromRaw(std::stoll(row[1]));
+    if (row[0] < "2025-06-04") {
+      balance += value;
+    } else {
+      moved[row[0]] += value;
+    }
+  }
+  struct Week {
+    Date from, to, lowest_on, highest_on;
+    Currency opening, lowest, highest, closing;
+  };
+  std::vector<Week> weeks;
+  for (Date day = Date::FromYmd(2025, 6, 4); day <= Date::FromYmd(2025, 8, 31);
+       day = day.AddDays(1)) {
+    if (weeks.empty() || day.DayOfWeek() == Weekday::Monday) {
+      weeks.push_back({day, day, day, day, balance, balance, balance, balance});
+    }
+    Week& w = weeks.back();
+    balance += moved[day.ToIso()];
+    if (balance < w.lowest) w.lowest = balance, w.lowest_on = day;
+    if (balance > w.highest) w.highest = balance, w.highest_on = day;
+    w.closing = balance;
+    w.to = day;
+  }
+  const std::vector<DumpRow> rows = RowsOf(dump, "Detail");
+  ASSERT_EQ(rows.size(), weeks.size());
+  const auto day_text = [](Date d) { return Format(Variant(d), "d/mm/yyyy"); };
+  Week run = weeks.front();
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const Week& w = weeks[i];
+    SCOPED_TRACE(w.from.ToIso());
+    EXPECT_EQ(TextOf(rows[i], "txtFrom"), day_text(w.from));
+    EXPECT_EQ(TextOf(rows[i], "txtTo"), day_text(w.to));
+    EXPECT_EQ(MoneyOf(rows[i], "txtOpening"), w.opening);
+    EXPECT_EQ(MoneyOf(rows[i], "txtLowest"), w.lowest);
+    EXPECT_EQ(TextOf(rows[i], "txtLowestOn"), day_text(w.lowest_on));
+    EXPECT_EQ(MoneyOf(rows[i], "txtHighest"), w.highest);
+    EXPECT_EQ(TextOf(rows[i], "txtHighestOn"), day_text(w.highest_on));
+    EXPECT_EQ(MoneyOf(rows[i], "txtClosing"), w.closing);
+    // The cheque account may be overdrawn by 50,000.00.
+    EXPECT_EQ(TextOf(rows[i], "txtOverLimit"),
+              w.lowest < Currency::FromRaw(-500000000) ? "Over limit" : "");
+    if (w.lowest < run.lowest) run.lowest = w.lowest, run.lowest_on = w.lowest_on;
+    if (w.highest > run.highest) run.highest = w.highest, run.highest_on = w.highest_on;
+  }
+  const std::vector<DumpRow> footers = RowsOf(dump, "GroupFooter");
+  ASSERT_EQ(footers.size(), 1u);
+  EXPECT_EQ(MoneyOf(footers[0], "txtRunLowest"), run.lowest);
+  EXPECT_EQ(TextOf(footers[0], "txtRunLowestOn"), day_text(run.lowest_on));
+  EXPECT_EQ(MoneyOf(footers[0], "txtRunHighest"), run.highest);
+  EXPECT_EQ(TextOf(footers[0], "txtRunHighestOn"), day_text(run.highest_on));
 }
 
 // Each posting account's balance in the chart is its balance in the books at the date, on its
