@@ -54,6 +54,10 @@ const FontEntry& FontCache::Get(const engine::FontSpec& font) {
   }
   PangoFontMetrics* metrics = pango_context_get_metrics(context_, desc, nullptr);
   entry.ascent = static_cast<double>(pango_font_metrics_get_ascent(metrics)) / PANGO_SCALE;
+  entry.underline_position =
+      static_cast<double>(pango_font_metrics_get_underline_position(metrics)) / PANGO_SCALE;
+  entry.underline_thickness =
+      static_cast<double>(pango_font_metrics_get_underline_thickness(metrics)) / PANGO_SCALE;
   pango_font_metrics_unref(metrics);
   pango_font_description_free(desc);
 

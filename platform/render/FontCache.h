@@ -13,8 +13,10 @@
 namespace trellin::render {
 
 struct FontEntry {
-  PangoLayout* layout = nullptr;  // owned by the cache; attributes (underline) already set
-  double ascent = 0;              // points from the top of the line box to the baseline
+  PangoLayout* layout = nullptr;   // owned by the cache; attributes (underline) already set
+  double ascent = 0;               // points from the top of the line box to the baseline
+  double underline_position = 0;   // points from the baseline up to the underline's top edge
+  double underline_thickness = 0;  // points
 };
 
 class FontCache {

@@ -1,11 +1,11 @@
 #include "platform/render/PdfSink.h"
 
-#include <cairo-pdf.h>
-
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+#include <ctime>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "platform/render/Render.h"
 #include "platform/render/Utf8.h"
@@ -16,116 +16,413 @@ namespace {
 constexpr double kTwipsPerPoint = 20.0;
 // US Letter, for a page model that gives no paper size.
 constexpr double kDefaultWidth = 612.0, kDefaultHeight = 792.0;
+constexpr char kGlyphHex[] = "0123456789ABCDEF";
+
+double Points(float twips) { return twips / kTwipsPerPoint; }
 
 double PointsOr(float twips, double fallback) {
-  return twips > 0 ? twips / kTwipsPerPoint : fallback;
+  return twips > 0 && std::isfinite(twips) ? twips / kTwipsPerPoint : fallback;
+}
+
+// Line width in points; a rule is never thinner than a hairline a printer can show.
+double Thickness(float twips) { return std::max(Points(twips), 0.25); }
+
+// An item placed at a position that is not a number is left out.
+bool Finite(const engine::TextRun& r) {
+  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
+         std::isfinite(r.font.size);
+}
+bool Finite(const engine::LineItem& l) {
+  return std::isfinite(l.x1) && std::isfinite(l.y1) && std::isfinite(l.x2) && std::isfinite(l.y2) &&
+         std::isfinite(l.thickness);
+}
+bool Finite(const engine::RectItem& r) {
+  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
+         std::isfinite(r.height) && std::isfinite(r.thickness);
+}
+
+std::string PdfDate() {
+  const std::time_t now = std::time(nullptr);
+  std::tm utc{};
+  gmtime_r(&now, &utc);
+  char buffer[32];
+  std::strftime(buffer, sizeof buffer, "(D:%Y%m%d%H%M%SZ)", &utc);
+  return buffer;
 }
 
 }  // namespace
+
+// One page's content stream, with the graphics state it has set so far, so that a colour, a
+// line width or a font is set only when it changes.
+class PdfSink::Content {
+ public:
+  Content(PdfFonts& fonts, FontCache& layouts) : fonts_(fonts), layouts_(layouts) {}
+
+  void Begin(double height) {
+    out_.clear();
+    height_ = height;
+    fill_ = stroke_ = engine::Color{};
+    line_width_ = 1;
+    face_ = -1;
+    size_ = 0;
+    render_mode_ = 0;
+    in_text_ = false;
+    faces_.clear();
+  }
+
+  void Text(const engine::TextRun& run);
+  void Line(const engine::LineItem& line);
+  void Rect(const engine::RectItem& rect);
+
+  const std::string& Finish() {
+    EndText();
+    return out_;
+  }
+  // "/F0 12 0 R" for each face the page used.
+  std::string FontResources() const {
+    std::string out;
+    for (const auto& [face, object] : faces_) {
+      out += "/F" + std::to_string(face) + ' ' + std::to_string(object) + " 0 R";
+    }
+    return out;
+  }
+
+ private:
+  void Number(double value) {
+    pdf::AppendNumber(out_, value);
+    out_ += ' ';
+  }
+  void Color(const engine::Color& c) {
+    Number(c.r / 255.0);
+    Number(c.g / 255.0);
+    Number(c.b / 255.0);
+  }
+  void Fill(const engine::Color& c) {
+    if (c == fill_) return;
+    fill_ = c;
+    Color(c);
+    out_ += "rg\n";
+  }
+  void Stroke(const engine::Color& c) {
+    if (c == stroke_) return;
+    stroke_ = c;
+    Color(c);
+    out_ += "RG\n";
+  }
+  void LineWidth(double width) {
+    if (width == line_width_) return;
+    line_width_ = width;
+    Number(width);
+    out_ += "w\n";
+  }
+  void BeginText() {
+    if (in_text_) return;
+    in_text_ = true;
+    out_ += "BT\n";
+  }
+  void EndText() {
+    if (!in_text_) return;
+    in_text_ = false;
+    out_ += "ET\n";
+  }
+  void Font(const PdfFonts::Use& use, const engine::Color& color);
+  double Y(double top_down) const { return height_ - top_down; }
+
+  PdfFonts& fonts_;
+  FontCache& layouts_;
+  std::string out_;
+  double height_ = 0;
+  engine::Color fill_, stroke_;
+  double line_width_ = 1;
+  int face_ = -1;
+  double size_ = 0;
+  int render_mode_ = 0;
+  bool in_text_ = false;
+  std::vector<std::pair<int, int>> faces_;  // face, font object
+  std::string repaired_;
+};
+
+void PdfSink::Content::Font(const PdfFonts::Use& use, const engine::Color& color) {
+  if (use.face != face_ || use.size != size_) {
+    face_ = use.face;
+    size_ = use.size;
+    out_ += "/F" + std::to_string(use.face) + ' ';
+    Number(use.size);
+    out_ += "Tf\n";
+    if (std::none_of(faces_.begin(), faces_.end(), [&](auto& f) { return f.first == use.face; })) {
+      faces_.emplace_back(use.face, use.object);
+    }
+  }
+  // A face fontconfig emboldens is drawn outlined as well as filled, as the screen thickens it.
+  const int mode = use.embolden ? 2 : 0;
+  if (mode != render_mode_) {
+    render_mode_ = mode;
+    out_ += mode == 2 ? "2 Tr\n" : "0 Tr\n";
+  }
+  if (use.embolden) {
+    Stroke(color);
+    LineWidth(use.size / 24);
+  }
+  Fill(color);
+}
+
+void PdfSink::Content::Text(const engine::TextRun& run) {
+  if (run.text.empty()) return;
+  const FontEntry& entry = layouts_.Get(run.font);
+  if (IsValidUtf8(run.text)) {
+    pango_layout_set_text(entry.layout, run.text.data(), static_cast<int>(run.text.size()));
+  } else {
+    repaired_ = ValidUtf8(run.text);
+    pango_layout_set_text(entry.layout, repaired_.data(), static_cast<int>(repaired_.size()));
+  }
+  PangoLayoutLine* line = pango_layout_get_line_readonly(entry.layout, 0);
+  if (line == nullptr) return;
+  const char* text = pango_layout_get_text(entry.layout);
+
+  PangoRectangle logical;
+  pango_layout_line_get_extents(line, nullptr, &logical);
+  double x = Points(run.left);
+  // Justified text is a single line here; like the last line of a paragraph it sits at the left.
+  if (run.align == engine::Align::Right || run.align == engine::Align::Center) {
+    const double slack = Points(run.width) - static_cast<double>(logical.width) / PANGO_SCALE;
+    x += run.align == engine::Align::Right ? slack : slack / 2;
+  }
+  const double start = x;
+  const double baseline = Points(run.top) + entry.ascent;
+
+  for (GSList* it = line->runs; it != nullptr; it = it->next) {
+    const auto* glyph_item = static_cast<PangoGlyphItem*>(it->data);
+    const PangoItem* item = glyph_item->item;
+    const PangoGlyphString* glyphs = glyph_item->glyphs;
+    const PdfFonts::Use& use = fonts_.Get(item->analysis.font);
+    BeginText();
+    Font(use, run.color);
+    const double per_point = 1000.0 / use.size;
+    const bool backwards = item->analysis.level % 2 == 1;
+    const bool offsets = std::any_of(glyphs->glyphs, glyphs->glyphs + glyphs->num_glyphs,
+                                     [](const PangoGlyphInfo& g) {
+                                       return g.geometry.x_offset != 0 || g.geometry.y_offset != 0;
+                                     });
+    // Glyphs go out as one array of glyph ids, corrected where pango's advances (kerning) differ
+    // from the font's own widths; glyphs moved off the line (marks) are placed one by one.
+    if (!offsets) {
+      out_ += "1 0 0 1 ";
+      Number(x);
+      Number(Y(baseline));
+      out_ += "Tm[<";
+    }
+    // How far the file's pen runs ahead of pango's, in thousandths of the size: pango's advances
+    // are whole 1/1024ths of a point, so a correction is written only once the difference could
+    // show (half a thousandth of the size), and kerning always.
+    double drift = 0;
+    for (int i = 0; i < glyphs->num_glyphs; ++i) {
+      const PangoGlyphInfo& g = glyphs->glyphs[i];
+      const double advance = static_cast<double>(g.geometry.width) / PANGO_SCALE;
+      if (g.glyph == PANGO_GLYPH_EMPTY) {
+        drift -= advance * per_point;
+        x += advance;
+        continue;
+      }
+      const std::uint32_t glyph = (g.glyph & PANGO_GLYPH_UNKNOWN_FLAG) ? 0 : g.glyph;
+      std::string_view cluster;
+      if (g.attr.is_cluster_start) {
+        const int begin = glyphs->log_clusters[i];
+        int end = item->length;
+        for (int j = backwards ? i - 1 : i + 1; j >= 0 && j < glyphs->num_glyphs;
+             j += backwards ? -1 : 1) {
+          if (glyphs->log_clusters[j] != begin) {
+            end = glyphs->log_clusters[j];
+            break;
+          }
+        }
+        if (end > begin) cluster = std::string_view(text + item->offset + begin, end - begin);
+      }
+      fonts_.Shown(use.face, glyph, cluster);
+      if (offsets) {
+        out_ += "1 0 0 1 ";
+        Number(x + static_cast<double>(g.geometry.x_offset) / PANGO_SCALE);
+        Number(Y(baseline + static_cast<double>(g.geometry.y_offset) / PANGO_SCALE));
+        out_ += "Tm<";
+      } else if (std::abs(drift) >= 0.5) {
+        out_ += '>';
+        pdf::AppendNumber(out_, drift);
+        out_ += '<';
+        drift = 0;
+      }
+      for (int shift = 12; shift >= 0; shift -= 4) out_ += kGlyphHex[(glyph >> shift) & 0xF];
+      if (offsets) out_ += ">Tj\n";
+      drift += fonts_.Width(use.face, glyph) - advance * per_point;
+      x += advance;
+    }
+    if (!offsets) out_ += ">]TJ\n";
+  }
+
+  if (run.font.underline) {
+    EndText();
+    Fill(run.color);
+    const double top = baseline - entry.underline_position;
+    Number(start);
+    Number(Y(top + entry.underline_thickness));
+    Number(static_cast<double>(logical.width) / PANGO_SCALE);
+    Number(entry.underline_thickness);
+    out_ += "re f\n";
+  }
+}
+
+void PdfSink::Content::Line(const engine::LineItem& line) {
+  EndText();
+  Stroke(line.color);
+  LineWidth(Thickness(line.thickness));
+  Number(Points(line.x1));
+  Number(Y(Points(line.y1)));
+  out_ += "m ";
+  Number(Points(line.x2));
+  Number(Y(Points(line.y2)));
+  out_ += "l S\n";
+}
+
+void PdfSink::Content::Rect(const engine::RectItem& rect) {
+  const double left = Points(rect.left), top = Points(rect.top);
+  const double width = Points(rect.width), height = Points(rect.height);
+  if (!rect.filled && !rect.stroked) return;
+  EndText();
+  if (rect.filled) {
+    Fill(rect.fill);
+    Number(left);
+    Number(Y(top + height));
+    Number(width);
+    Number(height);
+    out_ += "re f\n";
+  }
+  if (rect.stroked) {
+    const double line = Thickness(rect.thickness);
+    // The border lies inside the box, so a boxed section keeps its measured size.
+    const double inset = line / 2;
+    Stroke(rect.stroke);
+    LineWidth(line);
+    Number(left + inset);
+    Number(Y(top + height - inset));
+    Number(width - 2 * inset);
+    Number(height - 2 * inset);
+    out_ += "re S\n";
+  }
+}
 
 PdfSink::PdfSink(std::filesystem::path target) : target_(std::move(target)) {}
 
 PdfSink::~PdfSink() { OnAbort(); }
 
-cairo_status_t PdfSink::Write(void* closure, const unsigned char* data, unsigned int length) {
-  auto* self = static_cast<PdfSink*>(closure);
-  if (self->discarding_) return CAIRO_STATUS_SUCCESS;
-  std::FILE* stream = self->file_ ? self->file_->Stream() : nullptr;
-  if (stream == nullptr || std::fwrite(data, 1, length, stream) != length) {
-    return CAIRO_STATUS_WRITE_ERROR;
-  }
-  return CAIRO_STATUS_SUCCESS;
-}
-
-void PdfSink::CheckStatus() const {
-  const cairo_status_t status = cr_ != nullptr ? cairo_status(cr_) : cairo_surface_status(surface_);
-  if (status != CAIRO_STATUS_SUCCESS) {
-    throw RenderError("Cannot write " + target_.string() + ": " + cairo_status_to_string(status));
-  }
-}
-
-void PdfSink::OnBegin(const engine::DocumentInfo& info) {
+void PdfSink::OnBegin(const engine::DocumentInfo&) {
   file_.emplace(target_);
-  surface_ = cairo_pdf_surface_create_for_stream(&PdfSink::Write, this,
-                                                 PointsOr(info.page_width, kDefaultWidth),
-                                                 PointsOr(info.page_height, kDefaultHeight));
-  CheckStatus();
-  cairo_pdf_surface_restrict_to_version(surface_, CAIRO_PDF_VERSION_1_5);
-  if (!info.title.empty()) {
-    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_TITLE,
-                                   ValidUtf8(info.title).c_str());
-  }
-  if (!info.caption.empty() && info.caption != info.title) {
-    cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_SUBJECT,
-                                   ValidUtf8(info.caption).c_str());
-  }
-  cairo_pdf_surface_set_metadata(surface_, CAIRO_PDF_METADATA_CREATOR, "Trellin Reports");
-  cr_ = cairo_create(surface_);
-  CheckStatus();
+  pdf_ = std::make_unique<PdfFile>(file_->Stream(), target_.string());
+  fonts_ = std::make_unique<PdfFonts>(*pdf_);
+  outline_ = std::make_unique<PdfOutline>(*pdf_);
+  content_ = std::make_unique<Content>(*fonts_, layouts_);
+  pages_root_ = pdf_->Reserve();
 }
 
 void PdfSink::OnPage(const engine::Page& page) {
   // Each page takes its own paper size, so a landscape page may follow portrait ones.
-  cairo_pdf_surface_set_size(surface_,
-                             PointsOr(page.width, PointsOr(Info().page_width, kDefaultWidth)),
-                             PointsOr(page.height, PointsOr(Info().page_height, kDefaultHeight)));
+  const double width = PointsOr(page.width, PointsOr(Info().page_width, kDefaultWidth));
+  const double height = PointsOr(page.height, PointsOr(Info().page_height, kDefaultHeight));
+  content_->Begin(height);
+  for (const engine::PageItem& item : page.items) {
+    std::visit(
+        [&](const auto& it) {
+          using T = std::decay_t<decltype(it)>;
+          if (!Finite(it)) return;
+          if constexpr (std::is_same_v<T, engine::TextRun>) {
+            content_->Text(it);
+          } else if constexpr (std::is_same_v<T, engine::LineItem>) {
+            content_->Line(it);
+          } else {
+            content_->Rect(it);
+          }
+        },
+        item);
+  }
+  const int contents = pdf_->Reserve();
+  const int page_object = pdf_->Reserve();
+  pdf_->WriteStream(contents, "", content_->Finish(), true);
+  std::string dictionary =
+      "<</Type/Page/Parent " + std::to_string(pages_root_) + " 0 R/MediaBox[0 0 ";
+  pdf::AppendNumber(dictionary, width);
+  dictionary += ' ';
+  pdf::AppendNumber(dictionary, height);
+  dictionary += "]/Resources<</Font<<" + content_->FontResources() + ">>>>/Contents " +
+                std::to_string(contents) + " 0 R>>";
+  pdf_->WriteObject(page_object, dictionary);
+  kids_ += std::to_string(page_object);
+  kids_ += " 0 R ";
   ++pages_;
-  painter_.Paint(cr_, page);
-  AddBookmarks(page);
-  cairo_show_page(cr_);
-  CheckStatus();
-}
 
-void PdfSink::AddBookmarks(const engine::Page& page) {
   for (const engine::Bookmark& mark : page.bookmarks) {
-    if (mark.path.empty()) continue;
     const double top =
         std::isfinite(mark.top) ? std::clamp(mark.top / kTwipsPerPoint, 0.0, 14400.0) : 0.0;
-    const std::string dest =
-        "page=" + std::to_string(pages_) + " pos=[0 " + std::to_string(std::lround(top)) + "]";
-    // Keep the open entries the path shares with the previous bookmark; add the rest, each
-    // pointing at this place.
-    std::size_t shared = 0;
-    while (shared < outline_.size() && shared + 1 < mark.path.size() &&
-           outline_[shared].name == mark.path[shared]) {
-      ++shared;
-    }
-    outline_.resize(shared);
-    for (std::size_t level = shared; level < mark.path.size(); ++level) {
-      const int parent = level == 0 ? CAIRO_PDF_OUTLINE_ROOT : outline_[level - 1].id;
-      const int flags = level == 0 ? CAIRO_PDF_OUTLINE_FLAG_OPEN : 0;
-      const int id = cairo_pdf_surface_add_outline(
-          surface_, parent, ValidUtf8(mark.path[level]).c_str(), dest.c_str(),
-          static_cast<cairo_pdf_outline_flags_t>(flags));
-      outline_.push_back({mark.path[level], id});
-    }
+    outline_->Add(mark.path, page_object, static_cast<double>(std::lround(height - top)));
   }
 }
 
 void PdfSink::OnEnd() {
-  cairo_destroy(cr_);
-  cr_ = nullptr;
-  cairo_surface_finish(surface_);
-  CheckStatus();
-  cairo_surface_destroy(surface_);
-  surface_ = nullptr;
+  fonts_->Finish();
+  const int outlines = outline_->Finish();
+  if (pages_ == 0) {
+    // A document of no pages is one blank page of the report's paper.
+    const int contents = pdf_->Reserve();
+    const int page_object = pdf_->Reserve();
+    pdf_->WriteStream(contents, "", "", false);
+    std::string dictionary =
+        "<</Type/Page/Parent " + std::to_string(pages_root_) + " 0 R/MediaBox[0 0 ";
+    pdf::AppendNumber(dictionary, PointsOr(Info().page_width, kDefaultWidth));
+    dictionary += ' ';
+    pdf::AppendNumber(dictionary, PointsOr(Info().page_height, kDefaultHeight));
+    dictionary += "]/Resources<<>>/Contents " + std::to_string(contents) + " 0 R>>";
+    pdf_->WriteObject(page_object, dictionary);
+    kids_ = std::to_string(page_object) + " 0 R";
+    pages_ = 1;
+  }
+  pdf_->WriteObject(pages_root_,
+                    "<</Type/Pages/Kids[" + kids_ + "]/Count " + std::to_string(pages_) + ">>");
+  kids_.clear();
+
+  const engine::DocumentInfo& info = Info();
+  std::string text = "<</Creator";
+  pdf::AppendTextString(text, "Trellin Reports");
+  text += "/Producer";
+  pdf::AppendTextString(text, "Trellin Reports");
+  text += "/CreationDate" + PdfDate();
+  if (!info.title.empty()) {
+    text += "/Title";
+    pdf::AppendTextString(text, info.title);
+  }
+  if (!info.caption.empty() && info.caption != info.title) {
+    text += "/Subject";
+    pdf::AppendTextString(text, info.caption);
+  }
+  text += ">>";
+  const int info_object = pdf_->Reserve();
+  pdf_->WriteObject(info_object, text);
+
+  const int catalog = pdf_->Reserve();
+  std::string root = "<</Type/Catalog/Pages " + std::to_string(pages_root_) + " 0 R";
+  if (outlines != 0) root += "/Outlines " + std::to_string(outlines) + " 0 R/PageMode/UseOutlines";
+  root += ">>";
+  pdf_->WriteObject(catalog, root);
+  pdf_->Finish(catalog, info_object);
+
+  content_.reset();
+  outline_.reset();
+  fonts_.reset();
+  pdf_.reset();
   file_->Commit();
   file_.reset();
 }
 
-void PdfSink::Release() noexcept {
-  if (cr_ != nullptr) cairo_destroy(cr_);
-  cr_ = nullptr;
-  if (surface_ != nullptr) {
-    // Finishing flushes into the write callback, which now drops everything.
-    discarding_ = true;
-    cairo_surface_destroy(surface_);
-  }
-  surface_ = nullptr;
-}
-
 void PdfSink::OnAbort() noexcept {
-  Release();
+  content_.reset();
+  outline_.reset();
+  fonts_.reset();
+  pdf_.reset();
   if (file_) file_->Discard();
   file_.reset();
 }

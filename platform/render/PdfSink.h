@@ -1,15 +1,19 @@
 #pragma once
-// PDF through cairo: pages stream to the file as they arrive, fonts are embedded as subsets,
-// the document title goes into the metadata and bookmarks into the outline.
-
-#include <cairo.h>
+// PDF written by our own writer: each page's text, rules and boxes go into one compressed
+// content stream as the page arrives, text as runs of glyphs placed exactly where pango's shaping
+// put them (the shaping the engine measured with); fonts are embedded once, as subsets, at the
+// end, with the outline and the cross-reference table. Memory holds the open outline path, one
+// offset per object and the glyphs each font used, whatever the page count.
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "platform/render/PagePainter.h"
+#include "platform/render/FontCache.h"
+#include "platform/render/PdfFile.h"
+#include "platform/render/PdfFonts.h"
+#include "platform/render/PdfOutline.h"
 #include "platform/render/SinkBase.h"
 #include "platform/render/StagedFile.h"
 
@@ -27,26 +31,18 @@ class PdfSink final : public SinkBase {
   void OnAbort() noexcept override;
 
  private:
-  static cairo_status_t Write(void* closure, const unsigned char* data, unsigned int length);
-  void AddBookmarks(const engine::Page& page);
-  void CheckStatus() const;
-  void Release() noexcept;
-
-  struct OpenOutline {
-    std::string name;
-    int id = 0;
-  };
+  class Content;
 
   std::filesystem::path target_;
   std::optional<StagedFile> file_;
-  cairo_surface_t* surface_ = nullptr;
-  cairo_t* cr_ = nullptr;
-  PagePainter painter_{false};
+  std::unique_ptr<PdfFile> pdf_;
+  std::unique_ptr<PdfFonts> fonts_;
+  std::unique_ptr<PdfOutline> outline_;
+  std::unique_ptr<Content> content_;
+  FontCache layouts_{false};
+  int pages_root_ = 0;
+  std::string kids_;  // "n 0 R" of every page so far
   int pages_ = 0;
-  bool discarding_ = false;
-  // The outline entries of the last bookmark path, one per level: a following bookmark that
-  // shares a leading part of the path hangs under the same entries.
-  std::vector<OpenOutline> outline_;
 };
 
 }  // namespace trellin::render
