@@ -6,10 +6,12 @@
 
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/host/AssetDepreciation.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Strings.h"
@@ -184,6 +186,21 @@ class BusinessObjects {
   [[nodiscard]] virtual const trellin::AssetCategory* FindAssetCategory(std::string_view code) = 0;
   // The stock levels of the run's items; each call makes a fresh one that reads on first use.
   [[nodiscard]] virtual std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() = 0;
+  // The fixed assets of the run: a depreciation calculator, an Asset object, and a depreciation
+  // run worked out to `date_dated` against `years`. The assets are read once, at the first of
+  // these calls. A business layer that keeps no assets throws std::logic_error.
+  [[nodiscard]] virtual std::unique_ptr<trellin::AssetDepreciation> CreateAssetDepreciation() {
+    throw std::logic_error("This business layer keeps no fixed assets.");
+  }
+  [[nodiscard]] virtual std::unique_ptr<trellin::Asset> CreateAsset() {
+    throw std::logic_error("This business layer keeps no fixed assets.");
+  }
+  [[nodiscard]] virtual std::unique_ptr<trellin::DepreciationRun> CreateDepreciationRun(
+      Date date_dated, const std::vector<FinancialYear>& years) {
+    (void)date_dated;
+    (void)years;
+    throw std::logic_error("This business layer keeps no fixed assets.");
+  }
 };
 
 }  // namespace trellin

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/business/AssetBook.h"
+#include "platform/business/CompanyAssetDepreciation.h"
 #include "platform/business/CompanyItemStockLevel.h"
 #include "platform/runtime/Strings.h"
 
@@ -244,6 +246,24 @@ const AssetCategory* CompanyBusinessObjects::FindAssetCategory(std::string_view 
 
 std::unique_ptr<ItemStockLevel> CompanyBusinessObjects::CreateItemStockLevel() {
   return std::make_unique<CompanyItemStockLevel>(database_);
+}
+
+const std::shared_ptr<const AssetBook>& CompanyBusinessObjects::Assets() {
+  if (!assets_) assets_ = AssetBook::Read(*database_);
+  return assets_;
+}
+
+std::unique_ptr<AssetDepreciation> CompanyBusinessObjects::CreateAssetDepreciation() {
+  return std::make_unique<CompanyAssetDepreciation>(Assets());
+}
+
+std::unique_ptr<Asset> CompanyBusinessObjects::CreateAsset() {
+  return std::make_unique<CompanyAsset>(Assets());
+}
+
+std::unique_ptr<DepreciationRun> CompanyBusinessObjects::CreateDepreciationRun(
+    Date date_dated, const std::vector<FinancialYear>& years) {
+  return std::make_unique<CompanyDepreciationRun>(Assets(), date_dated, years);
 }
 
 }  // namespace trellin::business

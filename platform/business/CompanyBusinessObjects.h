@@ -15,6 +15,8 @@
 
 namespace trellin::business {
 
+class AssetBook;
+
 class CompanyBusinessObjects : public BusinessObjects {
  public:
   // `database` must not be null; nothing is read until the first look-up.
@@ -27,6 +29,10 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] const trellin::Employee* FindEmployee(std::string_view code) override;
   [[nodiscard]] const trellin::AssetCategory* FindAssetCategory(std::string_view code) override;
   [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
+  [[nodiscard]] std::unique_ptr<trellin::AssetDepreciation> CreateAssetDepreciation() override;
+  [[nodiscard]] std::unique_ptr<trellin::Asset> CreateAsset() override;
+  [[nodiscard]] std::unique_ptr<trellin::DepreciationRun> CreateDepreciationRun(
+      Date date_dated, const std::vector<FinancialYear>& years) override;
 
  private:
   // Keyed by the upper-cased, trimmed code.
@@ -40,6 +46,8 @@ class CompanyBusinessObjects : public BusinessObjects {
   std::optional<ByCode<trellin::TaxCategory>> tax_categories_;
   std::optional<ByCode<trellin::Employee>> employees_;
   std::optional<ByCode<trellin::AssetCategory>> asset_categories_;
+  std::shared_ptr<const AssetBook> assets_;  // read at the first asset call
+  [[nodiscard]] const std::shared_ptr<const AssetBook>& Assets();
 };
 
 }  // namespace trellin::business

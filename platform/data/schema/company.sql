@@ -868,7 +868,9 @@ CREATE TABLE ItemStocktake (
 -- One asset; ParentAssetId makes it a component of another. Status 1 On Order, 2 In Use,
 -- 3 Available, 4 Disposed, 5 Scrapped. Purchased is the purchase amount. DepreciationBasis and
 -- DepreciationRate (per cent), and their tax twins, are the asset's methods as the business
--- layer's Asset object gives them to the schedule's "Basis" columns.
+-- layer's Asset object gives them to the schedule's "Basis" columns. Basis codes: 0 or Null none;
+-- 1 straight line "SL" (the rate of the cost a year); 2 diminishing value "DV" (the rate of the
+-- book value at the start of the financial year, or at purchase in the year bought).
 -- Keys: AssetDepreciationSchedule, AssetDeferredTaxSchedule, AssetFutureValueSchedule,
 -- AssetPurchaseSummary, AssetDisposalSummary, AssetLog, DocumentFA; Assets and ParentAssets
 -- parameters, "Asset" and "Parent Asset" groupings.
