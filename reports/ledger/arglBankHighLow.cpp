@@ -14,7 +14,7 @@ namespace trellin {
 
 namespace {
 
-enum class Frequency { Daily, Weekly, Monthly };
+enum class HighLowFrequency { Daily, Weekly, Monthly };
 
 constexpr ListOrder kHighLowOrders[] = {{"Code", "Bank.BankId"}};
 
@@ -50,36 +50,36 @@ constexpr const char* kHighLowFields[] = {
     "OverLimit", "RunLowest",   "RunLowestOn",    "RunHighest",     "RunHighestOn", "Limit",
 };
 
-Frequency FrequencyOf(const std::string& value) {
-  if (EqualsIgnoreCase(value, "Weekly")) return Frequency::Weekly;
-  if (EqualsIgnoreCase(value, "Monthly")) return Frequency::Monthly;
-  return Frequency::Daily;
+HighLowFrequency HighLowFrequencyOf(const std::string& value) {
+  if (EqualsIgnoreCase(value, "Weekly")) return HighLowFrequency::Weekly;
+  if (EqualsIgnoreCase(value, "Monthly")) return HighLowFrequency::Monthly;
+  return HighLowFrequency::Daily;
 }
 
 // The last day of the period that `day` starts, cut at `last`. A week ends on a Sunday.
-Date PeriodEnd(Date day, Frequency frequency, Date last) {
+Date HighLowPeriodEnd(Date day, HighLowFrequency frequency, Date last) {
   Date end = day;
-  if (frequency == Frequency::Weekly) {
+  if (frequency == HighLowFrequency::Weekly) {
     const int from_monday = (static_cast<int>(day.DayOfWeek()) + 5) % 7;
     end = day.AddDays(6 - from_monday);
-  } else if (frequency == Frequency::Monthly) {
+  } else if (frequency == HighLowFrequency::Monthly) {
     end = day.LastOfMonth();
   }
   return end < last ? end : last;
 }
 
-using DayMovements = std::map<Date, Currency>;
+using HighLowDays = std::map<Date, Currency>;
 
 // Each bank account's movement per day in the dates, by account upper-cased.
-std::map<std::string, DayMovements, std::less<>> DailyMovements(const Variant& from,
-                                                                const Variant& to) {
+std::map<std::string, HighLowDays, std::less<>> HighLowDailyMovements(const Variant& from,
+                                                                      const Variant& to) {
   std::string where = "AccountId In (SELECT AssetAccountId FROM Bank)";
   std::string ignored;
   AppendDateRangeCondition(where, "Date", from, to, "", ignored);
   auto rs = TrellinReportGlobals::RequireBusinessLayer().Database()->Query(
       "SELECT AccountId,Date,Sum(Value) AS Movement FROM glTransaction WHERE " + where +
       " GROUP BY AccountId,Date");
-  std::map<std::string, DayMovements, std::less<>> movements;
+  std::map<std::string, HighLowDays, std::less<>> movements;
   for (; !rs->Eof(); rs->MoveNext()) {
     movements[UCase(rs->Value(0).Text())][rs->Value(1).ToDate().DateOnly()] +=
         rs->Value(2).ToCurrency();
@@ -87,7 +87,7 @@ std::map<std::string, DayMovements, std::less<>> DailyMovements(const Variant& f
   return movements;
 }
 
-bool Blank(const Variant& v) { return v.IsNull() || v.IsEmpty() || v.IsMissing(); }
+bool HighLowBlank(const Variant& v) { return v.IsNull() || v.IsEmpty() || v.IsMissing(); }
 
 }  // namespace
 
@@ -104,17 +104,18 @@ void arglBankHighLow::ActiveReport_ReportStart() {
   const trellin::Parameters& p = TLReport()->Parameters();
   const Variant from = p.Value("DatedFrom", Variant::Null());
   const Variant to = p.Value("DatedTo", Variant::Null());
-  const Frequency frequency = FrequencyOf(p.Value("Frequency", Variant("Daily")).Text());
+  const HighLowFrequency frequency =
+      HighLowFrequencyOf(p.Value("Frequency", Variant("Daily")).Text());
   const auto openings = BankOpenings(from);
-  const auto movements = DailyMovements(from, to);
+  const auto movements = HighLowDailyMovements(from, to);
   // Open dates run from the first day any bank moved to the last.
   std::optional<Date> first, last;
-  if (!Blank(from)) first = from.ToDate().DateOnly();
-  if (!Blank(to)) last = to.ToDate().DateOnly();
+  if (!HighLowBlank(from)) first = from.ToDate().DateOnly();
+  if (!HighLowBlank(to)) last = to.ToDate().DateOnly();
   for (const auto& [account, days] : movements) {
     if (days.empty()) continue;
-    if (Blank(from) && (!first || days.begin()->first < *first)) first = days.begin()->first;
-    if (Blank(to) && (!last || days.rbegin()->first > *last)) last = days.rbegin()->first;
+    if (HighLowBlank(from) && (!first || days.begin()->first < *first)) first = days.begin()->first;
+    if (HighLowBlank(to) && (!last || days.rbegin()->first > *last)) last = days.rbegin()->first;
   }
   rows_.clear();
   next_ = 0;
@@ -129,11 +130,11 @@ void arglBankHighLow::ActiveReport_ReportStart() {
     auto opening = openings.find(key);
     Currency balance = opening == openings.end() ? Currency() : opening->second;
     auto found = movements.find(key);
-    const DayMovements none;
-    const DayMovements& days = found == movements.end() ? none : found->second;
+    const HighLowDays none;
+    const HighLowDays& days = found == movements.end() ? none : found->second;
     const std::size_t bank_first = rows_.size();
     for (Date start = *first; start <= *last;) {
-      const Date end = PeriodEnd(start, frequency, *last);
+      const Date end = HighLowPeriodEnd(start, frequency, *last);
       row.from = start;
       row.to = end;
       row.opening = row.lowest = row.highest = balance;
@@ -166,7 +167,7 @@ void arglBankHighLow::ActiveReport_ReportStart() {
   }
   // The rows are made; the report runs over them unbound.
   DataControl().SetSource("");
-  const bool daily = frequency == Frequency::Daily;
+  const bool daily = frequency == HighLowFrequency::Daily;
   if (Control* label = FindControl("lblFrom")) label->SetCaption(daily ? "Day" : "From");
   // A day's lowest and highest fall on the day itself.
   for (const char* name :
