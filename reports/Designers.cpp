@@ -9,6 +9,7 @@
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
+#include "reports/ledger/arLodgementSchedule.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglAccountReportsNew.h"
 #include "reports/ledger/arglBankHighLow.h"
@@ -37,6 +38,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
     {"arglBankHighLow", CreatearglBankHighLow},
+    {"arLodgementSchedule", CreatearLodgementSchedule},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},

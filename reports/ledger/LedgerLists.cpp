@@ -7,6 +7,11 @@
 
 namespace trellin {
 
+void AddDateAsAt(trellin::Parameters& parameters) {
+  parameters.AddDate("DateAsAt", Variant(), false, "Date As At", kPeriodEnd, false, "Date As At")
+      ->Help = "Left blank, the general ledger's current date (GLCURRENT).";
+}
+
 std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from) {
   std::map<std::string, Currency, std::less<>> openings;
   if (from.IsNull() || from.IsEmpty() || from.IsMissing()) return openings;
@@ -18,6 +23,65 @@ std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from) {
   for (; !rs->Eof(); rs->MoveNext())
     openings[UCase(rs->Value(0).Text())] = rs->Value(1).ToCurrency();
   return openings;
+}
+
+namespace {
+
+struct PayMethodRow {
+  std::string_view letter;
+  std::string_view name;
+};
+constexpr PayMethodRow kPayMethods[] = {
+    {"A", "Amex"},   {"B", "Bank"},         {"C", "Direct Credit"}, {"D", "Diners"},
+    {"E", "EFTPOS"}, {"F", "Direct Debit"}, {"Q", "Cheque"},        {"M", "Mastercard"},
+    {"O", "Other"},  {"V", "Visa"},
+};
+
+struct AccountKind {
+  std::string_view post;
+  std::string_view name;
+};
+constexpr AccountKind kAccountKinds[] = {
+    {"", "Account"}, {"H", "Heading"}, {"G", "Group"},
+    {"T", "Total"},  {"C", "Clear"},   {"P", "Page"},
+};
+
+// The account classes by Type, 1 to 11.
+constexpr std::string_view kAccountClasses[] = {
+    "Sales",         "Cost of Sales", "Expense", "Other Income",      "Other Expense",
+    "Appropriation", "Current Asset", "Asset",   "Current Liability", "Liability",
+    "Capital",
+};
+
+}  // namespace
+
+std::string AccountKindName(const std::string& post) {
+  const std::string code = UCase(Trim(post));
+  for (const AccountKind& k : kAccountKinds) {
+    if (k.post == code) return std::string(k.name);
+  }
+  return code;
+}
+
+std::string AccountClassName(const Variant& type) {
+  if (type.IsNull() || type.IsEmpty() || type.IsMissing()) return {};
+  const long code = type.ToLong();
+  return code >= 1 && code <= 11 ? std::string(kAccountClasses[code - 1]) : std::string();
+}
+
+std::string_view PayMethodName(std::string_view letter) {
+  for (const PayMethodRow& m : kPayMethods) {
+    if (EqualsIgnoreCase(m.letter, letter)) return m.name;
+  }
+  return "Cash";
+}
+
+std::string ListKeysSubquery(const std::string& sql, std::string_view key_field) {
+  const std::size_t from = sql.find(" FROM ");
+  const std::size_t order = sql.rfind(" ORDER BY ");
+  return "SELECT " + std::string(key_field) +
+         sql.substr(from,
+                    order == std::string::npos || order < from ? std::string::npos : order - from);
 }
 
 std::string LedgerFieldText(const Fields& fields, std::string_view name) {

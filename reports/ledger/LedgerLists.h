@@ -43,6 +43,16 @@ inline constexpr ListParameter kBankReferences = ReferencesParameter(
 inline constexpr ListParameter kLedgerReferences = ReferencesParameter(
     "glTransaction.Reference", "SELECT Reference,'' FROM glTransaction GROUP BY Reference");
 
+// "PostingOnly": the chart's posting accounts only, its shaping rows left out.
+inline constexpr ListParameter kPostingOnly = {.kind = ListParameterKind::Option,
+                                               .name = "PostingOnly",
+                                               .caption = "Posting Only",
+                                               .condition = "Account.Post Is Null",
+                                               .phrase = "Posting accounts only"};
+
+// Adds "DateAsAt", a date defaulting to the ledger's current date.
+void AddDateAsAt(trellin::Parameters& parameters);
+
 // "Banks": the standard bank row, tested on `field`.
 constexpr ListParameter BanksParameter(std::string_view field) {
   return {.kind = ListParameterKind::Standard, .field = field, .index = 5, .primary = true};
@@ -53,6 +63,21 @@ inline constexpr ListParameter kBankEntryBanks = BanksParameter("glBankTransacti
 // upper-cased, from one grouped query; empty when `from` is blank. Needs the globals;
 // throws what the date conversion throws.
 [[nodiscard]] std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from);
+
+// What a receipt's or payment's pay method letter ("Q") prints ("Cheque"); any letter not known,
+// and none, is "Cash".
+[[nodiscard]] std::string_view PayMethodName(std::string_view letter);
+
+// A list's query `sql` ("SELECT ... FROM ... WHERE ... ORDER BY ...") as a subquery of its rows'
+// `key_field` alone: "SELECT key_field FROM ... WHERE ...", for reading what hangs under every
+// row with one query. The SELECT list must hold no " FROM " of its own.
+[[nodiscard]] std::string ListKeysSubquery(const std::string& sql, std::string_view key_field);
+
+// What a chart row is by its Post code ("Account" for a blank one, "Heading", "Group", "Total",
+// "Clear", "Page"); a code not known names itself.
+[[nodiscard]] std::string AccountKindName(const std::string& post);
+// The class of an account by its Type, 1 "Sales" to 11 "Capital"; "" for any other value.
+[[nodiscard]] std::string AccountClassName(const Variant& type);
 
 // The text of the row's field `name`; "" when the row has no such field.
 [[nodiscard]] std::string LedgerFieldText(const Fields& fields, std::string_view name);

@@ -33,11 +33,7 @@ constexpr ListParameter kChartParameters[] = {
      .caption = "Levels",
      .choices = kChartLevels},
     {.kind = ListParameterKind::Option, .name = "ShowBalances", .caption = "Show Balances"},
-    {.kind = ListParameterKind::Option,
-     .name = "PostingOnly",
-     .caption = "Posting Only",
-     .condition = "Account.Post Is Null",
-     .phrase = "Posting accounts only"},
+    kPostingOnly,
 };
 
 constexpr ListKey kChartKeys[] = {{
@@ -48,23 +44,6 @@ constexpr ListKey kChartKeys[] = {{
     .orders = kChartOrders,
     .parameters = kChartParameters,
 }};
-
-// What a chart row is, by its Post code; a blank code is a posting account.
-struct ChartKind {
-  std::string_view post;
-  std::string_view name;
-};
-constexpr ChartKind kChartKinds[] = {
-    {"", "Account"}, {"H", "Heading"}, {"G", "Group"},
-    {"T", "Total"},  {"C", "Clear"},   {"P", "Page"},
-};
-
-// The account classes by Type, 1 to 11.
-constexpr std::string_view kChartClasses[] = {
-    "Sales",         "Cost of Sales", "Expense", "Other Income",      "Other Expense",
-    "Appropriation", "Current Asset", "Asset",   "Current Liability", "Liability",
-    "Capital",
-};
 
 // Each level below the first sits this much further in.
 constexpr float kChartIndent = 240;
@@ -83,10 +62,7 @@ DesignerPtr CreatearChartofAccounts() { return std::make_shared<arChartofAccount
 
 void arChartofAccounts::RefreshParameters(std::string& ReportName) {
   ListDesigner::RefreshParameters(ReportName);
-  TLReport()
-      ->Parameters()
-      .AddDate("DateAsAt", Variant(), false, "Date As At", kPeriodEnd, false, "Date As At")
-      ->Help = "Left blank, the general ledger's current date (GLCURRENT).";
+  AddDateAsAt(TLReport()->Parameters());
 }
 
 void arChartofAccounts::ActiveReport_ReportStart() {
@@ -130,18 +106,8 @@ void arChartofAccounts::ActiveReport_DataInitialize() {
 
 void arChartofAccounts::ActiveReport_FetchData(bool&) {
   const std::string post = UCase(Trim(ChartValue(Fields(), "Post").Text()));
-  std::string kind = post;
-  for (const ChartKind& k : kChartKinds) {
-    if (k.post == post) kind = std::string(k.name);
-  }
-  Fields().Add("Kind").SetValue(Variant(kind));
-  const Variant& type = ChartValue(Fields(), "Type");
-  std::string account_class;
-  if (!type.IsNull() && !type.IsEmpty()) {
-    const long code = type.ToLong();
-    if (code >= 1 && code <= 11) account_class = std::string(kChartClasses[code - 1]);
-  }
-  Fields().Add("Class").SetValue(Variant(account_class));
+  Fields().Add("Kind").SetValue(Variant(AccountKindName(post)));
+  Fields().Add("Class").SetValue(Variant(AccountClassName(ChartValue(Fields(), "Type"))));
   Variant debit = Variant::Null();
   Variant credit = Variant::Null();
   if (show_balances_ && post.empty()) {

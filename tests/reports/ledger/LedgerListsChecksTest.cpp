@@ -222,6 +222,41 @@ TEST_F(LedgerListsChecks, BankHighLowAgreesWithARunningSumOfTheBooks) {
   EXPECT_EQ(TextOf(footers[0], "txtRunHighestOn"), day_text(run.highest_on));
 }
 
+// Each deposit slip of a week is that day's bank receipts: the bank's own lines of the entries
+// that receipts were banked by, in count and in sum, and the slips' total is the week's.
+TEST_F(LedgerListsChecks, EachLodgementSlipIsThatDaysBankReceipts) {
+  const std::string dump =
+      Join(RunPages(Open("Lodgements", {"DatedFrom=2025-11-01", "DatedTo=2025-11-07"})), "\n");
+  std::map<std::string, std::pair<std::size_t, Currency>> books;  // by day
+  Currency week;
+  for (const auto& row :
+       Query("SELECT substr(b.Date, 1, 10), Count(*), Sum(t.Value) FROM glBankTransaction b "
+             "JOIN glTransaction t ON t.glBankTransactionId = b.glBankTransactionId AND "
+             "t.glBankTransactionSequence = 0 WHERE b.Date >= '2025-11-01' AND b.Date < "
+             "'2025-11-08' AND b.glBankTransactionId In (SELECT glBankTransactionId FROM "
+             "Transactions WHERE Type = 35) GROUP BY 1")) {
+    const Currency sum = Currency::FromRaw(std::stoll(row[2]));
+    books[row[0]] = {std::stoul(row[1]), sum};
+    week += sum;
+  }
+  ASSERT_EQ(books.size(), 7u);    // receipts are banked every day of the week
+  std::vector<std::string> days;  // "#2025-11-05#"
+  for (const DumpRow& row : RowsOf(dump, "GroupHeader")) {
+    if (auto date = row.find("txtSlipDate"); date != row.end()) days.push_back(date->second.first);
+  }
+  std::map<std::string, std::pair<std::size_t, Currency>> listed;
+  std::size_t slip = 0;
+  for (const DumpRow& row : RowsOf(dump, "GroupFooter")) {
+    if (row.find("txtSlipTotal") == row.end()) continue;  // a method's footer
+    ASSERT_LT(slip, days.size());
+    ASSERT_EQ(days[slip].size(), 12u) << days[slip];
+    listed[days[slip++].substr(1, 10)] = {std::stoul(TextOf(row, "txtSlipCount")),
+                                          MoneyOf(row, "txtSlipTotal")};
+  }
+  EXPECT_EQ(listed, books);
+  EXPECT_EQ(FooterMoney(dump, "txtReportTotal"), week);
+}
+
 // Each posting account's balance in the chart is its balance in the books at the date, on its
 // own side, and the debits total the credits.
 TEST_F(LedgerListsChecks, TheChartsBalancesAreTheBooksAndTheDebitsEqualTheCredits) {
