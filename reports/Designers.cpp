@@ -9,6 +9,7 @@
 #include "reports/admin/arPostcodeList.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
+#include "reports/ledger/arChequeList.h"
 #include "reports/ledger/arLodgementSchedule.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglAccountReportsNew.h"
@@ -38,6 +39,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
     {"arglBankHighLow", CreatearglBankHighLow},
+    {"arChequeList", CreatearChequeList},
     {"arLodgementSchedule", CreatearLodgementSchedule},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankTransactionList", CreatearglBankTransactionList},
