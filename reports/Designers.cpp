@@ -13,6 +13,7 @@
 #include "reports/ledger/arLodgementSchedule.h"
 #include "reports/ledger/arglAccountReports.h"
 #include "reports/ledger/arglAccountReportsNew.h"
+#include "reports/ledger/arglBankBatch.h"
 #include "reports/ledger/arglBankHighLow.h"
 #include "reports/ledger/arglBankLedger.h"
 #include "reports/ledger/arglBankTransactionList.h"
@@ -38,6 +39,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
+    {"arglBankBatch", CreatearglBankBatch},
     {"arglBankHighLow", CreatearglBankHighLow},
     {"arChequeList", CreatearChequeList},
     {"arLodgementSchedule", CreatearLodgementSchedule},

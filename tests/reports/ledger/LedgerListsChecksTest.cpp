@@ -257,6 +257,39 @@ TEST_F(LedgerListsChecks, EachLodgementSlipIsThatDaysBankReceipts) {
   EXPECT_EQ(FooterMoney(dump, "txtReportTotal"), week);
 }
 
+// Under every bank entry of a month its split lines' gross adds up to the entry's amount, money in
+// and out alike, and the report's deposits less its withdrawals are the banks' movement.
+TEST_F(LedgerListsChecks, EachBankEntrysSplitLinesAddUpToItsAmount) {
+  const std::string dump =
+      Join(RunPages(Open("BankBatch", {"DatedFrom=2025-10-01", "DatedTo=2025-10-31"})), "\n");
+  std::size_t entries = 0;
+  std::string entry;
+  Currency amount, split;
+  const auto close = [&] {
+    if (!entry.empty()) EXPECT_EQ(split, amount) << "entry " << entry;
+  };
+  for (const DumpRow& row : RowsOf(dump, "Detail")) {
+    if (row.find("txtEntryId") != row.end()) {
+      close();
+      entry = TextOf(row, "txtEntryId");
+      amount = MoneyOf(row, "txtAmount");
+      split = Currency();
+      ++entries;
+    } else {
+      split += MoneyOf(row, "txtGross");
+    }
+  }
+  close();
+  EXPECT_GT(entries, 100u);
+  const auto books = Query(
+      "SELECT Sum(t.Value) FROM glTransaction t JOIN glBankTransaction b ON "
+      "b.glBankTransactionId = t.glBankTransactionId WHERE t.glBankTransactionSequence = 0 AND "
+      "b.Date >= '2025-10-01' AND b.Date < '2025-11-01'");
+  ASSERT_EQ(books.size(), 1u);
+  EXPECT_EQ(FooterMoney(dump, "txtTotalDeposits") - FooterMoney(dump, "txtTotalWithdrawals"),
+            Currency::FromRaw(std::stoll(books[0][0])));
+}
+
 // Each posting account's balance in the chart is its balance in the books at the date, on its
 // own side, and the debits total the credits.
 TEST_F(LedgerListsChecks, TheChartsBalancesAreTheBooksAndTheDebitsEqualTheCredits) {
