@@ -7,6 +7,7 @@
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arChequeList.h"
@@ -39,6 +40,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
+    {"arAccountDetail", CreatearAccountDetail},
     {"arglBankBatch", CreatearglBankBatch},
     {"arglBankHighLow", CreatearglBankHighLow},
     {"arChequeList", CreatearChequeList},
