@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <ctime>
 #include <string>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -16,7 +18,21 @@ namespace {
 constexpr double kTwipsPerPoint = 20.0;
 // US Letter, for a page model that gives no paper size.
 constexpr double kDefaultWidth = 612.0, kDefaultHeight = 792.0;
-constexpr char kGlyphHex[] = "0123456789ABCDEF";
+
+// A glyph id as the two bytes of a literal string: brackets and the backslash escaped, and a
+// carriage return, which a reader would take for an end of line.
+void AppendGlyph(std::string& out, std::uint32_t glyph) {
+  for (const auto byte : {static_cast<char>(glyph >> 8 & 0xFF), static_cast<char>(glyph & 0xFF)}) {
+    if (byte == '(' || byte == ')' || byte == '\\') {
+      out += '\\';
+      out += byte;
+    } else if (byte == '\r') {
+      out += "\\r";
+    } else {
+      out += byte;
+    }
+  }
+}
 
 double Points(float twips) { return twips / kTwipsPerPoint; }
 
@@ -125,6 +141,24 @@ class PdfSink::Content {
     in_text_ = false;
     out_ += "ET\n";
   }
+  // A text run shaped, as it goes into the content stream wherever it stands.
+  struct PlacedGlyph {
+    double x = 0, y = 0;  // points from the pen at the piece's start, y downwards
+    std::uint32_t glyph = 0;
+  };
+  struct Piece {  // glyphs of one font
+    PdfFonts::Use use;
+    std::string array;    // the glyph ids and corrections inside the TJ array's brackets
+    bool placed = false;  // glyphs moved off the line: `glyphs` holds each one's place
+    std::vector<PlacedGlyph> glyphs;
+    double advance = 0;  // points
+  };
+  struct Shaped {
+    double width = 0;  // the logical width, points
+    std::vector<Piece> pieces;
+  };
+  // The run's text shaped in its font; null when pango gives no line.
+  const Shaped* Shape(const engine::TextRun& run, const FontEntry& entry);
   void Font(const PdfFonts::Use& use, const engine::Color& color);
   double Y(double top_down) const { return height_ - top_down; }
 
@@ -140,6 +174,7 @@ class PdfSink::Content {
   bool in_text_ = false;
   std::vector<std::pair<int, int>> faces_;  // face, font object
   std::string repaired_;
+  std::unordered_map<std::string, Shaped> shaped_;  // by font and text
 };
 
 void PdfSink::Content::Font(const PdfFonts::Use& use, const engine::Color& color) {
@@ -166,9 +201,17 @@ void PdfSink::Content::Font(const PdfFonts::Use& use, const engine::Color& color
   Fill(color);
 }
 
-void PdfSink::Content::Text(const engine::TextRun& run) {
-  if (run.text.empty()) return;
-  const FontEntry& entry = layouts_.Get(run.font);
+const PdfSink::Content::Shaped* PdfSink::Content::Shape(const engine::TextRun& run,
+                                                        const FontEntry& entry) {
+  std::string key = run.font.name;
+  char style[sizeof(float) + 2];
+  std::memcpy(style, &run.font.size, sizeof(float));
+  style[sizeof(float)] = static_cast<char>(run.font.bold | run.font.italic << 1);
+  style[sizeof(float) + 1] = '|';
+  key.append(style, sizeof style);
+  key += run.text;
+  if (auto it = shaped_.find(key); it != shaped_.end()) return &it->second;
+
   if (IsValidUtf8(run.text)) {
     pango_layout_set_text(entry.layout, run.text.data(), static_cast<int>(run.text.size()));
   } else {
@@ -176,45 +219,30 @@ void PdfSink::Content::Text(const engine::TextRun& run) {
     pango_layout_set_text(entry.layout, repaired_.data(), static_cast<int>(repaired_.size()));
   }
   PangoLayoutLine* line = pango_layout_get_line_readonly(entry.layout, 0);
-  if (line == nullptr) return;
+  if (line == nullptr) return nullptr;
   const char* text = pango_layout_get_text(entry.layout);
 
+  Shaped shaped;
   PangoRectangle logical;
   pango_layout_line_get_extents(line, nullptr, &logical);
-  double x = Points(run.left);
-  // Justified text is a single line here; like the last line of a paragraph it sits at the left.
-  if (run.align == engine::Align::Right || run.align == engine::Align::Center) {
-    const double slack = Points(run.width) - static_cast<double>(logical.width) / PANGO_SCALE;
-    x += run.align == engine::Align::Right ? slack : slack / 2;
-  }
-  const double start = x;
-  const double baseline = Points(run.top) + entry.ascent;
-
+  shaped.width = static_cast<double>(logical.width) / PANGO_SCALE;
   for (GSList* it = line->runs; it != nullptr; it = it->next) {
     const auto* glyph_item = static_cast<PangoGlyphItem*>(it->data);
     const PangoItem* item = glyph_item->item;
     const PangoGlyphString* glyphs = glyph_item->glyphs;
-    const PdfFonts::Use& use = fonts_.Get(item->analysis.font);
-    BeginText();
-    Font(use, run.color);
-    const double per_point = 1000.0 / use.size;
+    Piece& piece = shaped.pieces.emplace_back();
+    piece.use = fonts_.Get(item->analysis.font);
+    const double per_point = 1000.0 / piece.use.size;
     const bool backwards = item->analysis.level % 2 == 1;
-    const bool offsets = std::any_of(glyphs->glyphs, glyphs->glyphs + glyphs->num_glyphs,
-                                     [](const PangoGlyphInfo& g) {
-                                       return g.geometry.x_offset != 0 || g.geometry.y_offset != 0;
-                                     });
-    // Glyphs go out as one array of glyph ids, corrected where pango's advances (kerning) differ
-    // from the font's own widths; glyphs moved off the line (marks) are placed one by one.
-    if (!offsets) {
-      out_ += "1 0 0 1 ";
-      Number(x);
-      Number(Y(baseline));
-      out_ += "Tm[<";
-    }
+    piece.placed = std::any_of(glyphs->glyphs, glyphs->glyphs + glyphs->num_glyphs,
+                               [](const PangoGlyphInfo& g) {
+                                 return g.geometry.x_offset != 0 || g.geometry.y_offset != 0;
+                               });
     // How far the file's pen runs ahead of pango's, in thousandths of the size: pango's advances
     // are whole 1/1024ths of a point, so a correction is written only once the difference could
     // show (half a thousandth of the size), and kerning always.
     double drift = 0;
+    double x = 0;
     for (int i = 0; i < glyphs->num_glyphs; ++i) {
       const PangoGlyphInfo& g = glyphs->glyphs[i];
       const double advance = static_cast<double>(g.geometry.width) / PANGO_SCALE;
@@ -237,24 +265,66 @@ void PdfSink::Content::Text(const engine::TextRun& run) {
         }
         if (end > begin) cluster = std::string_view(text + item->offset + begin, end - begin);
       }
-      fonts_.Shown(use.face, glyph, cluster);
-      if (offsets) {
-        out_ += "1 0 0 1 ";
-        Number(x + static_cast<double>(g.geometry.x_offset) / PANGO_SCALE);
-        Number(Y(baseline + static_cast<double>(g.geometry.y_offset) / PANGO_SCALE));
-        out_ += "Tm<";
-      } else if (std::abs(drift) >= 0.5) {
-        out_ += '>';
-        pdf::AppendNumber(out_, drift);
-        out_ += '<';
-        drift = 0;
+      fonts_.Shown(piece.use.face, glyph, cluster);
+      if (piece.placed) {
+        piece.glyphs.push_back({x + static_cast<double>(g.geometry.x_offset) / PANGO_SCALE,
+                                static_cast<double>(g.geometry.y_offset) / PANGO_SCALE, glyph});
+      } else {
+        if (std::abs(drift) >= 0.5) {
+          piece.array += ')';
+          pdf::AppendNumber(piece.array, drift);
+          piece.array += '(';
+          drift = 0;
+        }
+        AppendGlyph(piece.array, glyph);
       }
-      for (int shift = 12; shift >= 0; shift -= 4) out_ += kGlyphHex[(glyph >> shift) & 0xF];
-      if (offsets) out_ += ">Tj\n";
-      drift += fonts_.Width(use.face, glyph) - advance * per_point;
+      drift += fonts_.Width(piece.use.face, glyph) - advance * per_point;
       x += advance;
     }
-    if (!offsets) out_ += ">]TJ\n";
+    piece.advance = x;
+  }
+  // Texts repeat from page to page (headings, dates, names); a report of ever new texts must not
+  // grow memory, so the shapes are forgotten now and then.
+  if (shaped_.size() >= 8192) shaped_.clear();
+  return &shaped_.emplace(std::move(key), std::move(shaped)).first->second;
+}
+
+void PdfSink::Content::Text(const engine::TextRun& run) {
+  if (run.text.empty()) return;
+  const FontEntry& entry = layouts_.Get(run.font);
+  const Shaped* shaped = Shape(run, entry);
+  if (shaped == nullptr) return;
+  double x = Points(run.left);
+  // Justified text is a single line here; like the last line of a paragraph it sits at the left.
+  if (run.align == engine::Align::Right || run.align == engine::Align::Center) {
+    const double slack = Points(run.width) - shaped->width;
+    x += run.align == engine::Align::Right ? slack : slack / 2;
+  }
+  const double start = x;
+  const double baseline = Points(run.top) + entry.ascent;
+  // Glyphs go out as one array of glyph ids, corrected where pango's advances (kerning) differ
+  // from the font's own widths; glyphs moved off the line (marks) are placed one by one.
+  for (const Piece& piece : shaped->pieces) {
+    BeginText();
+    Font(piece.use, run.color);
+    if (piece.placed) {
+      for (const PlacedGlyph& g : piece.glyphs) {
+        out_ += "1 0 0 1 ";
+        Number(x + g.x);
+        Number(Y(baseline + g.y));
+        out_ += "Tm(";
+        AppendGlyph(out_, g.glyph);
+        out_ += ")Tj\n";
+      }
+    } else {
+      out_ += "1 0 0 1 ";
+      Number(x);
+      Number(Y(baseline));
+      out_ += "Tm[(";
+      out_ += piece.array;
+      out_ += ")]TJ\n";
+    }
+    x += piece.advance;
   }
 
   if (run.font.underline) {
@@ -263,7 +333,7 @@ void PdfSink::Content::Text(const engine::TextRun& run) {
     const double top = baseline - entry.underline_position;
     Number(start);
     Number(Y(top + entry.underline_thickness));
-    Number(static_cast<double>(logical.width) / PANGO_SCALE);
+    Number(shaped->width);
     Number(entry.underline_thickness);
     out_ += "re f\n";
   }
