@@ -155,7 +155,10 @@ TEST(PdfSink, OutlineFollowsBookmarkLevels) {
   engine::Page first = testing::SampleLedgerPage(1, 3);
   first.bookmarks = {{{"North", "Acme"}, 1860}};
   engine::Page second = LandscapeWithBookmarks();
-  second.bookmarks = {{{"North", "Bolt"}, 720}, {{"South", "Crane"}, 1500}, {{"Summary"}, 2000}};
+  second.bookmarks = {{{"North", "Bolt"}, 720},
+                      {{"South", "Crane", "Invoices"}, 1500},
+                      {{"South", "Crane", "Credits"}, 1700},
+                      {{"Summary"}, 2000}};
   const auto path = WritePdf(dir, {first, second});
   // Titles with their depth, in document order, and the page each points at.
   const std::string script = R"(
@@ -164,7 +167,8 @@ doc = json.loads(subprocess.run(['qpdf', '--json', '--json-key=outlines', sys.ar
                                 capture_output=True, text=True).stdout)
 def walk(items, depth):
     for item in items:
-        print('  ' * depth + item['title'] + ' @' + str(item['destpageposfrom1']) + ' y' + str(item['dest'][3]))
+        shown = ' open' if item['kids'] and item['open'] else ''
+        print('  ' * depth + item['title'] + ' @' + str(item['destpageposfrom1']) + ' y' + str(item['dest'][3]) + shown)
         walk(item['kids'], depth + 1)
 walk(doc['outlines'], 0)
 )";
@@ -172,11 +176,13 @@ walk(doc['outlines'], 0)
   const std::string outline =
       RunCommand("python3 '" + (dir / "outline.py").string() + "' '" + path.string() + "'");
   EXPECT_EQ(outline,
-            "North @1 y699\n"
+            "North @1 y699 open\n"
             "  Acme @1 y699\n"
             "  Bolt @2 y576\n"
-            "South @2 y537\n"
-            "  Crane @2 y537\n"
+            "South @2 y537 open\n"
+            "  Crane @2 y537\n"  // closed: deeper levels open on a click
+            "    Invoices @2 y537\n"
+            "    Credits @2 y527\n"
             "Summary @2 y512\n");
 }
 
