@@ -26,8 +26,16 @@ FontCache::FontCache(bool hinted) {
 }
 
 FontCache::~FontCache() {
-  for (auto& [key, entry] : entries_) g_object_unref(entry.layout);
+  Clear();
   g_object_unref(context_);
+}
+
+void FontCache::Clear() {
+  for (auto& [key, entry] : entries_) {
+    g_object_unref(entry.layout);
+    if (entry.font != nullptr) g_object_unref(entry.font);
+  }
+  entries_.clear();
 }
 
 const FontEntry& FontCache::Get(const engine::FontSpec& font) {
@@ -52,6 +60,7 @@ const FontEntry& FontCache::Get(const engine::FontSpec& font) {
     pango_layout_set_attributes(entry.layout, attrs);
     pango_attr_list_unref(attrs);
   }
+  entry.font = pango_context_load_font(context_, desc);
   PangoFontMetrics* metrics = pango_context_get_metrics(context_, desc, nullptr);
   entry.ascent = static_cast<double>(pango_font_metrics_get_ascent(metrics)) / PANGO_SCALE;
   entry.underline_position =
@@ -63,8 +72,7 @@ const FontEntry& FontCache::Get(const engine::FontSpec& font) {
 
   // A run-away number of fonts (sizes computed per row) must not grow memory without bound.
   if (entries_.size() >= 512) {
-    for (auto& [k, e] : entries_) g_object_unref(e.layout);
-    entries_.clear();
+    Clear();
   }
   return entries_.emplace(std::move(key), entry).first->second;
 }

@@ -14,6 +14,7 @@ namespace trellin::render {
 
 struct FontEntry {
   PangoLayout* layout = nullptr;   // owned by the cache; attributes (underline) already set
+  PangoFont* font = nullptr;       // owned by the cache: the face pango tries first for the font
   double ascent = 0;               // points from the top of the line box to the baseline
   double underline_position = 0;   // points from the baseline up to the underline's top edge
   double underline_thickness = 0;  // points
@@ -31,8 +32,12 @@ class FontCache {
   // The entry for `font`, made on first use. Font names are resolved through fontconfig, so
   // "Arial" draws with its metric-compatible substitute where Arial itself is not installed.
   [[nodiscard]] const FontEntry& Get(const engine::FontSpec& font);
+  // The context every layout of the cache belongs to.
+  [[nodiscard]] PangoContext* Context() const { return context_; }
 
  private:
+  void Clear();
+
   using Key = std::tuple<std::string, float, bool, bool, bool>;
   PangoContext* context_ = nullptr;
   std::map<Key, FontEntry> entries_;

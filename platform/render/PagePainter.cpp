@@ -5,21 +5,15 @@
 #include <string>
 #include <variant>
 
+#include "platform/render/PageGeometry.h"
 #include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
 
-constexpr double kTwipsPerPoint = 20.0;
-
-double Points(float twips) { return twips / kTwipsPerPoint; }
-
 void SetColor(cairo_t* cr, const engine::Color& c) {
   cairo_set_source_rgb(cr, c.r / 255.0, c.g / 255.0, c.b / 255.0);
 }
-
-// Line width in points; a rule is never thinner than a hairline a printer can show.
-double Thickness(float twips) { return std::max(Points(twips), 0.25); }
 
 // Moves a coordinate to the nearest pixel centre (for odd pixel widths) or edge (even), so that a
 // one-pixel rule covers one row of pixels instead of two half-grey rows.
@@ -40,21 +34,6 @@ double SnapEdge(double user, bool horizontal, cairo_t* cr) {
   device = std::round(device);
   cairo_device_to_user(cr, &x, &y);
   return horizontal ? y : x;
-}
-
-// An item placed at a position that is not a number would put the whole cairo context in an error
-// state and lose the document; it is left out instead.
-bool Finite(const engine::TextRun& r) {
-  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
-         std::isfinite(r.font.size);
-}
-bool Finite(const engine::LineItem& l) {
-  return std::isfinite(l.x1) && std::isfinite(l.y1) && std::isfinite(l.x2) && std::isfinite(l.y2) &&
-         std::isfinite(l.thickness);
-}
-bool Finite(const engine::RectItem& r) {
-  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
-         std::isfinite(r.height) && std::isfinite(r.thickness);
 }
 
 }  // namespace

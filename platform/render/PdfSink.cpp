@@ -9,13 +9,14 @@
 #include <variant>
 #include <vector>
 
+#include "platform/render/GlyphShaper.h"
+#include "platform/render/PageGeometry.h"
 #include "platform/render/Render.h"
 #include "platform/render/Utf8.h"
 
 namespace trellin::render {
 namespace {
 
-constexpr double kTwipsPerPoint = 20.0;
 // US Letter, for a page model that gives no paper size.
 constexpr double kDefaultWidth = 612.0, kDefaultHeight = 792.0;
 
@@ -34,27 +35,8 @@ void AppendGlyph(std::string& out, std::uint32_t glyph) {
   }
 }
 
-double Points(float twips) { return twips / kTwipsPerPoint; }
-
 double PointsOr(float twips, double fallback) {
   return twips > 0 && std::isfinite(twips) ? twips / kTwipsPerPoint : fallback;
-}
-
-// Line width in points; a rule is never thinner than a hairline a printer can show.
-double Thickness(float twips) { return std::max(Points(twips), 0.25); }
-
-// An item placed at a position that is not a number is left out.
-bool Finite(const engine::TextRun& r) {
-  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
-         std::isfinite(r.font.size);
-}
-bool Finite(const engine::LineItem& l) {
-  return std::isfinite(l.x1) && std::isfinite(l.y1) && std::isfinite(l.x2) && std::isfinite(l.y2) &&
-         std::isfinite(l.thickness);
-}
-bool Finite(const engine::RectItem& r) {
-  return std::isfinite(r.left) && std::isfinite(r.top) && std::isfinite(r.width) &&
-         std::isfinite(r.height) && std::isfinite(r.thickness);
 }
 
 std::string PdfDate() {
@@ -72,7 +54,8 @@ std::string PdfDate() {
 // line width or a font is set only when it changes.
 class PdfSink::Content {
  public:
-  Content(PdfFonts& fonts, FontCache& layouts) : fonts_(fonts), layouts_(layouts) {}
+  Content(PdfFonts& fonts, FontCache& layouts)
+      : fonts_(fonts), layouts_(layouts), shaper_(layouts) {}
 
   void Begin(double height) {
     out_.clear();
@@ -158,12 +141,13 @@ class PdfSink::Content {
     std::vector<Piece> pieces;
   };
   // The run's text shaped in its font; null when pango gives no line.
-  const Shaped* Shape(const engine::TextRun& run, const FontEntry& entry);
+  const Shaped* Shape(const engine::TextRun& run);
   void Font(const PdfFonts::Use& use, const engine::Color& color);
   double Y(double top_down) const { return height_ - top_down; }
 
   PdfFonts& fonts_;
   FontCache& layouts_;
+  GlyphShaper shaper_;
   std::string out_;
   double height_ = 0;
   engine::Color fill_, stroke_;
@@ -201,8 +185,7 @@ void PdfSink::Content::Font(const PdfFonts::Use& use, const engine::Color& color
   Fill(color);
 }
 
-const PdfSink::Content::Shaped* PdfSink::Content::Shape(const engine::TextRun& run,
-                                                        const FontEntry& entry) {
+const PdfSink::Content::Shaped* PdfSink::Content::Shape(const engine::TextRun& run) {
   std::string key = run.font.name;
   char style[sizeof(float) + 2];
   std::memcpy(style, &run.font.size, sizeof(float));
@@ -212,63 +195,40 @@ const PdfSink::Content::Shaped* PdfSink::Content::Shape(const engine::TextRun& r
   key += run.text;
   if (auto it = shaped_.find(key); it != shaped_.end()) return &it->second;
 
-  if (IsValidUtf8(run.text)) {
-    pango_layout_set_text(entry.layout, run.text.data(), static_cast<int>(run.text.size()));
-  } else {
-    repaired_ = ValidUtf8(run.text);
-    pango_layout_set_text(entry.layout, repaired_.data(), static_cast<int>(repaired_.size()));
+  std::string_view text = run.text;
+  if (!IsValidUtf8(text)) {
+    repaired_ = ValidUtf8(text);
+    text = repaired_;
   }
-  PangoLayoutLine* line = pango_layout_get_line_readonly(entry.layout, 0);
-  if (line == nullptr) return nullptr;
-  const char* text = pango_layout_get_text(entry.layout);
+  const ShapedLine line = shaper_.Shape(run.font, text);
+  if (line.items.empty()) return nullptr;
 
   Shaped shaped;
-  PangoRectangle logical;
-  pango_layout_line_get_extents(line, nullptr, &logical);
-  shaped.width = static_cast<double>(logical.width) / PANGO_SCALE;
-  for (GSList* it = line->runs; it != nullptr; it = it->next) {
-    const auto* glyph_item = static_cast<PangoGlyphItem*>(it->data);
-    const PangoItem* item = glyph_item->item;
-    const PangoGlyphString* glyphs = glyph_item->glyphs;
+  shaped.width = static_cast<double>(line.width) / PANGO_SCALE;
+  for (const ShapedItem& item : line.items) {
     Piece& piece = shaped.pieces.emplace_back();
-    piece.use = fonts_.Get(item->analysis.font);
+    piece.use = fonts_.Get(item.font);
     const double per_point = 1000.0 / piece.use.size;
-    const bool backwards = item->analysis.level % 2 == 1;
-    piece.placed = std::any_of(glyphs->glyphs, glyphs->glyphs + glyphs->num_glyphs,
-                               [](const PangoGlyphInfo& g) {
-                                 return g.geometry.x_offset != 0 || g.geometry.y_offset != 0;
-                               });
+    piece.placed = std::any_of(item.glyphs.begin(), item.glyphs.end(), [](const ShapedGlyph& g) {
+      return g.x_offset != 0 || g.y_offset != 0;
+    });
     // How far the file's pen runs ahead of pango's, in thousandths of the size: pango's advances
     // are whole 1/1024ths of a point, so a correction is written only once the difference could
     // show (half a thousandth of the size), and kerning always.
     double drift = 0;
     double x = 0;
-    for (int i = 0; i < glyphs->num_glyphs; ++i) {
-      const PangoGlyphInfo& g = glyphs->glyphs[i];
-      const double advance = static_cast<double>(g.geometry.width) / PANGO_SCALE;
+    for (const ShapedGlyph& g : item.glyphs) {
+      const double advance = static_cast<double>(g.advance) / PANGO_SCALE;
       if (g.glyph == PANGO_GLYPH_EMPTY) {
         drift -= advance * per_point;
         x += advance;
         continue;
       }
       const std::uint32_t glyph = (g.glyph & PANGO_GLYPH_UNKNOWN_FLAG) ? 0 : g.glyph;
-      std::string_view cluster;
-      if (g.attr.is_cluster_start) {
-        const int begin = glyphs->log_clusters[i];
-        int end = item->length;
-        for (int j = backwards ? i - 1 : i + 1; j >= 0 && j < glyphs->num_glyphs;
-             j += backwards ? -1 : 1) {
-          if (glyphs->log_clusters[j] != begin) {
-            end = glyphs->log_clusters[j];
-            break;
-          }
-        }
-        if (end > begin) cluster = std::string_view(text + item->offset + begin, end - begin);
-      }
-      fonts_.Shown(piece.use.face, glyph, cluster);
+      fonts_.Shown(piece.use.face, glyph, text.substr(g.text_begin, g.text_end - g.text_begin));
       if (piece.placed) {
-        piece.glyphs.push_back({x + static_cast<double>(g.geometry.x_offset) / PANGO_SCALE,
-                                static_cast<double>(g.geometry.y_offset) / PANGO_SCALE, glyph});
+        piece.glyphs.push_back({x + static_cast<double>(g.x_offset) / PANGO_SCALE,
+                                static_cast<double>(g.y_offset) / PANGO_SCALE, glyph});
       } else {
         if (std::abs(drift) >= 0.5) {
           piece.array += ')';
@@ -292,7 +252,7 @@ const PdfSink::Content::Shaped* PdfSink::Content::Shape(const engine::TextRun& r
 void PdfSink::Content::Text(const engine::TextRun& run) {
   if (run.text.empty()) return;
   const FontEntry& entry = layouts_.Get(run.font);
-  const Shaped* shaped = Shape(run, entry);
+  const Shaped* shaped = Shape(run);
   if (shaped == nullptr) return;
   double x = Points(run.left);
   // Justified text is a single line here; like the last line of a paragraph it sits at the left.
