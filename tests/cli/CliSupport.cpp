@@ -6,9 +6,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <random>
-#include <sstream>
 #include <stdexcept>
 
 #include <sqlite3.h>
@@ -18,17 +15,6 @@
 extern char** environ;
 
 namespace trellin::testing {
-
-namespace {
-
-std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-}  // namespace
 
 RunResult RunTrellin(const std::vector<std::string>& args, const std::vector<std::string>& env) {
   TempFolder scratch;
@@ -78,17 +64,6 @@ RunResult RunTrellin(const std::vector<std::string>& args, const std::vector<std
   result.out = ReadFile(out_path);
   result.err = ReadFile(err_path);
   return result;
-}
-
-TempFolder::TempFolder() {
-  std::random_device random;
-  path_ = std::filesystem::temp_directory_path() / ("trellin-cli-" + std::to_string(random()));
-  std::filesystem::create_directories(path_);
-}
-
-TempFolder::~TempFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
 }
 
 void WriteSmallCompany(const std::filesystem::path& path) {

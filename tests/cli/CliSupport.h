@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/TempFolder.h"
+
 namespace trellin::testing {
 
 struct RunResult {
@@ -17,19 +19,6 @@ struct RunResult {
 // `env` entries ("NAME=value") added to the environment and TRELLIN_DB cleared unless given.
 RunResult RunTrellin(const std::vector<std::string>& args,
                      const std::vector<std::string>& env = {});
-
-// A fresh folder for one test, removed when the object goes.
-class TempFolder {
- public:
-  TempFolder();
-  ~TempFolder();
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 // Writes a company file at `path` with a few customer types and special prices.
 void WriteSmallCompany(const std::filesystem::path& path);

@@ -30,15 +30,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The whole file, "" when it is missing. Read by the buffer: the cases compare the demo company
-// (tens of megabytes) before and after each run.
-std::string ReadAll(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  if (in) bytes << in.rdbuf();
-  return bytes.str();
-}
-
 std::vector<std::string> SplitArguments(const std::string& text) {
   std::vector<std::string> args;
   std::string current;
@@ -89,7 +80,7 @@ class Companies : public ::testing::Test {
             (top / "templates").string() + "')");
     {
       // Every page after the first two zeroed: the schema still reads, the tables do not.
-      std::string bytes = ReadAll(top / "company.db");
+      std::string bytes = ReadFile(top / "company.db");
       for (std::size_t i = 8192; i < bytes.size(); ++i) bytes[i] = '\0';
       std::ofstream(top / "damaged.db", std::ios::binary) << bytes;
     }
@@ -166,8 +157,8 @@ TempFolder* Companies::folder_ = nullptr;
 // time one test may take.
 void RunCases(TempFolder& folder, int part) {
   const fs::path top = folder.Path();
-  const std::string company = ReadAll(top / "company.db");
-  const std::string demo = ReadAll(top / "demo.db");
+  const std::string company = ReadFile(top / "company.db");
+  const std::string demo = ReadFile(top / "demo.db");
   std::ifstream cases(TestDir("cli") / "refusals.txt");
   ASSERT_TRUE(cases) << "refusals.txt is missing";
   int count = 0;
@@ -202,10 +193,10 @@ void RunCases(TempFolder& folder, int part) {
       }
     }
     if (older) {
-      EXPECT_EQ(ReadAll(dir.Path() / "older.pdf"), "older") << fields[1];
+      EXPECT_EQ(ReadFile(dir.Path() / "older.pdf"), "older") << fields[1];
     }
-    EXPECT_EQ(ReadAll(top / "company.db"), company) << "the company file changed: " << fields[1];
-    EXPECT_EQ(ReadAll(top / "demo.db"), demo) << "the demo company changed: " << fields[1];
+    EXPECT_EQ(ReadFile(top / "company.db"), company) << "the company file changed: " << fields[1];
+    EXPECT_EQ(ReadFile(top / "demo.db"), demo) << "the demo company changed: " << fields[1];
   }
   EXPECT_GT(count, 40);
 }
@@ -265,7 +256,7 @@ TEST_F(Companies, AStoppedRunLeavesNothingAndKeepsTheOlderFile) {
     ASSERT_TRUE(WIFEXITED(status)) << c.output;
     EXPECT_EQ(WEXITSTATUS(status), c.exit_code) << c.output;
     EXPECT_TRUE(Hidden(dir.Path()).empty()) << c.output;
-    EXPECT_EQ(ReadAll(output), "older") << c.output;
+    EXPECT_EQ(ReadFile(output), "older") << c.output;
   }
 }
 
