@@ -1,6 +1,11 @@
-// Every report that runs, on the demo company: its CSV heads exactly the columns its printed
-// pages head, in their order, and every figure and text a row printed stands in the CSV under
-// the heading it printed beneath, with the value it printed.
+// Every key that runs, once, on the demo company with the values a user gets by default; one
+// run feeds three checks, a test a key:
+// - no figure or caption is printed cut, wider than its box, or broken inside a word;
+// - its CSV heads exactly the columns its printed pages head, in their order, and every figure
+//   and text a row printed stands in the CSV under the heading it printed beneath, with the value
+//   it printed; the workbook holds the same table under its title block;
+// - every query it sends reads the ledger through its indexes (the plan check of
+//   QueryPlanTest.cpp, with the same allow-list).
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -9,14 +14,18 @@
 
 #include <algorithm>
 #include <fstream>
+#include <set>
 #include <sstream>
 
 #include "core/Catalogue.h"
+#include "platform/engine/DumpPage.h"
 #include "platform/engine/ReportEngine.h"
 #include "platform/render/Render.h"
 #include "platform/runtime/Strings.h"
 #include "reports/Designers.h"
 #include "tests/reports/ReportFixture.h"
+#include "tests/support/QueryPlan.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -29,25 +38,22 @@ constexpr std::string_view kFurniture[] = {"lblReportTitle", "phDated", "lblNoti
 // Keeps the pages and passes everything on to the exports as well: one run gives all three.
 class TeeSink : public engine::PageSink {
  public:
-  explicit TeeSink(std::vector<engine::PageSink*> others) : others_(std::move(others)) {}
   void Begin(const engine::DocumentInfo& info) override {
-    for (auto* other : others_) other->Begin(info);
+    for (auto* other : others) other->Begin(info);
   }
   void AddPage(const engine::Page& page) override {
     pages.push_back(page);
-    for (auto* other : others_) other->AddPage(page);
+    for (auto* other : others) other->AddPage(page);
   }
   void End() override {
-    for (auto* other : others_) other->End();
+    for (auto* other : others) other->End();
   }
   void Abort() override {
-    for (auto* other : others_) other->Abort();
+    for (auto* other : others) other->Abort();
   }
 
   std::vector<engine::Page> pages;
-
- private:
-  std::vector<engine::PageSink*> others_;
+  std::vector<engine::PageSink*> others;
 };
 
 // The workbook read back from its XML: first its head (title block lines, the frozen row and
@@ -103,13 +109,6 @@ std::string Command(const std::string& command) {
     ::pclose(pipe);
   }
   return out;
-}
-
-std::string ReadAll(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
 }
 
 // The fields of one CSV record; quoted fields may hold commas, quotes and line breaks.
@@ -213,130 +212,162 @@ float Overlap(std::pair<float, float> span, float left, float width) {
   return std::min(span.first + span.second, left + width) - std::max(span.first, left);
 }
 
-class ExportTable : public DemoReports {};
-
-TEST_F(ExportTable, CsvHeadsThePrintedColumnsAndHoldsEachValueUnderItsHeading) {
-  const fs::path folder =
-      fs::temp_directory_path() / ("trellin-export-table-" + std::to_string(::getpid()));
-  fs::create_directories(folder);
-  const fs::path script = folder / "workbook.py";
-  std::ofstream(script) << kWorkbookAsCsv;
-  int keys = 0;
-  for (const CatalogueEntry& entry : Catalogue()) {
-    if (FindKeyFactory(Designers(), entry) == nullptr) continue;
-    SCOPED_TRACE(entry.key);
-    ++keys;
-    const fs::path csv = folder / (std::string(entry.key) + ".csv");
-    const fs::path xlsx = folder / (std::string(entry.key) + ".xlsx");
-    DesignerPtr designer = Open(entry.key, {});
-    {
-      auto csv_sink = render::MakeSink(render::Format::Csv, csv);
-      auto xlsx_sink = render::MakeSink(render::Format::Xlsx, xlsx);
-      TeeSink tee({csv_sink.get(), xlsx_sink.get()});
-      engine::RunReport(*designer, tee);
-      designer->TLReport()->SetArReport(nullptr);
-      designer->SetTLReport(nullptr);
-
-      // The headings: the labels the first page header prints, left to right; a document that
-      // opens its first page with its own heading prints them in its first row instead.
-      std::vector<std::string> headings;
-      std::vector<std::pair<float, float>> spans;
-      ASSERT_FALSE(tee.pages.empty());
-      const bool page_header = std::any_of(
-          tee.pages[0].rows.begin(), tee.pages[0].rows.end(),
-          [](const engine::DataRow& row) { return row.kind == engine::RowKind::PageHeader; });
-      const engine::RowKind heading_kind =
-          page_header ? engine::RowKind::PageHeader : engine::RowKind::Detail;
-      for (const engine::DataRow& row : tee.pages[0].rows) {
-        if (row.kind != heading_kind || row.depth != 0) continue;
-        for (std::size_t i = 0; i < row.labels.size(); ++i) {
-          if (IsFurniture(row.label_names[i]) || Trim(row.labels[i]).empty()) continue;
-          headings.push_back(Trim(row.labels[i]));
-          spans.push_back(row.label_spans[i]);
-        }
-      }
-      const std::string csv_text = ReadAll(csv);
-      const auto records = ReadCsv(csv_text);
-      ASSERT_FALSE(records.empty());
-      EXPECT_EQ(records[0], headings);
-      if (records[0] != headings) continue;
-
-      // Each row that printed a value is the next record, with every value under the heading
-      // it printed beneath.
-      std::size_t next = 1;
-      for (const engine::Page& page : tee.pages) {
-        for (const engine::DataRow& row : page.rows) {
-          if (row.kind == engine::RowKind::PageHeader || row.kind == engine::RowKind::PageFooter)
-            continue;
-          std::vector<std::vector<std::string>> printed(headings.size());
-          bool any = false;
-          for (const engine::DataCell& cell : row.cells) {
-            if (Trim(cell.text).empty() || cell.name == "txtParameters") continue;
-            std::size_t best = 0;
-            for (std::size_t i = 1; i < spans.size(); ++i) {
-              if (Overlap(spans[i], cell.left, cell.width) >
-                  Overlap(spans[best], cell.left, cell.width))
-                best = i;
-            }
-            printed[best].push_back(cell.text);
-            any = true;
-          }
-          if (!any && row.kind == engine::RowKind::GroupHeader) {
-            for (const std::string& label : row.labels) {
-              if (!Trim(label).empty()) printed[0].push_back(label);
-            }
-            any = !printed[0].empty();
-          }
-          if (!any) continue;
-          ASSERT_LT(next, records.size()) << "a printed row is missing from the CSV";
-          const std::vector<std::string>& record = records[next++];
-          ASSERT_EQ(record.size(), headings.size()) << "record " << next - 1;
-          for (std::size_t i = 0; i < headings.size(); ++i) {
-            if (printed[i].empty()) {
-              EXPECT_EQ(record[i], "") << "record " << next - 1 << " under " << headings[i];
-              continue;
-            }
-            // Several texts under one heading stand joined by a blank, in the order printed:
-            // each takes as many blank-parted words of the export as it has itself.
-            const std::vector<std::string> words = Split(record[i], " ");
-            std::size_t at = 0;
-            bool same = true;
-            for (std::size_t k = 0; same && k < printed[i].size(); ++k) {
-              const std::size_t count = k + 1 == printed[i].size()
-                                            ? words.size() - std::min(at, words.size())
-                                            : Split(Trim(printed[i][k]), " ").size();
-              if (at + count > words.size()) {
-                same = false;
-                break;
-              }
-              const std::vector<std::string> part(words.begin() + at, words.begin() + at + count);
-              same = SameValue(printed[i][k], Join(part, " "));
-              at += count;
-            }
-            EXPECT_TRUE(same) << "record " << next - 1 << " under " << headings[i] << ": printed \""
-                              << Join(printed[i], "|") << "\", exported \"" << record[i] << "\"";
-          }
-        }
-      }
-      EXPECT_EQ(next, records.size()) << "the CSV has records no printed row accounts for";
-
-      // The workbook: the same table cell for cell under a title block of the company and
-      // the printed title, with the panes frozen on the heading line and every column sized.
-      std::string workbook = Command("python3 '" + script.string() + "' '" + xlsx.string() + "'");
-      const std::size_t head_end = workbook.find('\n');
-      ASSERT_NE(head_end, std::string::npos) << workbook;
-      const std::vector<std::string> head = Split(workbook.substr(0, head_end), "\x1f");
-      ASSERT_GE(head.size(), 4u) << workbook.substr(0, head_end);
-      EXPECT_EQ(head[0], "Tui Bay Marine Ltd");
-      // The title lines, a blank row, then the heading line, on which the panes freeze.
-      EXPECT_EQ(head[head.size() - 2], "frozen " + std::to_string(head.size()));
-      EXPECT_EQ(head.back(), "widths " + std::to_string(headings.size()));
-      EXPECT_EQ(ReadCsv(workbook.substr(head_end + 1)), records);
+// The exports of one run against its printed pages.
+void ExpectExportsAsPrinted(const std::vector<engine::Page>& pages, const fs::path& csv,
+                            const fs::path& xlsx, const fs::path& script) {
+  // The headings: the labels the first page header prints, left to right; a document that
+  // opens its first page with its own heading prints them in its first row instead.
+  std::vector<std::string> headings;
+  std::vector<std::pair<float, float>> spans;
+  ASSERT_FALSE(pages.empty());
+  const bool page_header = std::any_of(
+      pages[0].rows.begin(), pages[0].rows.end(),
+      [](const engine::DataRow& row) { return row.kind == engine::RowKind::PageHeader; });
+  const engine::RowKind heading_kind =
+      page_header ? engine::RowKind::PageHeader : engine::RowKind::Detail;
+  for (const engine::DataRow& row : pages[0].rows) {
+    if (row.kind != heading_kind || row.depth != 0) continue;
+    for (std::size_t i = 0; i < row.labels.size(); ++i) {
+      if (IsFurniture(row.label_names[i]) || Trim(row.labels[i]).empty()) continue;
+      headings.push_back(Trim(row.labels[i]));
+      spans.push_back(row.label_spans[i]);
     }
   }
-  EXPECT_GE(keys, 23);
-  fs::remove_all(folder);
+  const std::string csv_text = trellin::testing::ReadFile(csv);
+  const auto records = ReadCsv(csv_text);
+  ASSERT_FALSE(records.empty());
+  EXPECT_EQ(records[0], headings);
+  if (records[0] != headings) return;
+
+  // Each row that printed a value is the next record, with every value under the heading
+  // it printed beneath.
+  std::size_t next = 1;
+  for (const engine::Page& page : pages) {
+    for (const engine::DataRow& row : page.rows) {
+      if (row.kind == engine::RowKind::PageHeader || row.kind == engine::RowKind::PageFooter)
+        continue;
+      std::vector<std::vector<std::string>> printed(headings.size());
+      bool any = false;
+      for (const engine::DataCell& cell : row.cells) {
+        if (Trim(cell.text).empty() || cell.name == "txtParameters") continue;
+        std::size_t best = 0;
+        for (std::size_t i = 1; i < spans.size(); ++i) {
+          if (Overlap(spans[i], cell.left, cell.width) >
+              Overlap(spans[best], cell.left, cell.width))
+            best = i;
+        }
+        printed[best].push_back(cell.text);
+        any = true;
+      }
+      if (!any && row.kind == engine::RowKind::GroupHeader) {
+        for (const std::string& label : row.labels) {
+          if (!Trim(label).empty()) printed[0].push_back(label);
+        }
+        any = !printed[0].empty();
+      }
+      if (!any) continue;
+      ASSERT_LT(next, records.size()) << "a printed row is missing from the CSV";
+      const std::vector<std::string>& record = records[next++];
+      ASSERT_EQ(record.size(), headings.size()) << "record " << next - 1;
+      for (std::size_t i = 0; i < headings.size(); ++i) {
+        if (printed[i].empty()) {
+          EXPECT_EQ(record[i], "") << "record " << next - 1 << " under " << headings[i];
+          continue;
+        }
+        // Several texts under one heading stand joined by a blank, in the order printed:
+        // each takes as many blank-parted words of the export as it has itself.
+        const std::vector<std::string> words = Split(record[i], " ");
+        std::size_t at = 0;
+        bool same = true;
+        for (std::size_t k = 0; same && k < printed[i].size(); ++k) {
+          const std::size_t count = k + 1 == printed[i].size()
+                                        ? words.size() - std::min(at, words.size())
+                                        : Split(Trim(printed[i][k]), " ").size();
+          if (at + count > words.size()) {
+            same = false;
+            break;
+          }
+          const std::vector<std::string> part(words.begin() + at, words.begin() + at + count);
+          same = SameValue(printed[i][k], Join(part, " "));
+          at += count;
+        }
+        EXPECT_TRUE(same) << "record " << next - 1 << " under " << headings[i] << ": printed \""
+                          << Join(printed[i], "|") << "\", exported \"" << record[i] << "\"";
+      }
+    }
+  }
+  EXPECT_EQ(next, records.size()) << "the CSV has records no printed row accounts for";
+
+  // The workbook: the same table cell for cell under a title block of the company and
+  // the printed title, with the panes frozen on the heading line and every column sized.
+  std::string workbook = Command("python3 '" + script.string() + "' '" + xlsx.string() + "'");
+  const std::size_t head_end = workbook.find('\n');
+  ASSERT_NE(head_end, std::string::npos) << workbook;
+  const std::vector<std::string> head = Split(workbook.substr(0, head_end), "\x1f");
+  ASSERT_GE(head.size(), 4u) << workbook.substr(0, head_end);
+  EXPECT_EQ(head[0], "Tui Bay Marine Ltd");
+  // The title lines, a blank row, then the heading line, on which the panes freeze.
+  EXPECT_EQ(head[head.size() - 2], "frozen " + std::to_string(head.size()));
+  EXPECT_EQ(head.back(), "widths " + std::to_string(headings.size()));
+  EXPECT_EQ(ReadCsv(workbook.substr(head_end + 1)), records);
 }
+
+// The keys whose designers are built, by key.
+std::vector<std::string> RunnableKeys() {
+  std::vector<std::string> keys;
+  for (const CatalogueEntry& entry : Catalogue()) {
+    if (FindKeyFactory(Designers(), entry) != nullptr) keys.emplace_back(entry.key);
+  }
+  return keys;
+}
+
+class EveryKey : public DemoReports, public ::testing::WithParamInterface<std::string> {};
+
+TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
+  const std::string& key = GetParam();
+  trellin::testing::TempFolder folder("trellin-every-key");
+  const fs::path script = folder.Path() / "workbook.py";
+  const fs::path csv = folder.Path() / (key + ".csv");
+  const fs::path xlsx = folder.Path() / (key + ".xlsx");
+  trellin::testing::WriteFile(script, kWorkbookAsCsv);
+
+  std::set<std::string> queries;
+  data::SqliteDatabase& database = Service().Database();
+  database.SetQueryLog(
+      [&](std::string_view, const std::string& sqlite) { queries.insert(sqlite); });
+  DesignerPtr designer = Open(key, {});
+  TeeSink tee;
+  {
+    auto csv_sink = render::MakeSink(render::Format::Csv, csv);
+    auto xlsx_sink = render::MakeSink(render::Format::Xlsx, xlsx);
+    tee.others = {csv_sink.get(), xlsx_sink.get()};
+    engine::RunReport(*designer, tee);
+  }
+  database.SetQueryLog(nullptr);
+  EXPECT_TRUE(designer->TLReport()->Errors().empty())
+      << designer->TLReport()->Errors().front().message;
+  designer->TLReport()->SetArReport(nullptr);
+  designer->SetTLReport(nullptr);
+
+  ASSERT_FALSE(tee.pages.empty());
+  std::vector<std::string> misfits;
+  for (const engine::Page& page : tee.pages) {
+    for (std::string& misfit : engine::Misfits(page)) misfits.push_back(std::move(misfit));
+  }
+  EXPECT_TRUE(misfits.empty()) << Join(misfits, "\n");
+
+  ExpectExportsAsPrinted(tee.pages, csv, xlsx, script);
+
+  trellin::testing::PlanChecker checker(DemoCompanyPath(), "reports/query_plans_allowed.tsv");
+  for (const std::string& sqlite : queries) {
+    for (const std::string& failure : checker.Failures(sqlite, key)) ADD_FAILURE() << failure;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, EveryKey, ::testing::ValuesIn(RunnableKeys()),
+                         [](const ::testing::TestParamInfo<std::string>& info) {
+                           return info.param;
+                         });
 
 }  // namespace
 }  // namespace trellin::reports::testing

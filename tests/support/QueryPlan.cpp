@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cctype>
 #include <regex>
+#include <sstream>
 #include <stdexcept>
+
+#include "platform/data/CompanySchema.h"
 
 namespace trellin::testing {
 
@@ -448,6 +451,53 @@ std::vector<std::string> PlanAllowList::Unused() const {
     if (!used_[i]) unused.push_back(rows_[i].Where());
   }
   return unused;
+}
+
+PlanConnection::PlanConnection(const std::string& path) {
+  const bool memory = path == ":memory:";
+  const int flags = memory ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+  if (sqlite3_open_v2(path.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
+    std::string message = sqlite3_errmsg(db_);
+    sqlite3_close(db_);
+    throw std::runtime_error("cannot open " + path + ": " + message);
+  }
+  if (memory && sqlite3_exec(db_, std::string(data::CompanySchemaSql()).c_str(), nullptr, nullptr,
+                             nullptr) != SQLITE_OK) {
+    std::string message = sqlite3_errmsg(db_);
+    sqlite3_close(db_);
+    throw std::runtime_error("the company schema does not load: " + message);
+  }
+}
+
+PlanConnection::~PlanConnection() { sqlite3_close(db_); }
+
+PlanChecker::PlanChecker(const std::string& company_path, std::string_view allow_list)
+    : company_(company_path), empty_(":memory:"), facts_(company_.Handle()), allowed_(allow_list) {}
+
+std::vector<std::string> PlanChecker::Failures(const std::string& sqlite_sql,
+                                               const std::string& from) {
+  std::vector<std::string> failures;
+  for (const auto& [db, statistics] :
+       {std::pair{company_.Handle(), "with statistics"}, std::pair{empty_.Handle(), "without"}}) {
+    std::vector<PlanProblem> problems;
+    try {
+      problems = PlanProblems(db, facts_, sqlite_sql);
+    } catch (const std::exception& e) {
+      failures.push_back(from + ": " + e.what());
+      continue;
+    }
+    for (const PlanProblem& problem : problems) {
+      // Without statistics only the general ledger's indexes are chosen to hold.
+      if (db == empty_.Handle() && problem.table != "glTransaction") continue;
+      if (allowed_.Allows(problem, sqlite_sql)) continue;
+      std::ostringstream message;
+      message << FaultName(problem.fault) << " " << problem.table << " (" << problem.detail << "), "
+              << statistics << ", from " << from << "\n  " << sqlite_sql << "\n  plan:";
+      for (const std::string& line : QueryPlan(db, sqlite_sql)) message << "\n    " << line;
+      failures.push_back(message.str());
+    }
+  }
+  return failures;
 }
 
 }  // namespace trellin::testing

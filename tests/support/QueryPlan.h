@@ -80,4 +80,39 @@ class PlanAllowList {
   std::vector<bool> used_;
 };
 
+// A company file open for the planner, closed with its scope.
+class PlanConnection {
+ public:
+  // The file at `path` read-only; ":memory:" for an empty company with the schema and no
+  // statistics.
+  explicit PlanConnection(const std::string& path);
+  ~PlanConnection();
+  PlanConnection(const PlanConnection&) = delete;
+  PlanConnection& operator=(const PlanConnection&) = delete;
+  [[nodiscard]] sqlite3* Handle() const { return db_; }
+
+ private:
+  sqlite3* db_ = nullptr;
+};
+
+// The whole check of a query: planned on the company at `company_path` (with its statistics) and
+// on an empty company without any, where only the general ledger's plans must hold. Problems the
+// allow-list names pass.
+class PlanChecker {
+ public:
+  PlanChecker(const std::string& company_path, std::string_view allow_list);
+  // One message a fault, naming `from` (where the query came from) and showing the plan; none
+  // when the plans hold.
+  [[nodiscard]] std::vector<std::string> Failures(const std::string& sqlite_sql,
+                                                  const std::string& from);
+  [[nodiscard]] PlanAllowList& Allowed() { return allowed_; }
+  [[nodiscard]] sqlite3* Company() const { return company_.Handle(); }
+
+ private:
+  PlanConnection company_;
+  PlanConnection empty_;
+  SchemaFacts facts_;
+  PlanAllowList allowed_;
+};
+
 }  // namespace trellin::testing
