@@ -76,6 +76,54 @@ inline constexpr TermInfo kTerms[] = {
 
 [[nodiscard]] Date DueDate(Date date, int term);
 
+// Non-stock items that name what a line is where no stock moves: the overhead bills, credits,
+// prompt payment discounts and journals. Written after the stock families with no random draw,
+// and kept out of DemoContext::items, so sales never pick them.
+struct LedgerItem {
+  const char* id;
+  const char* description;
+};
+namespace ledger_item {
+inline constexpr const char* kRent = "RENT";
+inline constexpr const char* kPower = "POWER";
+inline constexpr const char* kPhone = "PHONE";
+inline constexpr const char* kInsurance = "INSURE";
+inline constexpr const char* kAccountancy = "ACCOUNTS";
+inline constexpr const char* kAdvertising = "ADVERT";
+inline constexpr const char* kFreight = "FREIGHT";
+inline constexpr const char* kCleaning = "CLEANING";
+inline constexpr const char* kRepairs = "REPAIRS";
+inline constexpr const char* kVehicle = "VEHICLE";
+inline constexpr const char* kTraining = "TRAINING";
+inline constexpr const char* kConsumables = "CONSUME";
+inline constexpr const char* kSubcontract = "SUBCON";
+inline constexpr const char* kPriceAdjustment = "PRICEADJ";
+inline constexpr const char* kReturned = "RETURNS";
+inline constexpr const char* kDiscount = "PPDISC";
+inline constexpr const char* kWriteOff = "WRITEOFF";
+inline constexpr const char* kBillDifference = "BILLDIFF";
+}  // namespace ledger_item
+inline constexpr LedgerItem kLedgerItems[] = {
+    {ledger_item::kRent, "Rent - premises"},
+    {ledger_item::kPower, "Electricity"},
+    {ledger_item::kPhone, "Phone and internet"},
+    {ledger_item::kInsurance, "Insurance premium"},
+    {ledger_item::kAccountancy, "Accounting services"},
+    {ledger_item::kAdvertising, "Advertising"},
+    {ledger_item::kFreight, "Freight"},
+    {ledger_item::kCleaning, "Cleaning"},
+    {ledger_item::kRepairs, "Repairs and maintenance"},
+    {ledger_item::kVehicle, "Fuel and vehicle costs"},
+    {ledger_item::kTraining, "Staff training"},
+    {ledger_item::kConsumables, "Workshop consumables"},
+    {ledger_item::kSubcontract, "Subcontract work"},
+    {ledger_item::kPriceAdjustment, "Price adjustment"},
+    {ledger_item::kReturned, "Goods returned"},
+    {ledger_item::kDiscount, "Prompt payment discount"},
+    {ledger_item::kWriteOff, "Bad debt written off"},
+    {ledger_item::kBillDifference, "Difference on a bill"},
+};
+
 struct DemoContext {
   DemoContext(sqlite3* handle, const DemoOptions& opts);
 

@@ -57,6 +57,7 @@ void Trader::JobsDay(Date day) {
     const Date cost_day = job.opened.AddDays(5);
     if (cost_day <= ctx_.calendar.Present()) {
       DocLine cost;
+      cost.ledger_item = ledger_item::kSubcontract;
       cost.description = "Subcontract work " + job.id;
       cost.account = account::kSubcontractors;
       cost.dept = "WSH";
@@ -87,6 +88,10 @@ void Trader::JobsDay(Date day) {
       line.tax_category = ctx_.facts.standard;
       line.tax = ctx_.TaxOn(line.value);
     }
+    // The job's number heads the invoice's lines, on a line of text alone.
+    DocLine heading;
+    heading.description = "Job " + job.id;
+    lines.insert(lines.begin(), heading);
     // Invoiced when the job is done, in the job's own order of days.
     WriteDocument(Side::kReceivables, 30, "JINV", job.customer, job.invoiced, lines, job.id,
                   customer.location);

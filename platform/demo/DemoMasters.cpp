@@ -210,7 +210,8 @@ void WriteCodeTables(DemoContext& ctx) {
               {"ELEC", "Marine electronics"},
               {"ROPE", "Rope and rigging"},
               {"PAINT", "Paint and antifoul"},
-              {"SERV", "Workshop services"}});
+              {"SERV", "Workshop services"},
+              {"OVHD", "Overheads and adjustments"}});
   WriteCodes(db, "ItemType", "ItemTypeId",
              {{"STOCK", "Stocked item"},
               {"SERIAL", "Serial numbered"},

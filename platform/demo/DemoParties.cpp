@@ -310,6 +310,11 @@ void WriteItems(DemoContext& ctx) {
       }
     }
   }
+  for (const LedgerItem& item : kLedgerItems) {
+    items.Insert({item.id, item.description, Cell::Null{}, "OVHD", "MISC", Cell::Null{},
+                  Cell::Null{}, 0, true, std::int64_t{0}, Cell::Null{}, std::int64_t{0},
+                  Cell::Null{}, Cell::Null{}});
+  }
   WriteSpecialPrices(ctx);
 }
 

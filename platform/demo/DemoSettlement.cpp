@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <string_view>
 
 #include "platform/demo/DemoChart.h"
 #include "platform/demo/DemoTrader.h"
@@ -117,17 +119,18 @@ void Trader::OpenSupplierItems() {
          payment ? Cell(Cell::Null{}) : Cell("Postal"),
          Cell::Null{},
          std::int64_t{0},
-         payment ? Cell("D") : Cell(Cell::Null{}),
+         payment ? Cell("C") : Cell(Cell::Null{}),
          payment ? Cell(p.name) : Cell(Cell::Null{}),
+         Cell::Null{},
          payment ? Cell("12-3456-" + std::to_string(2000000 + id)) : Cell(Cell::Null{}),
          bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry),
          held != 0 ? Cell("Disputed") : Cell(Cell::Null{})});
   };
-  auto line = [&](std::int64_t id, int type, Date date, const PartyInfo& p, const char* text,
-                  std::int64_t value) {
-    lines_.Insert({ctx_.next_line++, id, type, date, Cell::Null{}, p.location, "ADM", text,
-                   Cell::Null{}, 1.0, value, value, std::int64_t{0}, 0.0, value, Cell::Null{},
-                   std::int64_t{0}, std::int64_t{0}});
+  auto line = [&](std::int64_t id, int type, Date date, const PartyInfo& p, const char* item,
+                  const char* text, std::int64_t value) {
+    lines_.Insert({ctx_.next_line++, id, type, date, item, p.location, "ADM", text, Cell::Null{},
+                   1.0, value, value, std::int64_t{0}, 0.0, value, Cell::Null{}, std::int64_t{0},
+                   std::int64_t{0}});
   };
   // One supplier in twelve has lately waited for its money: a freight bill on the 5th of each
   // of the last six months, none paid, so bills stand in every column of the aged report. The
@@ -146,7 +149,7 @@ void Trader::OpenSupplierItems() {
       const std::int64_t held = k == 3 ? gross / 200 * 100 : 0;
       const std::int64_t id = ctx_.next_transaction++;
       write(party, 20, "SINV", "S", date, Cell(DueDate(date, 0)), gross, held, 0, id);
-      line(id, 20, date, p, "Freight - carrier's account", gross);
+      line(id, 20, date, p, ledger_item::kFreight, "Freight - carrier's account", gross);
       ctx_.ledger->Post({date,
                          "AP",
                          "S" + DocumentNumber(id),
@@ -190,7 +193,8 @@ void Trader::OpenSupplierItems() {
     const std::int64_t credit = DemoContext::Dollars(345);
     const std::int64_t credit_id = ctx_.next_transaction++;
     write(credited, 21, "SCRN", "SC", credited_on, Cell(Cell::Null{}), -credit, 0, 0, credit_id);
-    line(credit_id, 21, credited_on, creditor, "Credit - returned goods", -credit);
+    line(credit_id, 21, credited_on, creditor, ledger_item::kReturned, "Credit - returned goods",
+         -credit);
     ctx_.ledger->Post(
         {credited_on,
          "AP",
@@ -240,13 +244,25 @@ void Trader::Settle(const Settlement& s) {
     journal.lines.push_back({control, sign * s.amount});
     journal.lines.push_back({other, -sign * s.amount});
     ctx_.ledger->Post(journal);
+    // Its one line carries the whole amount and no tax, as the ledger posts it.
+    const char* item = discount     ? ledger_item::kDiscount
+                       : receivable ? ledger_item::kWriteOff
+                                    : ledger_item::kBillDifference;
+    const char* text = discount     ? "Prompt payment discount"
+                       : receivable ? "Bad debt written off"
+                                    : "Difference between bill and order";
+    lines_.Insert({ctx_.next_line++, id, s.type, s.date, item, s.location, "ADM", text,
+                   Cell::Null{}, 0.0, std::int64_t{0}, -sign * s.amount, std::int64_t{0}, 0.0,
+                   -sign * s.amount, Cell::Null{}, std::int64_t{0}, std::int64_t{0}});
   } else {
     // A credit: one line, tax included in the amount, turned against the document.
     const std::int64_t net =
         ToCents(static_cast<double>(s.amount) * 100.0 / (100.0 + ctx_.facts.tax_rate));
     const std::int64_t tax = s.amount - net;
     const char* account = receivable ? account::kSalesShop : account::kPurchases;
-    lines_.Insert({ctx_.next_line++, id, s.type, s.date, Cell::Null{}, s.location, Cell::Null{},
+    lines_.Insert({ctx_.next_line++, id, s.type, s.date,
+                   receivable ? ledger_item::kPriceAdjustment : ledger_item::kReturned, s.location,
+                   Cell::Null{},
                    receivable ? "Credit - price adjustment" : "Credit - returned goods",
                    Cell::Null{}, 0.0, std::int64_t{0}, -sign * net, std::int64_t{0}, 0.0,
                    -sign * net, ctx_.facts.standard, -sign * tax, std::int64_t{0}});
@@ -259,8 +275,27 @@ void Trader::Settle(const Settlement& s) {
                                             ctx_.calendar.TaxMonths())] += -sign * tax;
     ctx_.ledger->Post(journal);
   }
-  static constexpr const char* kPayTypes[] = {"Q", "D", "E"};
+  // How it was paid: a customer by any means, the company by cheque, bank transfer or direct
+  // credit. The letter's draw is the one it always was; the card number follows from the draw of
+  // the bank details, so nothing else in the company moves. A receipt by none of the letters is
+  // cash, with no pay type.
+  static constexpr const char* kReceiptTypes[] = {"Q", "D", "E", "A", "B", "C",
+                                                  "F", "M", "O", "V", ""};
+  static constexpr const char* kPaymentTypes[] = {"Q", "B", "C"};
   const bool payment = s.type == 35 || s.type == 25;
+  const char* pay_type = "";
+  if (payment) {
+    pay_type = receivable
+                   ? kReceiptTypes[r_.Below(static_cast<std::int64_t>(std::size(kReceiptTypes)))]
+                   : kPaymentTypes[r_.Below(static_cast<std::int64_t>(std::size(kPaymentTypes)))];
+  }
+  const std::string details =
+      payment ? "12-3456-" + std::to_string(1000000 + r_.Below(8999999)) : std::string();
+  const std::string_view letter = pay_type;
+  const bool card = letter == "A" || letter == "D" || letter == "M" || letter == "V";
+  // The card's last four digits from the details drawn, the rest masked, as a terminal prints.
+  const std::string card_number =
+      card ? "XXXX-XXXX-XXXX-" + details.substr(details.size() - 4) : std::string();
   // A few receipts of a month's first working day are dated the last day of the month before.
   const Date document_date = s.type == 35 ? MonthEndDate(s.date, id, 3) : s.date;
   transactions_.Insert({id,
@@ -284,10 +319,10 @@ void Trader::Settle(const Settlement& s) {
                         Cell::Null{},
                         Cell::Null{},
                         std::int64_t{0},
-                        payment ? Cell(kPayTypes[r_.Below(3)]) : Cell(Cell::Null{}),
+                        OrNull(pay_type),
                         payment ? Cell(p.name) : Cell(Cell::Null{}),
-                        payment ? Cell("12-3456-" + std::to_string(1000000 + r_.Below(8999999)))
-                                : Cell(Cell::Null{}),
+                        OrNull(card_number),
+                        card || letter.empty() ? Cell(Cell::Null{}) : OrNull(details),
                         bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry),
                         Cell::Null{}});
   // A receipt on account settles nothing yet: it stays open as the customer's credit.

@@ -16,7 +16,8 @@ enum class Side { kReceivables, kPayables };
 
 // A document line before it is written: signed as the receivables or payables side stores it.
 struct DocLine {
-  std::size_t item = SIZE_MAX;  // SIZE_MAX for a line with no item
+  std::size_t item = SIZE_MAX;        // SIZE_MAX for a line with no stock item
+  const char* ledger_item = nullptr;  // else a non-stock item of kLedgerItems, or none
   std::string description;
   std::string account;  // the income or expense account of the line
   std::string dept;

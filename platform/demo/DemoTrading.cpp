@@ -32,12 +32,31 @@ Trader::Trader(DemoContext& ctx)
       stock_(ctx.items.size(), ctx.locations.size()),
       tax_by_period_(ctx.calendar.TaxPeriods().size(), 0),
       transactions_(ctx.db, "Transactions",
-                    {"TransactionId",  "OtherPartyId", "Type",        "TransactionTypeId",
-                     "BatchId",        "Reference",    "OrderNo",     "Date",
-                     "DateProcess",    "DatePayment",  "CreatedDate", "Value",
-                     "ValueRemaining", "Held",         "EmployeeId",  "LocationId",
-                     "JobId",          "AddressId",    "PPDDate",     "PPDAllowed",
-                     "PayType",        "Name",         "BankDetails", "glBankTransactionId",
+                    {"TransactionId",
+                     "OtherPartyId",
+                     "Type",
+                     "TransactionTypeId",
+                     "BatchId",
+                     "Reference",
+                     "OrderNo",
+                     "Date",
+                     "DateProcess",
+                     "DatePayment",
+                     "CreatedDate",
+                     "Value",
+                     "ValueRemaining",
+                     "Held",
+                     "EmployeeId",
+                     "LocationId",
+                     "JobId",
+                     "AddressId",
+                     "PPDDate",
+                     "PPDAllowed",
+                     "PayType",
+                     "Name",
+                     "CardNumber",
+                     "BankDetails",
+                     "glBankTransactionId",
                      "UserDefined1"}),
       lines_(ctx.db, "TransactionLine",
              {"TransactionLineId", "TransactionId", "Type", "DateProcess", "ItemId", "LocationId",
@@ -240,6 +259,7 @@ void Trader::RestockWeek(Date day) {
 void Trader::OverheadsMonth(Date month_start) {
   struct Overhead {
     const char* account;
+    const char* item;
     const char* description;
     int dollars_low;
     int dollars_high;
@@ -248,18 +268,19 @@ void Trader::OverheadsMonth(Date month_start) {
   };
   // The bills that come every month (or quarter) from the company's service suppliers.
   constexpr Overhead kOverheads[] = {
-      {account::kRent, "Rent - premises", 6500, 6500, 1, true},
-      {account::kPower, "Electricity", 600, 1100, 1, true},
-      {account::kTelephone, "Phone and internet", 240, 320, 1, true},
-      {account::kInsurance, "Insurance premium", 2400, 2900, 3, true},
-      {account::kAccountancy, "Accounting services", 1800, 2600, 3, true},
-      {account::kAdvertising, "Advertising", 300, 2500, 1, true},
-      {account::kFreightInwards, "Freight", 400, 1500, 1, true},
-      {account::kCleaning, "Cleaning", 350, 450, 1, true},
-      {account::kRepairs, "Repairs and maintenance", 100, 1800, 1, true},
-      {account::kMotorVehicle, "Fuel and vehicle costs", 700, 1400, 1, true},
-      {account::kTraining, "Staff training", 500, 1500, 6, true},
-      {account::kPurchases, "Workshop consumables", 300, 1200, 1, true},
+      {account::kRent, ledger_item::kRent, "Rent - premises", 6500, 6500, 1, true},
+      {account::kPower, ledger_item::kPower, "Electricity", 600, 1100, 1, true},
+      {account::kTelephone, ledger_item::kPhone, "Phone and internet", 240, 320, 1, true},
+      {account::kInsurance, ledger_item::kInsurance, "Insurance premium", 2400, 2900, 3, true},
+      {account::kAccountancy, ledger_item::kAccountancy, "Accounting services", 1800, 2600, 3,
+       true},
+      {account::kAdvertising, ledger_item::kAdvertising, "Advertising", 300, 2500, 1, true},
+      {account::kFreightInwards, ledger_item::kFreight, "Freight", 400, 1500, 1, true},
+      {account::kCleaning, ledger_item::kCleaning, "Cleaning", 350, 450, 1, true},
+      {account::kRepairs, ledger_item::kRepairs, "Repairs and maintenance", 100, 1800, 1, true},
+      {account::kMotorVehicle, ledger_item::kVehicle, "Fuel and vehicle costs", 700, 1400, 1, true},
+      {account::kTraining, ledger_item::kTraining, "Staff training", 500, 1500, 6, true},
+      {account::kPurchases, ledger_item::kConsumables, "Workshop consumables", 300, 1200, 1, true},
   };
   const int month = ctx_.calendar.MonthIndex(month_start);
   std::size_t supplier_slot = 0;
@@ -269,6 +290,7 @@ void Trader::OverheadsMonth(Date month_start) {
     const Date date = month_start.AddDays(static_cast<int>(r_.Between(0, 24)));
     if (date > ctx_.calendar.Present()) continue;
     DocLine line;
+    line.ledger_item = o.item;
     line.description = o.description;
     line.account = o.account;
     line.dept = "ADM";
@@ -279,6 +301,16 @@ void Trader::OverheadsMonth(Date month_start) {
     line.tax_category = o.taxed ? ctx_.facts.standard : ctx_.facts.exempt;
     line.tax = o.taxed ? ctx_.TaxOn(line.value) : 0;
     std::vector<DocLine> lines{line};
+    // The quarter's bills say which quarter they cover, on a line of text alone.
+    if (o.every_months == 3) {
+      DocLine text;
+      static constexpr const char* kMonths[] = {"January",   "February", "March",    "April",
+                                                "May",       "June",     "July",     "August",
+                                                "September", "October",  "November", "December"};
+      text.description = std::string("For the quarter from ") + kMonths[month_start.Month() - 1] +
+                         " " + std::to_string(month_start.Year());
+      lines.push_back(text);
+    }
     WriteDocument(Side::kPayables, 20, "SINV", party, date, lines, "",
                   ctx_.parties[party].location);
   }
@@ -337,6 +369,7 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
        Cell::Null{},
        Cell::Null{},
        Cell::Null{},
+       Cell::Null{},
        held != 0 ? Cell("Disputed") : Cell(Cell::Null{})});
   Journal journal{date,      side == Side::kReceivables ? "AR" : "AP",
                   reference, std::string(p.name),
@@ -354,12 +387,15 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
                                                   static_cast<double>(line.value + line.discount)) /
                                            10.0;
     lines_.Insert({ctx_.next_line++, id, type, date,
-                   line.item == SIZE_MAX ? Cell(Cell::Null{}) : Cell(ctx_.items[line.item].id),
+                   line.item != SIZE_MAX ? Cell(ctx_.items[line.item].id)
+                   : line.ledger_item    ? Cell(line.ledger_item)
+                                         : Cell(Cell::Null{}),
                    line.location.empty() ? location : line.location, OrNull(line.dept),
                    line.description, OrNull(line.serial), static_cast<double>(s) * line.quantity,
                    line.unit_price, s * (line.value + line.discount), s * line.discount,
-                   discount_rate, s * line.value, line.tax_category, s * line.tax,
+                   discount_rate, s * line.value, OrNull(line.tax_category), s * line.tax,
                    stocked ? s * line.cost : std::int64_t{0}});
+    if (line.account.empty()) continue;  // a line of text alone posts nothing
     journal.lines.push_back(
         {line.account, s * line.value, s * line.tax, line.tax_category, io, "", line.dept});
     if (stocked && side == Side::kReceivables) {
