@@ -24,6 +24,7 @@
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
+#include "reports/receivables/ardscrControlReport.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
 #include "reports/stock/arscStatusReport.h"
@@ -54,6 +55,7 @@ constexpr DesignerEntry kDesigners[] = {
     // reports/receivables
     {"ardscrLedger", CreateardscrLedger},
     {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},
+    {"ardscrControlReport", CreateardscrControlReport},
     {"ardscrOverdueList", CreateardscrOverdueList},
     {"ardsStatement", CreateardsStatement},
     // reports/stock

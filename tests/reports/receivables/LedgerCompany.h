@@ -57,6 +57,13 @@ class StatementCompany : public SmallCompany {
   static void TearDownTestSuite() { StopCompany(); }
 };
 
+// The documents of the control report tests, at 31 March 2025 (see control.sql).
+class ControlCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/control.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
+};
+
 // One transaction row of a party as printed: "Reference Debit Credit Balance", the blanks
 // between the texts single, so "Opening 100.00  100.00" reads an opening debit.
 struct PrintedParty {
