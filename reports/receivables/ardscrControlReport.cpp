@@ -158,8 +158,14 @@ void ardscrControlReport::SetUp() {
   const std::string tax_name = TrellinReportGlobals::RequireApplication().Tax().TaxName();
   for (const SideCaption& c : kSideCaptions) {
     if (Control* control = FindControl(c.control)) {
-      control->SetCaption(std::string(debtor_ ? c.receivables : c.payables) +
-                          (c.tax_name ? tax_name : ""));
+      // The heading is a field, so that the data exports keep it out of the columns' headings.
+      const std::string text =
+          std::string(debtor_ ? c.receivables : c.payables) + (c.tax_name ? tax_name : "");
+      if (control->Class() == ControlClass::Label) {
+        control->SetCaption(text);
+      } else {
+        control->SetText(text);
+      }
     }
   }
   month_start_ = as_at_.FirstOfMonth();
