@@ -27,6 +27,7 @@
 #include "reports/receivables/ardscrControlReport.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
+#include "reports/receivables/ardscrTransactionList.h"
 #include "reports/stock/arscStatusReport.h"
 #include "reports/stock/arscStockOnOrderReport.h"
 #include "reports/stock/arscStockReorderReport.h"
@@ -57,6 +58,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrAgedOverdueReport", CreateardscrAgedOverdueReport},
     {"ardscrControlReport", CreateardscrControlReport},
     {"ardscrOverdueList", CreateardscrOverdueList},
+    {"ardscrTransactionList", CreateardscrTransactionList},
     {"ardsStatement", CreateardsStatement},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},

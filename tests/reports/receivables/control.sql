@@ -10,8 +10,10 @@
 --                         receipt processed on 10 April
 --   (no party)          7 an invoice of 20 March, 70.00 with tax, due 20 April
 --   S1                  10 a bill of 5 March, 500.00, due 20 April, 200.00 of it paid by 11
--- The control accounts hold what the sub-ledgers do to 31 March (3100 730.00 debit, 4010 300.00
--- credit); 3100 has 300.00 more on 5 April.
+--   C2                  12 an invoice of October with no lines, paid by 13, a receipt by Visa
+--   (open batch)        an invoice of 28 March, one line on hold and one of text alone
+-- Invoice 2 also has a line of text alone. The control accounts hold what the sub-ledgers do to
+-- 31 March (3100 730.00 debit, 4010 300.00 credit); 3100 has 300.00 more on 5 April.
 INSERT INTO CompanySetting VALUES ('Company','Name','Control Traders'),
   ('Formats','Date','d/mm/yyyy'),('Periods','CurrentDateAR','2025-03-31'),
   ('Periods','CurrentDateAP','2025-03-31'),('Periods','CurrentDateGL','2025-03-31'),
@@ -59,3 +61,24 @@ INSERT INTO TransactionAllocation (TransactionAllocationId, TransactionId1, Tran
 INSERT INTO glTransaction (glTransactionId, AccountId, Date, Value) VALUES
   (1,'3100','2025-02-28',5600000),(2,'3100','2025-03-31',1700000),(3,'3100','2025-04-05',3000000),
   (4,'4010','2025-03-31',-3000000);
+-- For the transaction lists.
+INSERT INTO Transactions (TransactionId, OtherPartyId, Type, TransactionTypeId, Reference, Date,
+  DateProcess, DatePayment, Value, ValueRemaining, Held, PayType, Name, CardNumber, BankDetails)
+  VALUES
+  (12,'C2',30,'INV','I12','2024-10-05','2024-10-05','2024-11-20',-250000,0,0,NULL,NULL,NULL,NULL),
+  (13,'C2',35,'REC','R13','2024-10-20','2024-10-20',NULL,250000,0,0,'V','C Two',
+   'XXXX-XXXX-XXXX-1111',NULL);
+INSERT INTO TransactionLine (TransactionLineId, TransactionId, Type, DateProcess, ItemId,
+  Description, Quantity, Discount, Value, TaxValue) VALUES
+  (9,2,30,'2025-03-01',NULL,'Delivered to the boat',0,0,0,0);
+INSERT INTO TransactionAllocation (TransactionAllocationId, TransactionId1, TransactionId2,
+  ValueAllocated) VALUES (5,13,12,250000);
+INSERT INTO acBatchHeader (acBatchSId, acBatchHeaderId, Type, CreatedDate, LastDate) VALUES
+  (1,'Open',30,'2025-03-28','2025-03-30');
+INSERT INTO acBatchTransaction (acBatchTransactionId, acBatchSId, Type, TransactionTypeId,
+  OtherPartyId, Reference, Date, DateProcess, DatePayment, Value) VALUES
+  (1,1,30,'INV','C1','O1','2025-03-28','2025-03-28','2025-04-20',1150000);
+INSERT INTO acBatchTransactionLine (acBatchTransactionId, Type, ItemId, Description, Hold,
+  Quantity, OrderQuantity, UnitPrice, Value, TaxValue) VALUES
+  (1,30,'GEAR','Gear',1,2,0,500000,1000000,150000),
+  (1,30,NULL,'Fit next week',0,0,0,0,0,0);
