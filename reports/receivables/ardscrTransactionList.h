@@ -43,8 +43,9 @@ struct TransactionListOrder {
 };
 [[nodiscard]] const TransactionListOrder* TransactionListOrderOf(std::string_view order_by);
 
-// "Amex" for "A" and so on; anything else, an empty letter among them, is "Cash".
-[[nodiscard]] std::string_view PayMethodName(std::string_view letter);
+// "Amex" for "A" and so on, the letter as stored; anything else, an empty letter among them, is
+// "Cash". (The bank lists keep the same words in reports/ledger; a shared table belongs in core.)
+[[nodiscard]] std::string_view TransactionListPayMethod(std::string_view letter);
 
 class ardscrTransactionList : public Designer {
  public:

@@ -63,7 +63,7 @@ const TransactionListOrder* TransactionListOrderOf(std::string_view order_by) {
   return nullptr;
 }
 
-std::string_view PayMethodName(std::string_view letter) {
+std::string_view TransactionListPayMethod(std::string_view letter) {
   for (const PayMethod& m : kPayMethods) {
     if (m.letter == letter) return m.name;
   }
