@@ -7,6 +7,8 @@
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/assets/arfaDepreciationCalculation.h"
+#include "reports/assets/arfaDepreciationSchedule.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -64,6 +66,9 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},
     {"arscStockReorderReport", CreatearscStockReorderReport},
+    // reports/assets
+    {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
+    {"arfaDepreciationSchedule", CreatearfaDepreciationSchedule},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

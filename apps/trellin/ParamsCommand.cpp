@@ -7,6 +7,7 @@
 #include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "apps/trellin/Company.h"
+#include "core/host/ApplicationSettings.h"
 #include "core/host/TLReport.h"
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/ReportService.h"
@@ -79,6 +80,7 @@ int ParamsCommand(const Args& args, const Context&) {
   {
     host::ReportService service(database);
     DesignerPtr designer = host::OpenReport(service, key);
+    const bool settings = dynamic_cast<ApplicationSettings*>(designer.get()) != nullptr;
     host::DateResolver resolver = [&service](const Variant& expression,
                                              const Parameters& parameters) {
       return service.Reports().InterpretDate(expression, &parameters);
@@ -93,6 +95,12 @@ int ParamsCommand(const Args& args, const Context&) {
       return kExitOk;
     }
     if (entries.empty()) std::printf("%s takes no parameters\n", key.c_str());
+    if (settings && !entries.empty()) {
+      std::printf(
+          "%s asks no parameters; these are the run's settings, which the application "
+          "sets:\n",
+          key.c_str());
+    }
     for (const auto& entry : entries) {
       std::printf("%s (%s)", entry.Name.c_str(), std::string(host::KindName(entry.Kind)).c_str());
       if (entry.Caption != entry.Name) std::printf("  \"%s\"", entry.Caption.c_str());

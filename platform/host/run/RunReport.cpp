@@ -6,6 +6,7 @@
 
 #include <system_error>
 
+#include "core/host/ApplicationSettings.h"
 #include "platform/data/SqliteDatabase.h"
 #include "platform/engine/ReportEngine.h"
 #include "platform/host/ColumnLayout.h"
@@ -258,6 +259,10 @@ DesignerPtr OpenReport(ReportService& service, const std::string& key) {
     throw ReportKeyError(
         "The report \"" + key + "\" (" + entry->designer + ") is not available in this version.",
         {});
+  }
+  // No application stands behind the run: the members it would set are offered as settings.
+  if (auto* settings = dynamic_cast<ApplicationSettings*>(designer.get())) {
+    settings->DeclareSettings(designer->TLReport()->Parameters());
   }
   return designer;
 }
