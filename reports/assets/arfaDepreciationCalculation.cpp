@@ -319,7 +319,11 @@ void arfaDepreciationCalculation::OnBeforePrint(Section& section) {
   if (section.Type() == SectionType::ReportFooter) {
     TLReport()->ReportFooterBeforePrint();
     if (Control* count = section.Controls().Find("rfCount")) {
-      count->SetText("Grand Total (" + count->Text() + ")");
+      // The caption is the count's value from here on, so a data export holds what prints.
+      const std::string caption = "Grand Total (" + count->Text() + ")";
+      count->SetOutputFormat("");
+      count->SetDataValue(caption);
+      count->SetText(caption);
     }
   }
 }
