@@ -77,7 +77,9 @@ TEST_F(AgedDemo, AtThePresentEachPartysFiguresAddUpToWhatItHasOpen) {
       }
       for (const auto& [code, sum] : open) {
         side_total += sum;
-        if (aged.count(code) == 0) EXPECT_EQ(sum, Currency()) << code << " did not print";
+        if (aged.count(code) == 0) {
+          EXPECT_EQ(sum, Currency()) << code << " did not print";
+        }
       }
       EXPECT_EQ(report_total, side_total);
       EXPECT_GT(aged.size(), 30u);
@@ -119,7 +121,9 @@ TEST_F(AgedDemo, BackDatedAtAPastMonthEndAgreesWithTheBalanceAsAtThatDate) {
       EXPECT_EQ(sum, balance[code] - found->second) << code;
     }
     EXPECT_GT(compared, 20);
-    if (std::string(side.key) == "AgedOverdueAR") EXPECT_FALSE(straddling.empty());
+    if (std::string(side.key) == "AgedOverdueAR") {
+      EXPECT_FALSE(straddling.empty());
+    }
   }
 }
 
