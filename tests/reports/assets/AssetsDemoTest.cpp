@@ -11,10 +11,12 @@
 #include "core/host/ApplicationSettings.h"
 #include "platform/host/ParameterDialogue.h"
 #include "platform/host/run/RunReport.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
 #include "tests/reports/ReportFixture.h"
+#include "tests/support/FixtureCompany.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -302,6 +304,60 @@ TEST_F(AssetsDemo, ScheduleStatusesAndFlagsShapeTheQueryAndTheColumns) {
     EXPECT_EQ(!designer->TLReport()->DataColumns().Item("Other").Hidden, c.other_shown);
     designer->TLReport()->SetArReport(nullptr);
   }
+}
+
+// The hand-made edges of tests/reports/assets/edges.sql.
+class AssetEdges : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    SetClockForTesting(Date::FromYmdHms(2025, 4, 1, 9, 30, 0));
+    company_ =
+        std::make_unique<trellin::testing::FixtureCompany>(std::initializer_list<std::string_view>{
+            "business/real_company.sql", "reports/assets/edges.sql"});
+    service_ = host::ReportService::Open(company_->Path().string());
+  }
+  static void TearDownTestSuite() {
+    service_.reset();
+    company_.reset();
+    SetClockForTesting(std::nullopt);
+  }
+  static std::string Run(const std::string& key, const std::vector<std::string>& values) {
+    return Dump(OpenWithValues(*service_, key, values));
+  }
+  static std::unique_ptr<trellin::testing::FixtureCompany> company_;
+  static std::unique_ptr<host::ReportService> service_;
+};
+std::unique_ptr<trellin::testing::FixtureCompany> AssetEdges::company_;
+std::unique_ptr<host::ReportService> AssetEdges::service_;
+
+TEST_F(AssetEdges, TypeTwentyThreeStaysPriorYearAndAnUnknownTypeMovesOnlyTheOpening) {
+  const std::string dump = Run("AssetDepreciationSchedule", With(kYear, Flags(true)));
+  std::map<std::string, DumpRow> rows;
+  for (DumpRow& row : RowsOf(dump, "Detail")) rows[row.at("txtAssetId").second] = row;
+  ASSERT_EQ(rows.count("E1"), 1u);
+  const DumpRow& e1 = rows["E1"];
+  // 23 in the current year counts in Depreciation, never in its year-to-date share.
+  EXPECT_EQ(e1.at("txtDepreciation").second, "($30.00)");
+  EXPECT_EQ(e1.at("txtDepreciationYTD").second, "($50.00)");
+  // (The company prints money with its "$" mask.) The type-99 movement is taken out of Opening with
+  // the rest of the period and feeds no column: 0 + 1,000 - 30 - 50 is 920, and the line closes at
+  // 927.
+  EXPECT_EQ(e1.at("txtOpening").second, "$0.00");
+  EXPECT_EQ(e1.at("txtPurchases").second, "$1,000.00");
+  EXPECT_EQ(e1.at("txtClosing").second, "$927.00");
+  // Every status ticked sets no condition: a status outside the five is in.
+  EXPECT_EQ(rows.count("E2"), 1u);
+}
+
+TEST_F(AssetEdges, AnAssetWithNoPortionsPrintsItsLineWithAnEmptySubReport) {
+  const std::string dump =
+      Run("AssetDepreciationCalculation", {"DateDated=31/03/2025", "FullDetails=True"});
+  EXPECT_EQ(dump.find("errors:"), std::string::npos) << dump;
+  EXPECT_NE(dump.find("txtAssetId=\"E3\""), std::string::npos);
+  // E1 runs April 2024 to March 2025 on 1,000.00 at DV 20% after the posted 80.00: its
+  // portions print under "Normal" only, the bases being alike.
+  EXPECT_NE(dump.find("\"Normal\""), std::string::npos);
+  EXPECT_EQ(dump.find("\"Tax\" Arial 8 B"), std::string::npos);
 }
 
 }  // namespace
