@@ -67,7 +67,7 @@ std::string arfaScheduleBase::DateText(const Variant& date) {
 }
 
 void arfaScheduleBase::AddDateRangeParameters(trellin::Parameters& p) {
-  const char* kRanges[][2] = {
+  static constexpr const char* kRanges[][2] = {
       {"DatePurchasedFrom", "Date Purchased From"}, {"DatePurchasedTo", "Date Purchased To"},
       {"DateDisposedFrom", "Date Disposed From"},   {"DateDisposedTo", "Date Disposed To"},
       {"DateReviewFrom", "Date Review From"},       {"DateReviewTo", "Date Review To"}};
@@ -103,7 +103,7 @@ void arfaScheduleBase::AddFamilyFilters(std::string& where, std::string& descrip
     const char* to;
     const char* title;
   };
-  const Range kRanges[] = {
+  static constexpr Range kRanges[] = {
       {"PurchaseDate", "DatePurchasedFrom", "DatePurchasedTo", "Assets Purchased "},
       {"DisposalDate", "DateDisposedFrom", "DateDisposedTo", "Assets Disposed "},
       {"ReviewDate", "DateReviewFrom", "DateReviewTo", "Assets Review Date "},
