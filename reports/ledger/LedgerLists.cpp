@@ -56,7 +56,7 @@ constexpr std::string_view kAccountClasses[] = {
 }  // namespace
 
 std::string AccountKindName(const std::string& post) {
-  const std::string code = UCase(Trim(post));
+  std::string code = UCase(Trim(post));
   for (const AccountKind& k : kAccountKinds) {
     if (k.post == code) return std::string(k.name);
   }
