@@ -27,16 +27,6 @@ std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from) {
 
 namespace {
 
-struct PayMethodRow {
-  std::string_view letter;
-  std::string_view name;
-};
-constexpr PayMethodRow kPayMethods[] = {
-    {"A", "Amex"},   {"B", "Bank"},         {"C", "Direct Credit"}, {"D", "Diners"},
-    {"E", "EFTPOS"}, {"F", "Direct Debit"}, {"Q", "Cheque"},        {"M", "Mastercard"},
-    {"O", "Other"},  {"V", "Visa"},
-};
-
 struct AccountKind {
   std::string_view post;
   std::string_view name;
@@ -67,13 +57,6 @@ std::string AccountClassName(const Variant& type) {
   if (type.IsNull() || type.IsEmpty() || type.IsMissing()) return {};
   const long code = type.ToLong();
   return code >= 1 && code <= 11 ? std::string(kAccountClasses[code - 1]) : std::string();
-}
-
-std::string_view PayMethodName(std::string_view letter) {
-  for (const PayMethodRow& m : kPayMethods) {
-    if (EqualsIgnoreCase(m.letter, letter)) return m.name;
-  }
-  return "Cash";
 }
 
 std::string ListKeysSubquery(const std::string& sql, std::string_view key_field) {

@@ -11,6 +11,7 @@
 #include "core/host/Fields.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
+#include "reports/ReportShapes.h"
 
 namespace trellin {
 
@@ -63,10 +64,6 @@ inline constexpr ListParameter kBankEntryBanks = BanksParameter("glBankTransacti
 // upper-cased, from one grouped query; empty when `from` is blank. Needs the globals;
 // throws what the date conversion throws.
 [[nodiscard]] std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from);
-
-// What a receipt's or payment's pay method letter ("Q") prints ("Cheque"); any letter not known,
-// and none, is "Cash".
-[[nodiscard]] std::string_view PayMethodName(std::string_view letter);
 
 // A list's query `sql` ("SELECT ... FROM ... WHERE ... ORDER BY ...") as a subquery of its rows'
 // `key_field` alone: "SELECT key_field FROM ... WHERE ...", for reading what hangs under every

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/Designer.h"
+#include "reports/ReportShapes.h"
 #include "reports/receivables/LedgerSide.h"
 #include "reports/receivables/ardscrLedgerSub.h"
 #include "reports/receivables/ardscrTransactionListSubAllocations.h"
@@ -42,10 +43,6 @@ struct TransactionListOrder {
   std::string_view sort;
 };
 [[nodiscard]] const TransactionListOrder* TransactionListOrderOf(std::string_view order_by);
-
-// "Amex" for "A" and so on, the letter as stored; anything else, an empty letter among them, is
-// "Cash". (The bank lists keep the same words in reports/ledger; a shared table belongs in core.)
-[[nodiscard]] std::string_view TransactionListPayMethod(std::string_view letter);
 
 class ardscrTransactionList : public Designer {
  public:

@@ -59,7 +59,7 @@ void ardscrTransactionListSubDetails::ActiveReport_FetchData(bool& eof) {
   };
   if (IsPayment(TransactionType)) {
     // A receipt or payment prints how it was paid, and who paid with what details.
-    f["ItemId"].SetValue(std::string(TransactionListPayMethod(value("ItemId").Text())));
+    f["ItemId"].SetValue(std::string(PayMethodName(value("ItemId").Text())));
     std::vector<std::string> parts;
     for (const char* name : {"Name", "CardNumber", "BankDetails"}) {
       const std::string text = Trim(value(name).Text());

@@ -34,15 +34,6 @@ constexpr TransactionListOrder kOrders[] = {
     {"Reference", "Transactions.Reference,Transactions.TransactionId", "acBatchTransaction.Reference,acBatchTransaction.acBatchTransactionId", "Reference,TransactionId"},
 };
 
-struct PayMethod {
-  std::string_view letter;
-  std::string_view name;
-};
-
-constexpr PayMethod kPayMethods[] = {
-    {"A", "Amex"}, {"B", "Bank"}, {"C", "Direct Credit"}, {"D", "Diners"}, {"E", "EFTPOS"},
-    {"F", "Direct Debit"}, {"Q", "Cheque"}, {"M", "Mastercard"}, {"O", "Other"}, {"V", "Visa"},
-};
 // clang-format on
 
 constexpr const char* kOrderChoices = "Code,Name,Date,Due,Entered,Reference";
@@ -61,13 +52,6 @@ const TransactionListOrder* TransactionListOrderOf(std::string_view order_by) {
     if (row.order_by == order_by) return &row;
   }
   return nullptr;
-}
-
-std::string_view TransactionListPayMethod(std::string_view letter) {
-  for (const PayMethod& m : kPayMethods) {
-    if (m.letter == letter) return m.name;
-  }
-  return "Cash";
 }
 
 DesignerPtr CreateardscrTransactionList() { return std::make_shared<ardscrTransactionList>(); }

@@ -20,8 +20,7 @@ TEST(TransactionList, PayMethodWordsByLetterAndCashForAnythingElse) {
       {"O", "Other"},  {"V", "Visa"},         {"", "Cash"},           {"X", "Cash"},
       {"v", "Cash"},  // letters are the application's own: exactly as stored
   };
-  for (const auto& [letter, name] : cases)
-    EXPECT_EQ(TransactionListPayMethod(letter), name) << letter;
+  for (const auto& [letter, name] : cases) EXPECT_EQ(PayMethodName(letter), name) << letter;
 }
 
 // The printed texts of the runs of `key`.
