@@ -2,6 +2,10 @@
 // on parties, items, jobs and assets, and the two hand journals on the control accounts.
 
 #include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/demo/DemoChart.h"
 #include "platform/demo/DemoContext.h"
@@ -112,41 +116,116 @@ void WriteOpenWork(DemoContext& ctx) {
   }
 }
 
+// The notes a business keeps on its parties, items, jobs and assets. An owner has one to four
+// notes of different subjects and dates; most carry an action date, some are completed, a few
+// name a document, and some have no employee (or, on parties, no contact).
 void WriteLogs(DemoContext& ctx) {
   DemoRandom& r = ctx.random;
   const Date present = ctx.calendar.Present();
-  constexpr const char* kSubjects[] = {
+  const std::string kBuyer = "SF";
+  const std::string kWorkshop = "TK";
+  constexpr const char* kPartySubjects[] = {
       "Phone call",   "Quote sent",         "Follow up overdue account",
       "Visited site", "Complaint resolved", "Price query"};
-  auto note_date = [&](int within_days) {
-    return present.AddDays(-static_cast<int>(r.Between(0, within_days)));
+  constexpr const char* kItemSubjects[] = {"Supplier price change", "Stock count query",
+                                           "Quality issue", "Reorder level review"};
+  constexpr const char* kJobSubjects[] = {"Work note", "Parts ordered", "Customer approval",
+                                          "Safety check"};
+  constexpr const char* kAssetSubjects[] = {"Annual inspection", "Service", "Repair",
+                                            "Insurance renewal"};
+  // One note: its date within the window, an action date a week on for most, a completion
+  // date for some of those (the rest are still open), a document on one in six, and no
+  // employee on some. Cells only view their text, so the note keeps its own.
+  struct Note {
+    Date date;
+    std::optional<Date> action;
+    std::optional<Date> complete;
+    std::string document;
+    bool by_employee = true;
+    [[nodiscard]] Cell Action() const { return action ? Cell(*action) : Cell(Cell::Null{}); }
+    [[nodiscard]] Cell Complete() const { return complete ? Cell(*complete) : Cell(Cell::Null{}); }
+    [[nodiscard]] Cell Document() const { return OrNull(document); }
+    [[nodiscard]] Cell Employee(const std::string& id) const {
+      return by_employee ? Cell(id) : Cell(Cell::Null{});
+    }
   };
+  int document_number = 1000;
+  auto next_note = [&](int within_days) {
+    Note n;
+    n.date = present.AddDays(-static_cast<int>(r.Between(0, within_days)));
+    if (r.Chance(0.8)) {
+      n.action = n.date.AddDays(7);
+      if (r.Chance(0.6)) n.complete = n.date.AddDays(static_cast<int>(r.Between(1, 20)));
+    }
+    if (r.Chance(1.0 / 6)) n.document = "DOC" + std::to_string(++document_number) + ".pdf";
+    n.by_employee = !r.Chance(0.15);
+    return n;
+  };
+  // A count of notes and the first subject; the subjects follow on from it, so an owner's
+  // notes differ in subject.
+  auto notes_of = [&](std::size_t subjects) {
+    return std::pair<int, std::size_t>{static_cast<int>(r.Between(1, 4)), r.Below(subjects)};
+  };
+
   DemoTable party_log(ctx.db, "OtherPartyLog",
                       {"OtherPartyId", "Date", "Subject", "ActionDate", "CompleteDate", "Notes",
                        "Document", "EmployeeId", "ContactId"});
   for (std::size_t i = 0; i < ctx.parties.size(); i += 3) {
-    const Date date = note_date(700);
-    const bool done = r.Chance(0.7);
-    party_log.Insert({ctx.parties[i].id, date, kSubjects[r.Below(6)], date.AddDays(7),
-                      done ? Cell(date.AddDays(5)) : Cell(Cell::Null{}),
-                      "Spoke with " + ctx.parties[i].name + " about their account.", Cell::Null{},
-                      ctx.parties[i].employee,
-                      r.Chance(0.5) ? Cell(static_cast<int>(1 + r.Below(6))) : Cell(Cell::Null{})});
+    const PartyInfo& party = ctx.parties[i];
+    const auto [count, first] = notes_of(std::size(kPartySubjects));
+    for (int k = 0; k < count; ++k) {
+      const Note n = next_note(700);
+      party_log.Insert(
+          {party.id, n.date, kPartySubjects[(first + k) % std::size(kPartySubjects)], n.Action(),
+           n.Complete(), "Spoke with " + party.name + " about their account.", n.Document(),
+           n.Employee(party.employee),
+           r.Chance(0.5) ? Cell(static_cast<int>(1 + r.Below(6))) : Cell(Cell::Null{})});
+    }
   }
-  DemoTable item_log(ctx.db, "ItemLog", {"ItemId", "Date", "Subject", "Notes", "EmployeeId"});
+  DemoTable item_log(ctx.db, "ItemLog",
+                     {"ItemId", "Date", "Subject", "ActionDate", "CompleteDate", "Notes",
+                      "Document", "EmployeeId"});
   for (std::size_t i = 0; i < ctx.items.size(); i += 5) {
-    item_log.Insert({ctx.items[i].id, note_date(500), "Supplier price change",
-                     "New price list received.", "SF"});
+    const auto [count, first] = notes_of(std::size(kItemSubjects));
+    for (int k = 0; k < count; ++k) {
+      const Note n = next_note(500);
+      item_log.Insert({ctx.items[i].id, n.date,
+                       kItemSubjects[(first + k) % std::size(kItemSubjects)], n.Action(),
+                       n.Complete(), "New price list received.", n.Document(), n.Employee(kBuyer)});
+    }
   }
-  DemoTable job_log(ctx.db, "JobLog", {"JobId", "Date", "Subject", "Notes", "EmployeeId"});
+  DemoTable job_log(ctx.db, "JobLog",
+                    {"JobId", "Date", "Subject", "ActionDate", "CompleteDate", "Notes", "Document",
+                     "EmployeeId"});
   for (std::size_t i = 0; i < ctx.jobs.size(); i += 4) {
-    job_log.Insert(
-        {ctx.jobs[i], note_date(900), "Work note", "Parts ordered; customer advised.", "TK"});
+    const auto [count, first] = notes_of(std::size(kJobSubjects));
+    for (int k = 0; k < count; ++k) {
+      const Note n = next_note(900);
+      job_log.Insert({ctx.jobs[i], n.date, kJobSubjects[(first + k) % std::size(kJobSubjects)],
+                      n.Action(), n.Complete(), "Parts ordered; customer advised.", n.Document(),
+                      n.Employee(kWorkshop)});
+    }
   }
-  DemoTable asset_log(ctx.db, "AssetLog", {"AssetId", "Date", "Subject", "Notes", "EmployeeId"});
-  asset_log.Insert(
-      {"PLA101", note_date(300), "Annual inspection", "Hoist certified for a year.", "TK"});
-  asset_log.Insert({"VEH105", note_date(300), "Service", "Serviced; tyres replaced.", "TK"});
+  // Every second asset, in the order of their codes.
+  std::vector<std::string> assets;
+  sqlite3_stmt* stmt = nullptr;
+  sqlite3_prepare_v2(ctx.db, "SELECT AssetId FROM Asset ORDER BY AssetId", -1, &stmt, nullptr);
+  while (sqlite3_step(stmt) == SQLITE_ROW) {
+    assets.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
+  }
+  sqlite3_finalize(stmt);
+  DemoTable asset_log(ctx.db, "AssetLog",
+                      {"AssetId", "Date", "Subject", "ActionDate", "CompleteDate", "Notes",
+                       "Document", "EmployeeId"});
+  for (std::size_t i = 0; i < assets.size(); i += 2) {
+    const auto [count, first] = notes_of(std::size(kAssetSubjects));
+    for (int k = 0; k < count; ++k) {
+      const Note n = next_note(300);
+      asset_log.Insert({assets[i], n.date, kAssetSubjects[(first + k) % std::size(kAssetSubjects)],
+                        n.Action(), n.Complete(), "Inspected and serviced; next due in a year.",
+                        n.Document(), n.Employee(kWorkshop)});
+    }
+  }
 }
 
 void WriteControlDifferences(DemoContext& ctx) {
