@@ -6,6 +6,7 @@
 #include "reports/admin/arAdminBase.h"
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
+#include "reports/admin/arLog.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
@@ -73,6 +74,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},
     {"arDepartmentList", CreatearDepartmentList},
+    {"arLog", CreatearLog},
     {"arPostcodeList", CreatearPostcodeList},
 };
 

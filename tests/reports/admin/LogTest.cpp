@@ -1,0 +1,334 @@
+// The log on the demo company: golden page dumps of every key, short and full, grouped, with
+// the omit flags and date ranges, read against what the log must print; and the owners and notes
+// it prints checked against plain SQL over the same notes.
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/Strings.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class LogReports : public DemoReports {};
+
+struct LogCase {
+  const char* name;  // the golden file
+  const char* key;
+  std::vector<std::string> assignments;
+};
+
+const std::vector<LogCase>& LogCases() {
+  static const std::vector<LogCase> cases = {
+      {"OtherPartyLog", "OtherPartyLog", {"OtherParties=ANCHO001..AROHA006"}},
+      {"OtherPartyLog-full",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..AROHA006", "NotesShowFull=True"}},
+      {"OtherPartyLog-by-contact",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI004", "Groupings=Contact", "NotesShowFull=True"}},
+      {"OtherPartyLog-by-subject",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI004", "Groupings=Subject"}},
+      {"OtherPartyLog-by-employee-descending",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI004", "Groupings=Employee", "NotesOrderDescending=True",
+        "OrderBy=Name"}},
+      {"OtherPartyLog-omit-completed",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI004", "OmitCompletedNotes=True"}},
+      {"OtherPartyLog-omit-actioned",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI004", "OmitActionedNotes=True", "NotesOrderBy=CompleteDate"}},
+      {"OtherPartyLog-dates",
+       "OtherPartyLog",
+       {"OtherParties=ANCHO001..BAYVI009", "DatedFrom=01/01/2024", "DatedTo=31/12/2024",
+        "ActionedDateFrom=01/03/2024", "CompletedDateTo=30/09/2024"}},
+      {"LogAR", "LogAR", {"Customers=ANCHO001..AROHA006"}},
+      {"LogAR-outstanding-full",
+       "LogAR",
+       {"Customers=ANCHO001..AROHA006", "ShowOutstanding=True", "NotesShowFull=True"}},
+      {"LogAR-by-subject", "LogAR", {"Customers=ANCHO001..AROHA006", "Groupings=Subject"}},
+      {"LogAP", "LogAP", {"Suppliers=ANCHO001..BAYVI011"}},
+      {"LogAP-full-outstanding",
+       "LogAP",
+       {"Suppliers=ANCHO001..BAYVI011", "NotesShowFull=True", "ShowOutstanding=True"}},
+      {"LogAP-by-employee", "LogAP", {"Suppliers=ANCHO001..BAYVI011", "Groupings=Employee"}},
+      {"ItemLog", "ItemLog", {"Items=ELC150..ENG110"}},
+      {"ItemLog-full", "ItemLog", {"Items=ELC150..ENG110", "NotesShowFull=True"}},
+      {"ItemLog-by-subject", "ItemLog", {"Items=ELC150..ENG110", "Groupings=Subject"}},
+      {"JobLog", "JobLog", {"Jobs=J10001..J10013"}},
+      {"JobLog-full", "JobLog", {"Jobs=J10001..J10013", "NotesShowFull=True"}},
+      {"JobLog-by-employee", "JobLog", {"Jobs=J10001..J10013", "Groupings=Employee"}},
+      {"AssetLog", "AssetLog", {}},
+      {"AssetLog-full", "AssetLog", {"NotesShowFull=True"}},
+      {"AssetLog-by-subject", "AssetLog", {"Groupings=Subject"}},
+      {"AssetLog-by-category", "AssetLog", {"Groupings=Category"}},
+  };
+  return cases;
+}
+
+TEST_F(LogReports, PageDumps) {
+  for (const LogCase& c : LogCases()) {
+    SCOPED_TRACE(c.name);
+    std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    ExpectGolden("admin", c.name, Join(pages, "\n"));
+  }
+}
+
+// One owner's line as printed, with the note rows beneath it.
+struct PrintedOwner {
+  std::string code;
+  DumpRow row;
+  std::vector<DumpRow> notes;
+};
+
+// The owners of a run in print order: a Detail row with a code opens an owner, the note rows of
+// the sub-report follow it.
+std::vector<PrintedOwner> OwnersOf(const std::vector<std::string>& pages) {
+  std::vector<PrintedOwner> owners;
+  for (DumpRow& row : RowsOf(Join(pages, "\n"), "Detail")) {
+    const auto code = row.find("txtCode");
+    if (code != row.end()) {
+      owners.push_back({code->second.second, std::move(row), {}});
+    } else if (!owners.empty()) {
+      owners.back().notes.push_back(std::move(row));
+    }
+  }
+  return owners;
+}
+
+// The printed text of `name` in a row; "" when absent.
+std::string Printed(const DumpRow& row, const std::string& name) {
+  const auto found = row.find(name);
+  return found == row.end() ? std::string() : found->second.second;
+}
+
+// The demo company read with plain SQL, beside the reports.
+class LogSql {
+ public:
+  LogSql() { sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr); }
+  ~LogSql() { sqlite3_close(db_); }
+  LogSql(const LogSql&) = delete;
+  LogSql& operator=(const LogSql&) = delete;
+
+  // Rows of a text key and a number, as a map.
+  [[nodiscard]] std::map<std::string, double> Map(const std::string& sql) const {
+    std::map<std::string, double> rows;
+    sqlite3_stmt* stmt = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(db_) << "\n"
+        << sql;
+    while (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
+      const unsigned char* key = sqlite3_column_text(stmt, 0);
+      rows[key ? reinterpret_cast<const char*>(key) : ""] = sqlite3_column_double(stmt, 1);
+    }
+    sqlite3_finalize(stmt);
+    return rows;
+  }
+
+ private:
+  sqlite3* db_ = nullptr;
+};
+
+struct OwnerCheck {
+  const char* key;
+  std::vector<std::string> assignments;
+  const char* notes;  // the note table, aliased n
+  const char* owner;  // the owner table, aliased o
+  const char* code;   // the owner's key column in both
+  const char* where;  // the same conditions in plain SQL
+};
+
+TEST_F(LogReports, OwnersAndTheirNotesAreThoseOfPlainSqlOverTheSameConditions) {
+  const OwnerCheck checks[] = {
+      {"OtherPartyLog", {}, "OtherPartyLog", "OtherParty", "OtherPartyId", "1"},
+      // An owner whose notes of 2024 are all completed falls away.
+      {"OtherPartyLog",
+       {"DatedFrom=01/01/2024", "DatedTo=31/12/2024", "OmitCompletedNotes=True"},
+       "OtherPartyLog",
+       "OtherParty",
+       "OtherPartyId",
+       "n.Date>='2024-01-01' AND n.Date<'2025-01-01' AND n.CompleteDate IS NULL"},
+      {"OtherPartyLog",
+       {"Contacts=2"},
+       "OtherPartyLog",
+       "OtherParty",
+       "OtherPartyId",
+       "n.ContactId=2"},
+      // Customers only, suppliers only.
+      {"LogAR", {}, "OtherPartyLog", "OtherParty", "OtherPartyId", "o.IsCustomer"},
+      {"LogAP",
+       {"OmitActionedNotes=True"},
+       "OtherPartyLog",
+       "OtherParty",
+       "OtherPartyId",
+       "o.IsSupplier AND n.ActionDate IS NULL"},
+      {"ItemLog",
+       {"Subjects=Quality issue"},
+       "ItemLog",
+       "Item",
+       "ItemId",
+       "n.Subject='Quality issue'"},
+      {"JobLog",
+       {"ActionedDateFrom=01/01/2025"},
+       "JobLog",
+       "Job",
+       "JobId",
+       "n.ActionDate>='2025-01-01'"},
+      {"AssetLog",
+       {"Employees=TK", "CompletedDateTo=30/06/2025"},
+       "AssetLog",
+       "Asset",
+       "AssetId",
+       "n.EmployeeId='TK' AND n.CompleteDate<'2025-07-01'"},
+  };
+  const LogSql sql;
+  for (const OwnerCheck& c : checks) {
+    SCOPED_TRACE(std::string(c.key) + " " + c.where);
+    const std::map<std::string, double> expected = sql.Map(
+        std::string("SELECT n.") + c.code + ", count(*) FROM " + c.notes + " n JOIN " + c.owner +
+        " o ON o." + c.code + "=n." + c.code + " WHERE " + c.where + " GROUP BY n." + c.code);
+    ASSERT_FALSE(expected.empty());
+    const std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
+    std::map<std::string, double> printed;
+    std::vector<std::string> order;
+    for (const PrintedOwner& owner : OwnersOf(pages)) {
+      EXPECT_EQ(printed.count(owner.code), 0u) << owner.code << " printed twice";
+      printed[owner.code] = static_cast<double>(owner.notes.size());
+      order.push_back(owner.code);
+    }
+    EXPECT_EQ(printed, expected);
+    EXPECT_TRUE(std::is_sorted(order.begin(), order.end())) << "owners in code order";
+  }
+}
+
+// The balances' dumped value: "-418@" is -418.
+double DumpedMoney(const DumpRow& row, const std::string& name) {
+  const auto found = row.find(name);
+  if (found == row.end()) return 0;
+  return std::stod(found->second.first.substr(0, found->second.first.find('@')));
+}
+
+TEST_F(LogReports, OutstandingIsTheLedgersRemainderAndAllOfItOverdueOnceTheBooksHaveStopped) {
+  const struct {
+    const char* key;
+    const char* sum;  // the sign the side turns its remainder with
+    const char* types;
+  } sides[] = {{"LogAR", "-", "30 AND 39"}, {"LogAP", "", "20 AND 29"}};
+  const LogSql sql;
+  for (const auto& side : sides) {
+    SCOPED_TRACE(side.key);
+    const std::map<std::string, double> remaining =
+        sql.Map(std::string("SELECT OtherPartyId, ") + side.sum +
+                "Sum(ValueRemaining)/10000.0 FROM Transactions WHERE Type BETWEEN " + side.types +
+                " GROUP BY OtherPartyId");
+    const std::vector<PrintedOwner> owners =
+        OwnersOf(RunPages(Open(side.key, {"ShowOutstanding=True"})));
+    ASSERT_FALSE(owners.empty());
+    int with_balance = 0;
+    for (const PrintedOwner& owner : owners) {
+      const auto found = remaining.find(owner.code);
+      const double expected = found == remaining.end() ? 0 : found->second;
+      const double total = DumpedMoney(owner.row, "numTotal");
+      EXPECT_NEAR(total, expected, 0.005) << owner.code;
+      // The fixed clock stands after the demo company's last day: every open item is overdue.
+      EXPECT_NEAR(DumpedMoney(owner.row, "numOverdue"), total, 0.005) << owner.code;
+      EXPECT_NEAR(DumpedMoney(owner.row, "numCurrent"), 0, 0.005) << owner.code;
+      if (expected != 0) ++with_balance;
+    }
+    EXPECT_GT(with_balance, 0);
+  }
+  // Without the flag the balances and their labels do not print.
+  const std::string plain = Join(RunPages(Open("LogAR", {})), "\n");
+  for (const char* hidden :
+       {"numTotal", "numOverdue", "numCurrent", "\"Overdue\"", "\"Current\""}) {
+    EXPECT_EQ(plain.find(hidden), std::string::npos) << hidden;
+  }
+}
+
+TEST_F(LogReports, UnderASubjectGroupAnOwnerPrintsOncePerSubjectWithThatSubjectsNotesOnly) {
+  const LogSql sql;
+  const std::map<std::string, double> expected = sql.Map(
+      "SELECT OtherPartyId || '/' || Subject, count(*) FROM OtherPartyLog GROUP BY OtherPartyId, "
+      "Subject");
+  std::map<std::string, double> printed;
+  for (const PrintedOwner& owner :
+       OwnersOf(RunPages(Open("OtherPartyLog", {"Groupings=Subject"})))) {
+    ASSERT_FALSE(owner.notes.empty()) << owner.code;
+    const std::string subject = Printed(owner.notes.front(), "txtSubject");
+    for (const DumpRow& note : owner.notes) {
+      EXPECT_EQ(Printed(note, "txtSubject"), subject) << owner.code;
+    }
+    const std::string pair = owner.code + "/" + subject;
+    EXPECT_EQ(printed.count(pair), 0u) << pair << " printed twice";
+    printed[pair] = static_cast<double>(owner.notes.size());
+  }
+  EXPECT_EQ(printed, expected);
+}
+
+TEST_F(LogReports, NotesRunNewestFirstWhenDescending) {
+  const struct {
+    const char* order;
+    const char* control;
+  } orders[] = {{"Date", "txtDate"}, {"ActionDate", "txtActionDate"}};
+  for (const auto& o : orders) {
+    SCOPED_TRACE(o.order);
+    int several = 0;
+    for (const PrintedOwner& owner : OwnersOf(RunPages(Open(
+             "JobLog", {"NotesOrderDescending=True", std::string("NotesOrderBy=") + o.order})))) {
+      std::vector<std::string> dates;
+      // Dumped as #yyyy-mm-dd#; Null sorts below every date, so last when descending.
+      for (const DumpRow& note : owner.notes) {
+        const std::string& date = note.at(o.control).first;
+        dates.push_back(date == "Null" ? std::string() : date);
+      }
+      EXPECT_TRUE(std::is_sorted(dates.rbegin(), dates.rend())) << owner.code;
+      if (dates.size() > 1 && dates.front() != dates.back()) ++several;
+    }
+    EXPECT_GT(several, 0);
+  }
+}
+
+TEST_F(LogReports, TheShortFormLeavesOutContactsEmployeesAndDocuments) {
+  // Employee lines read "TK, Name" and contacts stand on the subject's cell; no other text of
+  // the demo notes holds ", ".
+  auto count = [](const std::vector<std::string>& pages, auto&& test) {
+    int n = 0;
+    for (const std::string& text : PrintedTexts(Join(pages, "\n"))) n += test(text) ? 1 : 0;
+    return n;
+  };
+  auto document = [](const std::string& text) { return text.rfind("DOC", 0) == 0; };
+  auto employee = [](const std::string& text) { return text.find(", ") != std::string::npos; };
+  for (const char* key : {"OtherPartyLog", "ItemLog", "JobLog", "AssetLog"}) {
+    SCOPED_TRACE(key);
+    const std::vector<std::string> full = RunPages(Open(key, {"NotesShowFull=True"}));
+    EXPECT_GT(count(full, document), 0);
+    EXPECT_GT(count(full, employee), 0);
+    const std::vector<std::string> short_form = RunPages(Open(key, {}));
+    EXPECT_EQ(count(short_form, document), 0);
+    EXPECT_EQ(count(short_form, employee), 0);
+  }
+}
+
+TEST_F(LogReports, ASubjectNoNoteHasGivesAnEmptyReportWithItsHeadings) {
+  for (const char* key : {"OtherPartyLog", "LogAR", "ItemLog", "JobLog", "AssetLog"}) {
+    const std::vector<std::string> pages = RunPages(Open(key, {"Subjects=No such subject"}));
+    ASSERT_EQ(pages.size(), 1u) << key << "\n" << Join(pages, "\n");
+    EXPECT_EQ(pages[0].find("txtCode"), std::string::npos) << key;
+    for (const char* heading : {"\"Date\"", "\"Subject\"", "\"Notes\"", "Page 1"}) {
+      EXPECT_NE(pages[0].find(heading), std::string::npos) << key << " " << heading;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
