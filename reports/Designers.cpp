@@ -8,6 +8,7 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arLog.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
 #include "reports/ledger/arAccountDetail.h"
@@ -68,6 +69,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},
     {"arscStockReorderReport", CreatearscStockReorderReport},
     // reports/assets
+    {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
     {"arfaDepreciationSchedule", CreatearfaDepreciationSchedule},
     // reports/admin

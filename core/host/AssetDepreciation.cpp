@@ -24,6 +24,14 @@ constexpr Code kStatuses[] = {
     {static_cast<int>(AssetStatus::Scrapped), "Scrapped"},
 };
 
+// The movements the asset reports name, by their stored type.
+constexpr Code kTypes[] = {
+    {10, "Purchase"},     {11, "Addition"},     {12, "Revaluation"},  {14, "Revaluation of cost"},
+    {20, "Depreciation"}, {21, "Depreciation"}, {23, "Depreciation"}, {24, "Depreciation"},
+    {30, "Gain/Loss"},    {31, "Gain/Loss"},    {40, "Disposal"},     {41, "Disposal"},
+    {42, "Disposal"},     {43, "Disposal"},     {44, "Revaluation"},
+};
+
 }  // namespace
 
 std::string Asset::BasisText(int basis) {
@@ -36,6 +44,13 @@ std::string Asset::BasisText(int basis) {
 std::string Asset::StatusText(int status) {
   for (const Code& c : kStatuses) {
     if (c.code == status) return c.text;
+  }
+  return {};
+}
+
+std::string Asset::TypeText(int type) {
+  for (const Code& c : kTypes) {
+    if (c.code == type) return c.text;
   }
   return {};
 }

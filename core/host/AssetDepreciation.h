@@ -134,6 +134,30 @@ class DepreciationRun {
   [[nodiscard]] virtual AssetDepreciation& Item(std::int64_t index) = 0;
 };
 
+// The deferred tax figures of one asset as at a date, on both books. Money is exact, to the cent.
+struct AssetTaxFigures {
+  Currency CostPrice, CostPriceTax;    // purchases and additions (types 10 and 11) to the date
+  Currency AccumDepn, AccumDepnTax;    // depreciation posted to the date, as a positive sum
+  Currency PeriodDepn, PeriodDepnTax;  // what the calculator adds from the last posting to it
+  Currency BookValue, BookValueTax;    // the posted book value at the date less PeriodDepn
+};
+
+// The deferred tax figures of one asset, over the depreciation calculator. One thread at a time;
+// the figures stay until the next Calculate.
+class AssetTaxValues {
+ public:
+  virtual ~AssetTaxValues() = default;
+  // Works `asset_id` out as at the end of `as_at`, with its components when asked. With
+  // `work_out_period` the calculator's depreciation from the day after the last posted one to
+  // `as_at` is the period's (PeriodDepn) and comes off the book value; without it the figures are
+  // the posted ones and the period's are 0. Returns false, with `result` naming the asset, when the
+  // company holds no such asset. Throws DatabaseError when the company cannot be read.
+  [[nodiscard]] virtual bool Calculate(std::string_view asset_id, Date as_at,
+                                       bool include_components, bool work_out_period,
+                                       std::string& result) = 0;
+  [[nodiscard]] virtual const AssetTaxFigures& Figures() const = 0;
+};
+
 // One asset as the schedules read it: its details, methods and the movements of a reporting
 // period. Load an asset, set the period, then ask.
 class Asset {
@@ -160,6 +184,9 @@ class Asset {
   [[nodiscard]] static std::string StatusText(int status);
   // The number of a status text (case ignored); 0 for a text not known.
   [[nodiscard]] static int StatusFromText(std::string_view text);
+  // The text of an AssetTransaction.Type: "Purchase", "Depreciation", "Disposal" ...; "" for a
+  // type no report names.
+  [[nodiscard]] static std::string TypeText(int type);
 };
 
 }  // namespace trellin

@@ -195,6 +195,12 @@ class BusinessObjects {
   [[nodiscard]] virtual std::unique_ptr<trellin::Asset> CreateAsset() {
     throw std::logic_error("This business layer keeps no fixed assets.");
   }
+  // The deferred tax figures, worked against `years`.
+  [[nodiscard]] virtual std::unique_ptr<trellin::AssetTaxValues> CreateAssetTaxValues(
+      const std::vector<FinancialYear>& years) {
+    (void)years;
+    throw std::logic_error("This business layer keeps no fixed assets.");
+  }
   [[nodiscard]] virtual std::unique_ptr<trellin::DepreciationRun> CreateDepreciationRun(
       Date date_dated, const std::vector<FinancialYear>& years) {
     (void)date_dated;

@@ -92,6 +92,42 @@ AssetDepreciation& CompanyDepreciationRun::Item(std::int64_t index) {
   return *items_[static_cast<std::size_t>(index - 1)];
 }
 
+CompanyAssetTaxValues::CompanyAssetTaxValues(std::shared_ptr<const AssetBook> book,
+                                             std::vector<FinancialYear> years)
+    : book_(std::move(book)), years_(std::move(years)), calculator_(book_) {}
+
+bool CompanyAssetTaxValues::Calculate(std::string_view asset_id, Date as_at,
+                                      bool include_components, bool work_out_period,
+                                      std::string& result) {
+  figures_ = {};
+  if (!calculator_.Calculate(asset_id, as_at, include_components, years_, result)) return false;
+  const AssetDepreciationFigures& f = calculator_.Figures();
+  figures_.AccumDepn = f.AccumDepn;
+  figures_.AccumDepnTax = f.AccumDepnTax;
+  if (work_out_period) {
+    figures_.PeriodDepn = f.Depreciation;
+    figures_.PeriodDepnTax = f.DepreciationTax;
+  }
+  figures_.BookValue = f.OpeningBookValue - figures_.PeriodDepn;
+  figures_.BookValueTax = f.OpeningBookValueTax - figures_.PeriodDepnTax;
+  // The cost as the register states it: purchases and additions, on each book.
+  std::vector<const AssetRecord*> worked = {book_->Find(asset_id)};
+  if (include_components) {
+    for (const AssetRecord* component : book_->ComponentsOf(worked.front()->id)) {
+      worked.push_back(component);
+    }
+  }
+  for (const AssetRecord* asset : worked) {
+    for (const AssetMovement& m : asset->movements) {
+      if (m.Date > f.DateDated) break;
+      if (m.Type != asset_type::kPurchase && m.Type != asset_type::kAddition) continue;
+      figures_.CostPrice += m.Value;
+      figures_.CostPriceTax += m.TaxValue;
+    }
+  }
+  return true;
+}
+
 CompanyAsset::CompanyAsset(std::shared_ptr<const AssetBook> book) : book_(std::move(book)) {}
 
 bool CompanyAsset::Load(std::string_view asset_id) {

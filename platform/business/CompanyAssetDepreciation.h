@@ -54,6 +54,23 @@ class CompanyDepreciationRun : public DepreciationRun {
   std::vector<std::unique_ptr<CompanyAssetDepreciation>> items_;
 };
 
+// The deferred tax figures over the calculator: the posted figures and the calculator's period.
+class CompanyAssetTaxValues : public AssetTaxValues {
+ public:
+  // `book` must not be null.
+  CompanyAssetTaxValues(std::shared_ptr<const AssetBook> book, std::vector<FinancialYear> years);
+
+  [[nodiscard]] bool Calculate(std::string_view asset_id, Date as_at, bool include_components,
+                               bool work_out_period, std::string& result) override;
+  [[nodiscard]] const AssetTaxFigures& Figures() const override { return figures_; }
+
+ private:
+  std::shared_ptr<const AssetBook> book_;
+  std::vector<FinancialYear> years_;
+  CompanyAssetDepreciation calculator_;
+  AssetTaxFigures figures_;
+};
+
 class CompanyAsset : public Asset {
  public:
   // `book` must not be null.

@@ -261,6 +261,11 @@ std::unique_ptr<Asset> CompanyBusinessObjects::CreateAsset() {
   return std::make_unique<CompanyAsset>(Assets());
 }
 
+std::unique_ptr<AssetTaxValues> CompanyBusinessObjects::CreateAssetTaxValues(
+    const std::vector<FinancialYear>& years) {
+  return std::make_unique<CompanyAssetTaxValues>(Assets(), years);
+}
+
 std::unique_ptr<DepreciationRun> CompanyBusinessObjects::CreateDepreciationRun(
     Date date_dated, const std::vector<FinancialYear>& years) {
   return std::make_unique<CompanyDepreciationRun>(Assets(), date_dated, years);

@@ -31,6 +31,8 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
   [[nodiscard]] std::unique_ptr<trellin::AssetDepreciation> CreateAssetDepreciation() override;
   [[nodiscard]] std::unique_ptr<trellin::Asset> CreateAsset() override;
+  [[nodiscard]] std::unique_ptr<trellin::AssetTaxValues> CreateAssetTaxValues(
+      const std::vector<FinancialYear>& years) override;
   [[nodiscard]] std::unique_ptr<trellin::DepreciationRun> CreateDepreciationRun(
       Date date_dated, const std::vector<FinancialYear>& years) override;
 

@@ -189,17 +189,7 @@ void arfaDepreciationSchedule::BuildSQL() {
                                   " OR DisposalDate Is Null)");
   }
   reports.AppendSQLWhereFromDateRange(where, "PurchaseDate", Variant::Null(), date_to_);
-  bool all_statuses = true;
-  const std::string statuses = reports.CreateSQLWhereFromBooleanParams(p, "Status", all_statuses);
-  if (!all_statuses) {
-    AppendDescription(description_, "Include " + statuses + " Assets");
-    std::string numbers;
-    for (const std::string& item : Split(statuses, ",")) {
-      if (!numbers.empty()) numbers += ",";
-      numbers += std::to_string(Asset::StatusFromText(Replace(item, "'", "")));
-    }
-    AppendSQLCondition(where, "Asset.Status IN (" + numbers + ")");
-  }
+  AddStatusFilter(where, description_);
   std::string order = order_by == "Name" ? "Description" : "AssetId";
   DefineGroupings(fields, order);
 

@@ -116,6 +116,21 @@ void arfaScheduleBase::AddFamilyFilters(std::string& where, std::string& descrip
   }
 }
 
+void arfaScheduleBase::AddStatusFilter(std::string& where, std::string& description) {
+  bool all_statuses = true;
+  const std::string statuses =
+      TrellinReportGlobals::RequireTrellinReports().CreateSQLWhereFromBooleanParams(
+          TLReport()->Parameters(), "Status", all_statuses);
+  if (all_statuses) return;
+  AppendDescription(description, "Include " + statuses + " Assets");
+  std::string numbers;
+  for (const std::string& item : Split(statuses, ",")) {
+    if (!numbers.empty()) numbers += ",";
+    numbers += std::to_string(Asset::StatusFromText(Replace(item, "'", "")));
+  }
+  AppendSQLCondition(where, "Asset.Status IN (" + numbers + ")");
+}
+
 void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order) {
   std::vector<std::string> names;
   std::vector<bool> page_breaks;
@@ -150,7 +165,7 @@ void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order) 
 }
 
 void arfaScheduleBase::StartRun(const std::string& sql, const std::string& description,
-                                bool summary) {
+                                bool summary, float heading_font_size) {
   TLReport()->SetupGroupSections(summary, 200, true);
   TLReport()->SetupStandardHeader(true);
   DataColumns& columns = TLReport()->DataColumns();
@@ -167,7 +182,7 @@ void arfaScheduleBase::StartRun(const std::string& sql, const std::string& descr
     }
   }
   const Control& heading = Field("lblHeading");
-  columns.CreateFields(heading.Top(), 0, 15, 0, true, 0, 8.0f, 8.0f);
+  columns.CreateFields(heading.Top(), 0, 15, 0, true, 0, heading_font_size, 8.0f);
   const Control* code = FindControl("lblAssetId");
   const Control* name = FindControl("lblDescription");
   auto place = [&](const char* control, const Control* over) {

@@ -36,13 +36,18 @@ class arfaScheduleBase : public Designer {
   // their parent (IncludeComponents), the three date ranges, and the statuses ticked when not
   // all are. Throws what the range builder throws for a list it cannot read.
   void AddFamilyFilters(std::string& where, std::string& description);
+  // The statuses ticked, when not all are: "Include " and their texts into `description`, and
+  // "Asset.Status IN (" their numbers ")" into `where`.
+  void AddStatusFilter(std::string& where, std::string& description);
   // The groupings chosen, defined on the host from the last choice (level 1) to the first, each
   // adding its field to `fields` and, first in line, to `order`. Throws std::invalid_argument for
   // a grouping the family does not know.
   void DefineGroupings(std::string& fields, std::string& order);
   // ReportStart's shared steps after the query: group sections, the standard header, the
   // columns over lblHeading, the summary headings, the description and the data control.
-  void StartRun(const std::string& sql, const std::string& description, bool summary);
+  // `heading_font_size` is the columns' heading size in points.
+  void StartRun(const std::string& sql, const std::string& description, bool summary,
+                float heading_font_size = 8.0f);
 
   // A date from a parameter; Null when none is given.
   [[nodiscard]] static Variant DateOrNull(const Variant& v);

@@ -15,8 +15,7 @@
 #include "platform/runtime/Strings.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
-#include "tests/reports/ReportFixture.h"
-#include "tests/support/FixtureCompany.h"
+#include "tests/reports/assets/AssetFixtures.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -67,8 +66,6 @@ class AssetsDemo : public DemoReports {
   static std::string RunDump(std::vector<MemoryRun::Entry> items, bool selected_only);
 };
 
-std::string Dump(const DesignerPtr& designer) { return Join(DumpPages(designer), "\n"); }
-
 // Every ScheduleFormat flag set to `shown`, but for those in `except`, which take the other.
 std::vector<std::string> Flags(bool shown, std::initializer_list<int> except = {}) {
   std::vector<std::string> flags;
@@ -80,11 +77,6 @@ std::vector<std::string> Flags(bool shown, std::initializer_list<int> except = {
     flags.push_back(std::to_string(flag) + "ScheduleFormat=" + (value ? "True" : "False"));
   }
   return flags;
-}
-
-std::vector<std::string> With(std::vector<std::string> a, const std::vector<std::string>& b) {
-  a.insert(a.end(), b.begin(), b.end());
-  return a;
 }
 
 const std::vector<std::string> kYear = {"Period=Custom", "DateFrom=1/04/2024", "DateTo=31/03/2025"};
@@ -132,41 +124,6 @@ TEST_F(AssetsDemo, DepreciationScheduleGoldens) {
     ExpectGolden("assets", std::string("AssetDepreciationSchedule-") + c.name,
                  Dump(Open("AssetDepreciationSchedule", c.values)));
   }
-}
-
-// The demo company read with plain SQL, beside the reports.
-class PlainSql {
- public:
-  PlainSql() { sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr); }
-  ~PlainSql() { sqlite3_close(db_); }
-  PlainSql(const PlainSql&) = delete;
-  PlainSql& operator=(const PlainSql&) = delete;
-  // The first column of the first row, in cents.
-  [[nodiscard]] std::int64_t Cents(const std::string& sql) const {
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK) << sql;
-    std::int64_t cents = 0;
-    if (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
-      cents = sqlite3_column_int64(stmt, 0) / 100;  // stored ten-thousandths
-    }
-    sqlite3_finalize(stmt);
-    return cents;
-  }
-
- private:
-  sqlite3* db_ = nullptr;
-};
-
-// A printed amount in cents: "(1,234.56)" is -123456.
-std::int64_t CentsOf(const std::string& text) {
-  std::string digits;
-  for (char c : text) {
-    if (std::isdigit(static_cast<unsigned char>(c))) digits += c;
-  }
-  if (digits.empty()) return 0;
-  const std::int64_t value = std::stoll(digits);
-  return text.find('(') != std::string::npos || text.find('-') != std::string::npos ? -value
-                                                                                    : value;
 }
 
 TEST_F(AssetsDemo, ScheduleLinesAddAcrossAndTieToTheLedgersAssetAccounts) {
@@ -307,28 +264,8 @@ TEST_F(AssetsDemo, ScheduleStatusesAndFlagsShapeTheQueryAndTheColumns) {
 }
 
 // The hand-made edges of tests/reports/assets/edges.sql.
-class AssetEdges : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    SetClockForTesting(Date::FromYmdHms(2025, 4, 1, 9, 30, 0));
-    company_ =
-        std::make_unique<trellin::testing::FixtureCompany>(std::initializer_list<std::string_view>{
-            "business/real_company.sql", "reports/assets/edges.sql"});
-    service_ = host::ReportService::Open(company_->Path().string());
-  }
-  static void TearDownTestSuite() {
-    service_.reset();
-    company_.reset();
-    SetClockForTesting(std::nullopt);
-  }
-  static std::string Run(const std::string& key, const std::vector<std::string>& values) {
-    return Dump(OpenWithValues(*service_, key, values));
-  }
-  static std::unique_ptr<trellin::testing::FixtureCompany> company_;
-  static std::unique_ptr<host::ReportService> service_;
-};
-std::unique_ptr<trellin::testing::FixtureCompany> AssetEdges::company_;
-std::unique_ptr<host::ReportService> AssetEdges::service_;
+constexpr char kEdges[] = "reports/assets/edges.sql";
+using AssetEdges = AssetCompany<kEdges>;
 
 TEST_F(AssetEdges, TypeTwentyThreeStaysPriorYearAndAnUnknownTypeMovesOnlyTheOpening) {
   const std::string dump = Run("AssetDepreciationSchedule", With(kYear, Flags(true)));
