@@ -122,6 +122,13 @@ void WriteStockExtras(DemoContext& ctx) {
   Execute(ctx.db,
           "UPDATE acBatchTransactionLine SET OrderQuantity=Quantity+(rowid%2) WHERE Type=42",
           "ordered quantities on job invoices");
+  // What each item is counted in: rope and chain by the metre, paint by the tin, labour by the
+  // hour, the rest each.
+  Execute(ctx.db,
+          "UPDATE Item SET Unit=CASE WHEN Description LIKE '% per m%' AND Description NOT LIKE "
+          "'% per hour%' THEN 'm' WHEN ItemId LIKE 'PNT%' THEN 'tin' WHEN ItemId LIKE 'LAB%' THEN "
+          "'hour' ELSE 'each' END",
+          "item units");
   // A stocked item bought from no supplier in particular, which reorder never suggests.
   Execute(ctx.db, "UPDATE Item SET SupplierId=NULL,SupplierCode=NULL WHERE ItemId=" + PlainItem(4),
           "an item with no supplier");

@@ -794,7 +794,8 @@ CREATE TABLE PurchaseOrderLine (
 
 -- One item. Inventory 0 for an item of which no stock is kept, otherwise the kind of stock
 -- (1 plain, 2 serial numbered, 3 batch numbered). CostPrice and SellPrice1 include tax when
--- their tax-type column holds a code. SupplierId is the usual supplier.
+-- their tax-type column holds a code. SupplierId is the usual supplier. Unit is what one of the
+-- item's quantity counts ("each", "m", "tin", "hour"), printed by the item lists and count sheets.
 -- Keys: StockStatus, StockLevel, StockReorder, StockOnOrder, StockOnSalesOrders,
 -- StockMovement, StocktakeVarianceReport, ItemSalesAnalysis, ItemJobAnalysis, JobAnalysis,
 -- SalesAnalysisAR, ItemSalesSummary, ItemPurchaseAnalysis, ItemPurchaseSummary,
@@ -836,7 +837,8 @@ CREATE TABLE Item (
   UserDefined17 TEXT COLLATE NOCASE,
   UserDefined18 TEXT COLLATE NOCASE,
   UserDefined19 TEXT COLLATE NOCASE,
-  UserDefined20 TEXT COLLATE NOCASE
+  UserDefined20 TEXT COLLATE NOCASE,
+  Unit TEXT COLLATE NOCASE
 );
 
 -- Where an item is kept at a location, with its shelf and reorder levels.
