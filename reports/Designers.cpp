@@ -32,9 +32,14 @@
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOverdueList.h"
 #include "reports/receivables/ardscrTransactionList.h"
+#include "reports/stock/arItemAdjustment.h"
+#include "reports/stock/arItemList.h"
+#include "reports/stock/arLocationList.h"
+#include "reports/stock/arscPriceChange.h"
 #include "reports/stock/arscStatusReport.h"
 #include "reports/stock/arscStockOnOrderReport.h"
 #include "reports/stock/arscStockReorderReport.h"
+#include "reports/stock/arscTransactionList.h"
 
 namespace trellin {
 
@@ -68,6 +73,11 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},
     {"arscStockReorderReport", CreatearscStockReorderReport},
+    {"arItemList", CreatearItemList},
+    {"arItemAdjustment", CreatearItemAdjustment},
+    {"arscTransactionList", CreatearscTransactionList},
+    {"arscPriceChange", CreatearscPriceChange},
+    {"arLocationList", CreatearLocationList, "LocationDetails"},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
