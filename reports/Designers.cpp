@@ -35,6 +35,7 @@
 #include "reports/stock/arItemAdjustment.h"
 #include "reports/stock/arItemList.h"
 #include "reports/stock/arLocationList.h"
+#include "reports/stock/arscItemPriceList.h"
 #include "reports/stock/arscPriceChange.h"
 #include "reports/stock/arscStatusReport.h"
 #include "reports/stock/arscStockOnOrderReport.h"
@@ -77,6 +78,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arItemAdjustment", CreatearItemAdjustment},
     {"arscTransactionList", CreatearscTransactionList},
     {"arscPriceChange", CreatearscPriceChange},
+    {"arscItemPriceList", CreatearscItemPriceList},
     {"arLocationList", CreatearLocationList, "LocationDetails"},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},

@@ -84,6 +84,10 @@ const Variant& StockField(const Fields& fields, std::string_view name) {
 
 namespace trellin {
 
+Currency ItemMoney(const Variant& value) {
+  return value.IsNull() || value.IsEmpty() ? Currency() : value.ToCurrency();
+}
+
 Prices ItemPrices(Currency price, std::string_view tax_code) {
   const Tax& tax = TrellinReportGlobals::RequireApplication().Tax();
   if (!tax_code.empty() && tax.TaxCategory(tax_code)) {

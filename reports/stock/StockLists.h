@@ -70,6 +70,9 @@ struct Prices {
 };
 [[nodiscard]] Prices ItemPrices(Currency price, std::string_view tax_code);
 
+// A money field's value; zero for Null or empty.
+[[nodiscard]] Currency ItemMoney(const Variant& value);
+
 }  // namespace trellin
 
 namespace trellin {

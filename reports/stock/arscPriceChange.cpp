@@ -79,10 +79,6 @@ constexpr ListKey kChangeKeys[] = {{
 constexpr std::string_view kChangeUntotalled[] = {"Cost",          "Current", "New",      "Change",
                                                   "ChangePercent", "Margin",  "NewMargin"};
 
-Currency MoneyOf(const Variant& v) {
-  return v.IsNull() || v.IsEmpty() ? Currency() : v.ToCurrency();
-}
-
 }  // namespace
 
 Currency NewPrice(PriceChangeMethod method, double change, Currency current, Currency cost,
@@ -151,10 +147,10 @@ void arscPriceChange::ActiveReport_DataInitialize() {
 
 void arscPriceChange::ActiveReport_FetchData(bool&) {
   const auto& fields = Fields();
-  const Currency cost = ItemPrices(MoneyOf(StockField(fields, "CostPrice")),
+  const Currency cost = ItemPrices(ItemMoney(StockField(fields, "CostPrice")),
                                    Trim(StockField(fields, "CostTaxType").Text()))
                             .exclusive;
-  const Currency current = ItemPrices(MoneyOf(StockField(fields, "SellPrice1")),
+  const Currency current = ItemPrices(ItemMoney(StockField(fields, "SellPrice1")),
                                       Trim(StockField(fields, "SellTaxType1").Text()))
                                .exclusive;
   const Currency price = NewPrice(method_, change_, current, cost, round_to_);

@@ -8,6 +8,7 @@
 #include "core/TrellinReportGlobals.h"
 #include "core/TrellinReports.h"
 #include "core/kvReportUtilities.h"
+#include "platform/runtime/Format.h"
 
 namespace trellin {
 

@@ -125,6 +125,43 @@ TEST(StockListRules, NewPricesRoundToTheNearestStepHalfAwayFromZero) {
   }
 }
 
+// A printed amount as a number: "1,234.50" or "(1.00)".
+double Amount(std::string text) {
+  const bool negative = !text.empty() && text.front() == '(';
+  std::string digits;
+  for (char c : text) {
+    if ((c >= '0' && c <= '9') || c == '.') digits += c;
+  }
+  const double value = digits.empty() ? 0 : std::stod(digits);
+  return negative ? -value : value;
+}
+
+TEST_F(StockLists, PriceListInclusivePricesAreTheExclusiveOnesWithTheirCategorysTaxToTheCent) {
+  const auto pages = RunPages(Open("ItemPriceList", {"Prices=Both", "ExcludeInactiveItems=False",
+                                                     "Groupings=", "Columns=Code,Price,PriceInc"}));
+  const auto exclusive = TextByCode(pages, "txtPrice");
+  const auto inclusive = TextByCode(pages, "txtPriceInc");
+  ASSERT_EQ(exclusive.size(), static_cast<std::size_t>(PlainNumber("SELECT Count(*) FROM Item")));
+  int coded = 0;
+  for (const auto& [code, text] : exclusive) {
+    // A price with a known tax code carries that category's rate; any other, the company's.
+    const double category = PlainNumber(
+        "SELECT Coalesce((SELECT Rate FROM TaxCategory WHERE TaxCategoryId=i.SellTaxType1),-1) "
+        "FROM Item i WHERE i.ItemId='" +
+        code + "'");
+    const double rate =
+        category >= 0
+            ? category
+            : PlainNumber("SELECT Value FROM CompanySetting WHERE Section='Tax' AND Key='Rate'");
+    coded += category >= 0 ? 1 : 0;
+    // Taken out of a price that holds tax, the tax is rounded to the cent once: put back, the
+    // price is within that half cent grown by the rate.
+    EXPECT_NEAR(Amount(inclusive.at(code)), Amount(text) * (1 + rate / 100), 0.006)
+        << code << " at " << rate;
+  }
+  EXPECT_GT(coded, 0);
+}
+
 struct StockListCase {
   const char* name;  // the golden file
   const char* key;
@@ -172,6 +209,15 @@ TEST_F(StockLists, PageDumps) {
       {"SCPriceChange-markup-on-cost",
        "SCPriceChange",
        {"ItemCategories=ROPE", "Method=Markup on cost", "Change=60", "RoundTo=0.05"}},
+      {"ItemPriceList-rope", "ItemPriceList", {"ItemCategories=ROPE"}},
+      {"ItemPriceList-both-special-cost",
+       "ItemPriceList",
+       {"ItemCategories=SAFE,ENG", "Prices=Both", "CustomerTypes=COMP", "ShowCost=True",
+        "Groupings=Item Category [Page Break]"}},
+      {"ItemPriceList-inclusive-by-description",
+       "ItemPriceList",
+       {"ItemCategories=PAINT", "Prices=Including tax", "Groupings=", "OrderBy=Description",
+        "ExcludeInactiveItems=False"}},
   };
   for (const StockListCase& c : cases) {
     SCOPED_TRACE(c.name);
