@@ -11,6 +11,7 @@
 #include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
+#include "reports/assets/arfaFutureValueSchedule.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -84,6 +85,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
     {"arfaDepreciationSchedule", CreatearfaDepreciationSchedule},
+    {"arfaFutureValueSchedule", CreatearfaFutureValueSchedule},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},
