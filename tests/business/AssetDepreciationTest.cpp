@@ -237,6 +237,22 @@ TEST(AssetDepreciationTest, TheAssetObjectGivesThePeriodsMovementsWithItsCompone
   EXPECT_EQ(Asset::BasisText(2), "DV");
   EXPECT_EQ(Asset::BasisText(0), "");
   EXPECT_EQ(Asset::BasisText(3), "");
+  // The movement types the reports name; 13, 22 and 45 are none of them.
+  const std::pair<int, const char*> types[] = {{10, "Purchase"},
+                                               {11, "Addition"},
+                                               {12, "Revaluation"},
+                                               {13, ""},
+                                               {14, "Revaluation of cost"},
+                                               {20, "Depreciation"},
+                                               {22, ""},
+                                               {23, "Depreciation"},
+                                               {24, "Depreciation"},
+                                               {31, "Gain/Loss"},
+                                               {40, "Disposal"},
+                                               {43, "Disposal"},
+                                               {44, "Revaluation"},
+                                               {45, ""}};
+  for (const auto& [type, text] : types) EXPECT_EQ(Asset::TypeText(type), text) << type;
 }
 
 // A copy of the demo company's assets with one year's posted depreciation taken out.
