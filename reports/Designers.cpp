@@ -38,6 +38,7 @@
 #include "reports/stock/arLocationList.h"
 #include "reports/stock/arscItemPriceList.h"
 #include "reports/stock/arscPriceChange.h"
+#include "reports/stock/arscSerialNumberReport.h"
 #include "reports/stock/arscStatusReport.h"
 #include "reports/stock/arscStockOnOrderReport.h"
 #include "reports/stock/arscStockReorderReport.h"
@@ -80,6 +81,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscTransactionList", CreatearscTransactionList},
     {"arscPriceChange", CreatearscPriceChange},
     {"arscItemPriceList", CreatearscItemPriceList},
+    {"arscSerialNumberReport", CreatearscSerialNumberReport},
     {"arLocationList", CreatearLocationList, "LocationDetails"},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},

@@ -7,6 +7,7 @@
 
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
+#include "core/TrellinReports.h"
 #include "core/kvReportUtilities.h"
 #include "platform/runtime/Format.h"
 

@@ -218,6 +218,14 @@ TEST_F(StockLists, PageDumps) {
        "ItemPriceList",
        {"ItemCategories=PAINT", "Prices=Including tax", "Groupings=", "OrderBy=Description",
         "ExcludeInactiveItems=False"}},
+      {"SerialNumbers-item", "SerialNumbers", {"Items=ELC149"}},
+      {"SerialNumbers-in-stock-summary",
+       "SerialNumbers",
+       {"Items=ELC148,ENG100", "InStockOnly=True", "Summary=True"}},
+      {"SerialNumbers-batch-at-a-location-by-date",
+       "SerialNumbers",
+       {"Items=FLR137", "Locations=BR2", "DatedFrom=2025-10-01", "DatedTo=2025-11-30",
+        "OrderBy=Date"}},
   };
   for (const StockListCase& c : cases) {
     SCOPED_TRACE(c.name);
