@@ -179,6 +179,26 @@ std::vector<std::string> TextMeasure::Wrap(std::string_view text, const FontSpec
   return BreakLines(text, wanted, width, true, nullptr);
 }
 
+// The lines of a text broken only at its line breaks ("\r\n" or "\n"), when each of them fits
+// on one line as it stands: what pango would give, without asking it. Empty when the text does
+// not end in printing text or a line does not fit.
+std::vector<std::string> TextMeasure::LinesAtBreaks(std::string_view text, const FontSpec& wanted,
+                                                    float width) {
+  std::vector<std::string> lines;
+  if (text.empty() || text.back() == '\n' || text.back() == '\r') return lines;
+  std::size_t at = 0;
+  while (true) {
+    const std::size_t next = text.find('\n', at);
+    std::string_view line = text.substr(at, next == std::string_view::npos ? text.npos : next - at);
+    // As pango's lines do, a line ends without its break and trailing blanks.
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.remove_suffix(1);
+    if (!line.empty() && !FitsOnOneLine(line, wanted, width)) return {};
+    lines.emplace_back(line);
+    if (next == std::string_view::npos) return lines;
+    at = next + 1;
+  }
+}
+
 TextMeasure::Words TextMeasure::WrapWords(std::string_view text, const FontSpec& wanted,
                                           float width) {
   Words words;
@@ -186,6 +206,10 @@ TextMeasure::Words TextMeasure::WrapWords(std::string_view text, const FontSpec&
   if (FitsOnOneLine(text, wanted, width)) {
     words.lines.emplace_back(text);
     return words;
+  }
+  if (text.find('\n') != std::string_view::npos) {
+    words.lines = LinesAtBreaks(text, wanted, width);
+    if (!words.lines.empty()) return words;
   }
   words.lines = BreakLines(text, wanted, width, false, &words.wide);
   return words;

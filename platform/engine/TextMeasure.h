@@ -47,6 +47,7 @@ class TextMeasure {
   FontData& Font(const FontSpec& font);
   FontData& LookUp(const FontSpec& font);
   bool FitsOnOneLine(std::string_view text, const FontSpec& font, float width);
+  std::vector<std::string> LinesAtBreaks(std::string_view text, const FontSpec& font, float width);
   std::vector<std::string> BreakLines(std::string_view text, const FontSpec& font, float width,
                                       bool inside_words, bool* wide);
 

@@ -38,6 +38,28 @@ TEST(TextMeasure, WrapsAtBreaksThenWordsThenInsideLongWords) {
   }
 }
 
+// Lines that each fit are taken at the text's breaks without pango; they must be pango's lines.
+TEST(TextMeasure, LinesAtBreaksAreThoseOfTheFullWrap) {
+  TextMeasure measure;
+  FontSpec arial;
+  const struct {
+    const char* text;
+    float width;
+  } cases[] = {
+      {"Normal\r\nTax", 2000},
+      {"one\ntwo\nthree", 5000},
+      {"Price query \r\nGrace Taylor\r\nJS, James Sutherland", 3400},
+      {"first\r\n\r\nthird", 2000},               // an empty line between
+      {"ends in a break\r\n", 3000},              // left to pango
+      {"short\r\nalpha beta gamma delta", 1500},  // the second line wraps between words
+  };
+  for (const auto& c : cases) {
+    const TextMeasure::Words words = measure.WrapWords(c.text, arial, c.width);
+    EXPECT_EQ(words.lines, measure.Wrap(c.text, arial, c.width)) << c.text;
+    EXPECT_FALSE(words.wide) << c.text;
+  }
+}
+
 // Which face a layout's font name resolves to is the machine's fontconfig, not ours; the PDF
 // test checks the faces that end up embedded.
 TEST(TextMeasure, SizesScaleAndBoldIsWider) {
