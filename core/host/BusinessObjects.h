@@ -4,6 +4,7 @@
 // business layer reads them from the company (platform/business/CompanyBusinessObjects) and decides
 // the lines each shows.
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -101,6 +102,34 @@ struct BankDetails {
   std::string fees_account;
 };
 
+// One line of a bank reconciliation: a bank entry, by its bank's own line.
+struct BankReconciliationLine {
+  std::int64_t glBankTransactionId = 0;
+  bool Checked = false;  // on the statement page shown
+  Date date;
+  std::optional<Date> Presented;  // the day a cheque was presented
+  std::string Reference;
+  std::string OtherParty;  // the party's name; "" for an entry without one
+  std::string Comment;
+  Currency Value;  // positive for money in
+};
+
+// The state of a bank's latest statement page: its figures and the lines as at a date, those on
+// the page (Checked) first, then the rest, each by date and entry. With no statement the page is
+// 0, the figures are 0 and every line is unchecked.
+struct BankReconciliation {
+  std::string BankId;
+  long StatementPage = 0;
+  std::optional<Date> StatementDate;
+  Currency StatementOpening;  // the closing balance of the page before; 0 for the first
+  Currency StatementClosing;
+  Currency TotalReconciled;    // the sum of the checked lines
+  Currency TotalUnreconciled;  // the sum of the others
+  bool Locked = false;
+  std::string LockedText;  // "" unless locked
+  std::vector<BankReconciliationLine> Lines;
+};
+
 // A tax category: "S" standard 15%, "Z" zero rated, "*" never reported, ...
 struct TaxCategory {
   std::string code;
@@ -186,6 +215,15 @@ class BusinessObjects {
   [[nodiscard]] virtual const trellin::AssetCategory* FindAssetCategory(std::string_view code) = 0;
   // The stock levels of the run's items; each call makes a fresh one that reads on first use.
   [[nodiscard]] virtual std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() = 0;
+  // The reconciliation of bank `code` as at `dated_to` (every unreconciled line when it is
+  // absent); nullopt for a bank the company does not hold. A business layer that keeps no bank
+  // statements throws std::logic_error.
+  [[nodiscard]] virtual std::optional<trellin::BankReconciliation> LoadBankReconciliation(
+      std::string_view code, std::optional<Date> dated_to) {
+    (void)code;
+    (void)dated_to;
+    throw std::logic_error("This business layer keeps no bank statements.");
+  }
   // The fixed assets of the run: a depreciation calculator, an Asset object, and a depreciation
   // run worked out to `date_dated` against `years`. The assets are read once, at the first of
   // these calls. A business layer that keeps no assets throws std::logic_error.

@@ -29,6 +29,9 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] const trellin::Employee* FindEmployee(std::string_view code) override;
   [[nodiscard]] const trellin::AssetCategory* FindAssetCategory(std::string_view code) override;
   [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
+  // CompanyBankReconciliation.cpp
+  [[nodiscard]] std::optional<trellin::BankReconciliation> LoadBankReconciliation(
+      std::string_view code, std::optional<Date> dated_to) override;
   [[nodiscard]] std::unique_ptr<trellin::AssetDepreciation> CreateAssetDepreciation() override;
   [[nodiscard]] std::unique_ptr<trellin::Asset> CreateAsset() override;
   [[nodiscard]] std::unique_ptr<trellin::AssetTaxValues> CreateAssetTaxValues(

@@ -40,6 +40,33 @@ void WriteChequeNumbers(sqlite3* db) {
           "cheque numbers");
 }
 
+// Each bank's statements, a page a month: a page closes at the running sum of the bank's own lines
+// reconciled on it and on the pages before, and is dated on its month's last day. Every page but
+// the latest is locked. On the latest page of the cheque account, the page still being worked,
+// the bank charged a fee of 15.00 that is not entered yet: its variance is 15.00.
+void WriteBankStatements(sqlite3* db, Date first_day) {
+  Execute(db,
+          "INSERT INTO glBankStatement (BankId, StmtPage, StatementDate, ClosingBalance, Locked) "
+          "SELECT BankId, StmtPage, date('" +
+              first_day.ToIso() +
+              "', 'start of month', '+' || (StmtPage - 1) || ' months', '+1 month', '-1 day'), "
+              "sum(Moved) OVER (PARTITION BY BankId ORDER BY StmtPage), 1 FROM (SELECT "
+              "b.BankId, b.StmtPage, sum(t.Value) AS Moved FROM glBankTransaction b JOIN "
+              "glTransaction t ON t.glBankTransactionId = b.glBankTransactionId AND "
+              "t.glBankTransactionSequence = 0 WHERE b.StmtPage IS NOT NULL GROUP BY b.BankId, "
+              "b.StmtPage) ORDER BY BankId, StmtPage",
+          "bank statements");
+  const std::string latest =
+      "StmtPage = (SELECT max(s.StmtPage) FROM glBankStatement s WHERE s.BankId = "
+      "glBankStatement.BankId)";
+  Execute(db, "UPDATE glBankStatement SET Locked = 0 WHERE " + latest, "statements in progress");
+  Execute(db,
+          "UPDATE glBankStatement SET ClosingBalance = ClosingBalance - 150000 WHERE BankId = "
+          "'CHQ' AND " +
+              latest,
+          "unentered bank fee");
+}
+
 }  // namespace
 
 DemoContext::DemoContext(sqlite3* handle, const DemoOptions& opts)
@@ -99,6 +126,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     summary.gl_lines = ctx.ledger->Lines();
   }
   WriteChequeNumbers(db);
+  WriteBankStatements(db, summary.first_day);
   for (const std::string& sql : indexes) Execute(db, sql, "create index");
   Execute(db, "COMMIT", "commit");
   Execute(db, "ANALYZE", "analyze");

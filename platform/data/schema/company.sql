@@ -383,6 +383,18 @@ CREATE TABLE glBankTransaction (
   Presented DATE
 );
 
+-- One page of a bank's statement: its date, the closing balance the bank printed and whether the
+-- reconciliation of the page is locked. The page numbers are those of glBankTransaction.StmtPage.
+-- Keys: BankReconciliation (through the business layer's reconciliation object).
+CREATE TABLE glBankStatement (
+  BankId TEXT COLLATE NOCASE NOT NULL REFERENCES Bank (BankId),
+  StmtPage INTEGER NOT NULL,
+  StatementDate DATE NOT NULL,
+  ClosingBalance MONEY NOT NULL DEFAULT 0,
+  Locked BOOLEAN NOT NULL DEFAULT 0,
+  PRIMARY KEY (BankId, StmtPage)
+);
+
 -- One posted ledger line. Value is positive for a debit; TaxValue the tax carried beside it.
 -- Type is Null for ordinary movement; year-end lines carry a type (1 the closing entries).
 -- TaxIO "O" output (sales) or "I" input (purchases); TaxCategory "*" is never reported;
@@ -1073,6 +1085,8 @@ CREATE INDEX Account_TypeRatio ON Account (AccountId, Type, Ratio);
 CREATE INDEX glBudget_AccountMonth ON glBudget (AccountId, Month);
 -- Cheques by payee.
 CREATE INDEX glBankTransaction_OtherParty ON glBankTransaction (OtherPartyId);
+-- A bank's entries on one statement page, or those on none up to a date: the reconciliation.
+CREATE INDEX glBankTransaction_BankPage ON glBankTransaction (BankId, StmtPage, Date);
 
 -- The per-party sub-selects of the ledger, aged overdue, statement and log reports:
 -- OtherPartyId = ? AND Type Between ? AND a DateProcess range, summing Value or ValueRemaining.
