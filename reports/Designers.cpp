@@ -22,6 +22,7 @@
 #include "reports/ledger/arglBankBatch.h"
 #include "reports/ledger/arglBankHighLow.h"
 #include "reports/ledger/arglBankLedger.h"
+#include "reports/ledger/arglBankReconciliation.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
 #include "reports/ledger/arglJournalList.h"
@@ -60,6 +61,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arChequeList", CreatearChequeList},
     {"arLodgementSchedule", CreatearLodgementSchedule},
     {"arglBankLedger", CreatearglBankLedger},
+    {"arglBankReconciliation", CreatearglBankReconciliation},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},
     {"arglJournalList", CreatearglJournalList},

@@ -1,0 +1,140 @@
+// The bank reconciliation on the demo company: its pages against golden files, and its figures
+// against the books read straight from the company file.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include <sqlite3.h>
+
+#include "platform/runtime/Currency.h"
+#include "platform/runtime/Strings.h"
+#include "reports/ledger/arglBankReconciliation.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class BankReconciliation : public DemoReports {
+ protected:
+  // The report's pages joined; fails the test on the run's errors.
+  static std::string Dump(const std::string& key, const std::vector<std::string>& assignments) {
+    std::vector<std::string> pages = RunPages(Open(key, assignments));
+    if (!pages.empty() && pages.back().rfind("errors:", 0) == 0) ADD_FAILURE() << pages.back();
+    return Join(pages, "\n");
+  }
+};
+
+// The one number a query on the demo company gives, as money stored in ten-thousandths.
+Currency QueryMoney(const std::string& sql) {
+  sqlite3* db = nullptr;
+  Currency result;
+  if (sqlite3_open_v2(DemoCompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+    sqlite3_stmt* statement = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(db);
+    if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW) {
+      result = Currency::FromRaw(sqlite3_column_int64(statement, 0));
+    }
+    sqlite3_finalize(statement);
+  } else {
+    ADD_FAILURE() << "cannot open the demo company";
+  }
+  sqlite3_close(db);
+  return result;
+}
+
+Currency MoneyOf(const DumpRow& row, const std::string& name) {
+  auto found = row.find(name);
+  if (found == row.end()) return Currency();
+  std::string value = found->second.first;
+  if (value.empty() || value.back() != '@') return Currency();
+  value.pop_back();
+  return Currency::Parse(value).value_or(Currency());
+}
+
+bool Printed(const DumpRow& row, const std::string& name) { return row.count(name) > 0; }
+
+TEST_F(BankReconciliation, PageDumps) {
+  const struct {
+    const char* name;
+    std::vector<std::string> assignments;
+  } cases[] = {
+      {"BankReconciliation", {}},
+      {"BankReconciliation-saver-full-details-in-use",
+       {"Banks=SAVE,OLD", "ShowActiveBankAccountsOnly=False", "ShowFullDetails=True",
+        "ControlScale=0.3"}},
+      {"BankReconciliation-cheque-dated-full-details",
+       {"Banks=CHQ", "DatedTo=2025-10-20", "ShowFullDetails=True"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ExpectGolden("ledger", c.name, Dump("BankReconciliation", c.assignments));
+  }
+}
+
+// InUse always filters; Active only on request, and then the run says so.
+TEST_F(BankReconciliation, InUseAlwaysFiltersAndActiveOnlyOnRequest) {
+  for (bool active : {true, false}) {
+    DesignerPtr designer =
+        Open("BankReconciliation",
+             {active ? "ShowActiveBankAccountsOnly=True" : "ShowActiveBankAccountsOnly=False"});
+    (void)RunPages(designer);
+    auto* report = dynamic_cast<arglBankReconciliation*>(designer.get());
+    ASSERT_NE(report, nullptr);
+    EXPECT_EQ(report->SQL(), active ? "SELECT BankId FROM Bank WHERE Active=True  AND InUse=True "
+                                      " ORDER BY BankId"
+                                    : "SELECT BankId FROM Bank WHERE InUse=True  ORDER BY BankId");
+    EXPECT_EQ(report->Description().find("Active bank accounts only") != std::string::npos, active);
+  }
+}
+
+// Each bank's cash balance is its account's balance in the books as at the date; the reconciled
+// total is the sum of its statement page's lines, and the variance what the statement table
+// holds apart from the books: the cheque account's unentered fee of 15.00, nothing on the saver.
+TEST_F(BankReconciliation, FiguresAgreeWithTheBooks) {
+  const std::string dump = Dump("BankReconciliation", {"DatedTo=2025-11-30", "Banks=CHQ"});
+  const std::vector<DumpRow> headers = RowsOf(dump, "GroupHeader");
+  ASSERT_FALSE(headers.empty());
+  const DumpRow& bank = headers.front();
+  EXPECT_EQ(MoneyOf(bank, "numghCurrent"),
+            QueryMoney("SELECT sum(Value) FROM glTransaction WHERE AccountId = '3010' AND Date < "
+                       "'2025-12-01'"));
+  const Currency page_lines = QueryMoney(
+      "SELECT sum(t.Value) FROM glBankTransaction b JOIN glTransaction t ON "
+      "t.glBankTransactionId = b.glBankTransactionId AND t.glBankTransactionSequence = 0 WHERE "
+      "b.BankId = 'CHQ' AND b.StmtPage = (SELECT max(StmtPage) FROM glBankStatement WHERE BankId "
+      "= 'CHQ')");
+  bool reconciled_seen = false;
+  for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
+    if (!Printed(footer, "numVariance")) continue;
+    reconciled_seen = true;
+    EXPECT_EQ(MoneyOf(footer, "numReconciled"), page_lines);
+    EXPECT_EQ(MoneyOf(footer, "numVariance"), Currency::FromWhole(15));
+  }
+  EXPECT_TRUE(reconciled_seen);
+}
+
+// Dated before its first unreconciled line, the saver has none: no "Unreconciled" group, its cash
+// balance is opening plus reconciled, a variance of 0 prints 0.00, and without an overdraft
+// neither the limit nor the available funds print.
+TEST_F(BankReconciliation, ASaverWithNothingUnreconciled) {
+  const std::string dump = Dump("BankReconciliation", {"Banks=SAVE", "DatedTo=2025-11-01"});
+  const std::vector<std::string> texts = PrintedTexts(dump);
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "Unreconciled"), 0);
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "Reconciled"), 1);
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "Overdraft Limit:"), 0);
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "Available Funds:"), 0);
+  const std::vector<DumpRow> headers = RowsOf(dump, "GroupHeader");
+  ASSERT_FALSE(headers.empty());
+  Currency reconciled;
+  for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
+    if (Printed(footer, "numReconciled")) reconciled = MoneyOf(footer, "numReconciled");
+    if (Printed(footer, "numVariance")) EXPECT_EQ(footer.at("numVariance").second, "0.00");
+  }
+  EXPECT_EQ(MoneyOf(headers.front(), "numghCurrent"),
+            MoneyOf(headers.front(), "numghOpening") + reconciled);
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
