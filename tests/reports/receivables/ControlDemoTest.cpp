@@ -15,7 +15,7 @@ namespace {
 
 class ControlDemo : public DemoReports {};
 
-struct Side {
+struct ControlSide {
   const char* key;
   const char* balance;  // the side's balance, turned so that what is owed shows positive
   const char* range;
@@ -26,7 +26,7 @@ struct Side {
 
 // The demo company's accounts hold 250.45 more debit (receivables) and 87.50 more credit
 // (payables) than the sub-ledgers, each shown in the sub-ledger's own sense.
-constexpr Side kSides[] = {
+constexpr ControlSide kControlSides[] = {
     {"ControlReportAR", "-Value", "30 And 39", "3100", "", demo::kReceivablesControlDifference},
     {"ControlReportAP", "Value", "20 And 29", "4010", "-", -demo::kPayablesControlDifference},
 };
@@ -42,7 +42,7 @@ TEST_F(ControlDemo, PagesAtThePresentAndAnEarlierMonthEndMatchTheirGoldenDumps) 
 
 TEST_F(ControlDemo, FiguresAgreeWithPlainSql) {
   Database& db = Service().Database();
-  for (const Side& side : kSides) {
+  for (const ControlSide& side : kControlSides) {
     SCOPED_TRACE(side.key);
     // Every month end of the books: the sub-ledger and its account agree until the hand journal
     // three days before the present.
