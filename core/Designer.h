@@ -30,6 +30,11 @@ class Designer : public ActiveReport {
   // checks of their own override it. Throws ObjectNotSet when no host is tied.
   [[nodiscard]] virtual bool ValidateParameters();
 
+ protected:
+  // For OnFormat of a report whose groups the host defined: a group header or footer of level N
+  // is formatted as the host's level N. Returns whether `section` was one.
+  bool FormatGroupSection(const Section& section);
+
  private:
   std::shared_ptr<trellin::TLReport> tl_report_;
 };

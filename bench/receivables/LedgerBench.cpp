@@ -14,9 +14,8 @@
 // Without TRELLIN_LEDGER_BENCH_DB the scale-20 company is built once in the temporary folder, the
 // file the ledger statements' benchmark uses too (bench/support/BenchCompany.h).
 //
-// Counters: pages, pages_per_s, queries (sent by the designer), queries_ms (those queries alone,
-// translated beforehand and stepped to their last row in SQLite), ratio (run over queries_ms,
-// both wall-clock) and peak_rss_MB.
+// Counters: MeasureReport's (bench/support/BenchCompany.h); LedgerOutstanding's own are pages,
+// queries, us_per_query and peak_rss_MB.
 //
 // Measured once, release build, on a two-core machine shared with four builds (load 7 to 13):
 // LedgerAllToPdf 14,665 pages in 195 s (98 s of processor), 75 pages a second, peak 25 MB: the
@@ -27,59 +26,18 @@
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <stdexcept>
-#include <string>
-#include <vector>
-
 #include "bench/support/BenchCompany.h"
-#include "platform/host/run/RunReport.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using trellin::bench::Clock;
-using trellin::bench::MsSince;
 using trellin::bench::PeakRssMb;
 
 void LedgerAllToPdf(benchmark::State& state) {
-  trellin::host::ReportService& service = trellin::bench::Service();
-  const fs::path out = fs::temp_directory_path() / "trellin-ledger-bench.pdf";
-  int pages = 0;
-  double ms = 0;
-  for (auto _ : state) {
-    trellin::host::RunRequest request;
-    request.key = "LedgerAR";
-    request.assignments = {"Period=ALL"};
-    request.output = out;
-    const auto start = Clock::now();
-    trellin::host::RunResult result = trellin::host::RunReportToFile(service, request);
-    ms += MsSince(start);
-    if (!result.errors.empty()) throw std::runtime_error(result.errors.front().message);
-    pages = result.pages;
-  }
-  ms /= static_cast<double>(state.iterations());
-  state.counters["pages"] = pages;
-  state.counters["pages_per_s"] = pages / (ms / 1000.0);
-  state.counters["pdf_MB"] = static_cast<double>(fs::file_size(out)) / (1024.0 * 1024.0);
-  state.counters["peak_rss_MB"] = PeakRssMb();
-  fs::remove(out);
+  trellin::bench::MeasureReport(state, "LedgerAR", {"Period=ALL"}, {.sink = false});
 }
 
 void LedgerAllToSink(benchmark::State& state) {
-  trellin::bench::SinkRun run;
-  double ms = 0;
-  for (auto _ : state) {
-    run = trellin::bench::RunToSink("LedgerAR", {"Period=ALL"}, true);
-    ms += run.ms;
-  }
-  ms /= static_cast<double>(state.iterations());
-  const double queries_ms = trellin::bench::QueriesAlone(run.queries).ms;
-  state.counters["pages"] = run.pages;
-  state.counters["queries"] = static_cast<double>(run.queries.size());
-  state.counters["queries_ms"] = queries_ms;
-  state.counters["ratio"] = ms / queries_ms;
-  state.counters["peak_rss_MB"] = PeakRssMb();
+  trellin::bench::MeasureReport(state, "LedgerAR", {"Period=ALL"}, {.pdf = false});
 }
 
 void LedgerOutstanding(benchmark::State& state) {

@@ -18,7 +18,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -28,12 +27,7 @@ namespace {
 
 using trellin::bench::AloneTime;
 using trellin::bench::Clock;
-
-double CpuMs() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_nsec) / 1e6;
-}
+using trellin::bench::CpuMs;
 
 void Report(benchmark::State& state, const trellin::bench::SinkRun& run, const AloneTime& alone,
             double rows) {

@@ -31,13 +31,13 @@ class DropSink : public engine::PageSink {
   int pages = 0;
 };
 
+}  // namespace
+
 double CpuMs() {
   timespec now{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
   return static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_nsec) / 1e6;
 }
-
-}  // namespace
 
 std::string CompanyPath() {
   if (const char* given = std::getenv("TRELLIN_LEDGER_BENCH_DB")) return given;
@@ -139,6 +139,64 @@ AloneTime QueriesAlone(const std::vector<std::string>& jet_queries, int repeats)
   const sql::Catalog& catalog = Service().Database().Catalog();
   for (const std::string& jet : jet_queries) texts.push_back(sql::Translate(jet, catalog).sqlite);
   return SqliteAlone(texts, repeats);
+}
+
+PdfRun RunToPdf(const std::string& key, const std::vector<std::string>& assignments) {
+  host::RunRequest request;
+  request.key = key;
+  request.assignments = assignments;
+  request.output = fs::temp_directory_path() / ("trellin-bench-" + key + ".pdf");
+  const auto start = Clock::now();
+  const double cpu_start = CpuMs();
+  const host::RunResult result = host::RunReportToFile(Service(), request);
+  PdfRun run{result.pages, MsSince(start), CpuMs() - cpu_start, 0};
+  if (!result.errors.empty()) {
+    throw std::runtime_error(key + ": " + result.errors.front().message);
+  }
+  if (!result.completed) throw std::runtime_error(key + " did not run to PDF");
+  run.mb = static_cast<double>(fs::file_size(request.output)) / (1024.0 * 1024.0);
+  fs::remove(request.output);
+  return run;
+}
+
+void MeasureReport(benchmark::State& state, const std::string& key,
+                   const std::vector<std::string>& assignments, Measure what) {
+  constexpr double kNever = std::numeric_limits<double>::infinity();
+  PdfRun pdf{0, kNever, 0, 0};
+  SinkRun sink;
+  sink.ms = kNever;
+  for (auto _ : state) {
+    if (what.pdf) {
+      const PdfRun run = RunToPdf(key, assignments);
+      if (run.ms < pdf.ms) pdf = run;
+    }
+    if (what.sink) {
+      SinkRun run = RunToSink(key, assignments, what.queries);
+      if (run.ms < sink.ms) sink = std::move(run);
+    }
+  }
+  if (what.pdf) {
+    state.counters["pages"] = pdf.pages;
+    state.counters["pages_per_s"] = pdf.pages / (pdf.ms / 1000.0);
+    state.counters["pdf_ms"] = pdf.ms;
+    state.counters["pdf_cpu_ms"] = pdf.cpu_ms;
+    state.counters["pdf_MB"] = pdf.mb;
+  }
+  if (what.sink) {
+    state.counters["sink_pages"] = sink.pages;
+    state.counters["sink_ms"] = sink.ms;
+    state.counters["sink_cpu_ms"] = sink.cpu_ms;
+    state.counters["pages_per_s_sink"] = sink.pages / (sink.ms / 1000.0);
+    state.counters["queries"] = static_cast<double>(sink.sent);
+    if (what.queries) {
+      const AloneTime alone = QueriesAlone(sink.queries, what.query_repeats);
+      state.counters["queries_ms"] = alone.ms;
+      state.counters["queries_cpu_ms"] = alone.cpu_ms;
+      state.counters["ratio"] = sink.ms / alone.ms;
+      state.counters["cpu_ratio"] = sink.cpu_ms / alone.cpu_ms;
+    }
+  }
+  state.counters["peak_rss_MB"] = PeakRssMb();
 }
 
 }  // namespace trellin::bench

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include <benchmark/benchmark.h>
+
 #include "core/Designer.h"
 #include "platform/host/run/ReportService.h"
 
@@ -27,6 +29,9 @@ using Clock = std::chrono::steady_clock;
 
 // Milliseconds since `start`, wall-clock.
 [[nodiscard]] double MsSince(Clock::time_point start);
+
+// The process's processor time so far, in milliseconds.
+[[nodiscard]] double CpuMs();
 
 // The process's peak resident memory so far, in MB.
 [[nodiscard]] double PeakRssMb();
@@ -57,5 +62,34 @@ struct AloneTime {
 // The same for SQLite text run as it stands.
 [[nodiscard]] AloneTime SqliteAlone(const std::vector<std::string>& sqlite_queries,
                                     int repeats = 1);
+
+struct PdfRun {
+  int pages = 0;
+  double ms = 0;      // wall-clock: opening, parameters, the run and the file written
+  double cpu_ms = 0;  // processor time of the same
+  double mb = 0;      // the file's size
+};
+
+// Runs `key` with "NAME=VALUE" `assignments` to a PDF file in the temporary folder as the command
+// line does, and removes the file. Throws std::runtime_error with the first run error.
+[[nodiscard]] PdfRun RunToPdf(const std::string& key, const std::vector<std::string>& assignments);
+
+// What MeasureReport runs, beside the report to PDF.
+struct Measure {
+  bool pdf = true;        // to a PDF file
+  bool sink = true;       // into the dropping sink
+  bool queries = true;    // the sink run's queries alone (needs `sink`)
+  int query_repeats = 1;  // the best of this many runs of the queries alone
+};
+
+// The benchmark body every report shares: `key` run `state`'s iterations times as `what` says,
+// the fastest run of each kind kept, and its counters set:
+//   to PDF        pages, pages_per_s, pdf_ms, pdf_cpu_ms, pdf_MB
+//   into the sink sink_pages, sink_ms, sink_cpu_ms, pages_per_s_sink, queries (sent)
+//   queries alone queries_ms, queries_cpu_ms, ratio (sink over queries, wall-clock),
+//                 cpu_ratio (the same in processor time: steadier on a shared machine)
+// and peak_rss_MB, the process's peak so far.
+void MeasureReport(benchmark::State& state, const std::string& key,
+                   const std::vector<std::string>& assignments, Measure what = {});
 
 }  // namespace trellin::bench

@@ -225,7 +225,7 @@ void ardscrAgedOverdueReport::OnFormat(Section& section) {
       TLReport()->DetailFormat(section, " ");
       break;
     case SectionType::GroupHeader:
-      if (int level = GroupLevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
+      FormatGroupSection(section);
       break;
     case SectionType::GroupFooter:
       if (int level = GroupLevelOf(section, "GroupFooter")) {

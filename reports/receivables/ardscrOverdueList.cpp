@@ -254,18 +254,10 @@ void ardscrOverdueList::Detail_Format() {
 }
 
 void ardscrOverdueList::OnFormat(Section& section) {
-  switch (section.Type()) {
-    case SectionType::Detail:
-      Detail_Format();
-      break;
-    case SectionType::GroupHeader:
-      if (int level = GroupLevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
-      break;
-    case SectionType::GroupFooter:
-      if (int level = GroupLevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
-      break;
-    default:
-      break;
+  if (section.Type() == SectionType::Detail) {
+    Detail_Format();
+  } else {
+    FormatGroupSection(section);
   }
 }
 
