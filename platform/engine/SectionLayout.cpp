@@ -88,6 +88,17 @@ std::string WithoutSoftBreaks(const std::string& line) {
 // first), and a figure or a code wider than its box prints whole.
 void FitText(const std::string& text, const FontSpec& font, float width, bool grows, bool ellipsis,
              ArrangedControl& a, TextMeasure& measure) {
+  const auto room =
+      static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
+  if (!grows && ellipsis && room == 1 && !text.empty() &&
+      text.find_first_of("\r\n") == std::string::npos) {
+    // A box of one line: the text whole, or cut after its last whole word that leaves room for
+    // the ellipsis. Breaking it into lines first would only join them again.
+    std::string line = measure.Ellipsize(text, font, width);
+    if (line != text) a.fit = Fit::Ellipsis;
+    a.lines.assign(1, std::move(line));
+    return;
+  }
   TextMeasure::Words words = measure.WrapWords(text, font, width);
   a.lines = std::move(words.lines);
   if (grows) {
@@ -104,8 +115,6 @@ void FitText(const std::string& text, const FontSpec& font, float width, bool gr
     a.fit = Fit::Broken;
     return;
   }
-  const auto room =
-      static_cast<std::size_t>(std::max(1.0f, std::floor(a.height / a.line_height + 0.01f)));
   const bool dropped = a.lines.size() > room;
   if (!dropped && !words.wide) return;
   if (ellipsis) {

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "platform/engine/PlainShaping.h"
+
 namespace trellin::engine {
 namespace {
 
@@ -30,6 +32,7 @@ bool SameFont(const FontSpec& a, const FontSpec& b) {
 
 struct TextMeasure::FontData {
   PangoFontDescription* description = nullptr;
+  PangoFont* font = nullptr;  // the face pango tries first, for shaping plain text directly
   float line_height = 0;
   // Advances of the printable ASCII characters, for the quick test of whether a text fits on
   // one line: most field texts are short and never need pango's line breaking.
@@ -42,6 +45,8 @@ struct TextMeasure::Impl {
   std::unordered_map<std::string, std::unique_ptr<FontData>> fonts;
   FontData* last = nullptr;
   FontSpec last_spec;
+  hb_buffer_t* buffer = hb_buffer_create();
+  std::vector<char32_t> code_points;
 
   Impl() {
     PangoFontMap* map = pango_cairo_font_map_get_default();
@@ -60,7 +65,11 @@ struct TextMeasure::Impl {
     layout = pango_layout_new(context);
   }
   ~Impl() {
-    for (auto& [key, font] : fonts) pango_font_description_free(font->description);
+    for (auto& [key, font] : fonts) {
+      pango_font_description_free(font->description);
+      if (font->font != nullptr) g_object_unref(font->font);
+    }
+    hb_buffer_destroy(buffer);
     g_object_unref(layout);
     g_object_unref(context);
   }
@@ -93,6 +102,7 @@ TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& wanted) {
   pango_font_description_set_size(data->description,
                                   static_cast<int>(std::lround(wanted.size * PANGO_SCALE)));
 
+  data->font = pango_context_load_font(impl_->context, data->description);
   PangoFontMetrics* metrics = pango_context_get_metrics(impl_->context, data->description, nullptr);
   data->line_height = PangoToTwips(pango_font_metrics_get_ascent(metrics) +
                                    pango_font_metrics_get_descent(metrics));
@@ -115,27 +125,49 @@ TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& wanted) {
 
 float TextMeasure::LineHeight(const FontSpec& font) { return Font(font).line_height; }
 
+bool TextMeasure::DirectWidth(std::string_view text, FontData& font, int* pango_units) {
+  if (!ShapePlain(impl_->context, font.font, text, impl_->buffer, impl_->code_points)) {
+    return false;
+  }
+  unsigned count = 0;
+  const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(impl_->buffer, &count);
+  int sum = 0;
+  for (unsigned i = 0; i < count; ++i) sum += positions[i].x_advance;
+  *pango_units = sum;
+  return true;
+}
+
 float TextMeasure::Width(std::string_view text, const FontSpec& wanted) {
   FontData& font = Font(wanted);
+  int w = 0;
+  if (text.empty() || DirectWidth(text, font, &w)) return PangoToTwips(w);
   PangoLayout* layout = impl_->layout;
   pango_layout_set_font_description(layout, font.description);
   pango_layout_set_width(layout, -1);
   pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-  int w = 0;
   pango_layout_get_size(layout, &w, nullptr);
   return PangoToTwips(w);
 }
 
 bool TextMeasure::FitsOnOneLine(std::string_view text, const FontSpec& wanted, float width) {
-  // Plain ASCII whose summed advances leave a margin for kerning fits without asking pango.
+  // Plain ASCII whose summed advances leave a margin for kerning fits without shaping.
   FontData& font = Font(wanted);
   float sum = 0;
+  bool ascii = true;
   for (char ch : text) {
     auto c = static_cast<unsigned char>(ch);
-    if (c < 32 || c >= 127) return false;
+    if (c < 32 || c >= 127) {
+      ascii = false;
+      break;
+    }
     sum += font.advance[c];
   }
-  return sum * 1.02f + 10.0f <= width;
+  if (ascii && sum * 1.02f + 10.0f <= width) return true;
+  // Else plain text shaped as pango would: it keeps one line when no wider than the layout's
+  // width in whole pango units.
+  int w = 0;
+  return width > 0 && DirectWidth(text, font, &w) &&
+         w <= static_cast<int>(width / kTwipsPerPoint * PANGO_SCALE);
 }
 
 std::vector<std::string> TextMeasure::BreakLines(std::string_view text, const FontSpec& wanted,
@@ -218,22 +250,37 @@ TextMeasure::Words TextMeasure::WrapWords(std::string_view text, const FontSpec&
 std::string TextMeasure::Ellipsize(std::string_view line, const FontSpec& font, float width) {
   if (FitsOnOneLine(line, font, width) || Width(line, font) <= width) return std::string(line);
   static constexpr std::string_view kEllipsis = "\u2026";
-  // The longest run of whole words that leaves room for the ellipsis.
-  for (std::size_t end = line.rfind(' '); end != std::string_view::npos && end > 0;
-       end = line.rfind(' ', end - 1)) {
-    std::string_view words = line.substr(0, end);
-    while (!words.empty() && words.back() == ' ') words.remove_suffix(1);
-    if (words.empty()) break;
-    std::string candidate = std::string(words) + std::string(kEllipsis);
-    if (Width(candidate, font) <= width) return candidate;
+  const auto with_ellipsis = [](std::string_view head) {
+    return std::string(head) + std::string(kEllipsis);
+  };
+  // The longest run of whole words that leaves room for the ellipsis: a longer run is never
+  // narrower, so the word ends are searched by halves.
+  std::vector<std::size_t> ends;  // the ends of the runs, blanks before each end dropped
+  for (std::size_t blank = line.find(' '); blank != std::string_view::npos;
+       blank = line.find(' ', blank + 1)) {
+    std::size_t end = blank;
+    while (end > 0 && line[end - 1] == ' ') --end;
+    if (end > 0 && (ends.empty() || ends.back() != end)) ends.push_back(end);
   }
+  std::size_t fits = 0;  // the runs up to ends[fits - 1] fit
+  std::size_t low = 0, high = ends.size();
+  while (low < high) {
+    const std::size_t mid = low + (high - low) / 2;
+    if (Width(with_ellipsis(line.substr(0, ends[mid])), font) <= width) {
+      low = mid + 1;
+      fits = low;
+    } else {
+      high = mid;
+    }
+  }
+  if (fits > 0) return with_ellipsis(line.substr(0, ends[fits - 1]));
   // Not even the first word fits: cut between characters, never inside one.
   std::size_t end = line.size();
   while (end > 0) {
     do {
       --end;
     } while (end > 0 && (static_cast<unsigned char>(line[end]) & 0xC0) == 0x80);
-    std::string candidate = std::string(line.substr(0, end)) + std::string(kEllipsis);
+    std::string candidate = with_ellipsis(line.substr(0, end));
     if (Width(candidate, font) <= width) return candidate;
   }
   return std::string(kEllipsis);

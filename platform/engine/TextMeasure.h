@@ -48,6 +48,8 @@ class TextMeasure {
   FontData& LookUp(const FontSpec& font);
   bool FitsOnOneLine(std::string_view text, const FontSpec& font, float width);
   std::vector<std::string> LinesAtBreaks(std::string_view text, const FontSpec& font, float width);
+  // The width of plain text shaped directly, in pango units; false when it needs pango.
+  bool DirectWidth(std::string_view text, FontData& font, int* pango_units);
   std::vector<std::string> BreakLines(std::string_view text, const FontSpec& font, float width,
                                       bool inside_words, bool* wide);
 
