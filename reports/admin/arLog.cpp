@@ -322,18 +322,10 @@ void arLog::Detail_Format() {
 }
 
 void arLog::OnFormat(Section& section) {
-  switch (section.Type()) {
-    case SectionType::Detail:
-      Detail_Format();
-      break;
-    case SectionType::GroupHeader:
-      if (int level = GroupLevelOf(section, "GroupHeader")) TLReport()->GroupHeaderFormat(level);
-      break;
-    case SectionType::GroupFooter:
-      if (int level = GroupLevelOf(section, "GroupFooter")) TLReport()->GroupFooterFormat(level);
-      break;
-    default:
-      break;
+  if (section.Type() == SectionType::Detail) {
+    Detail_Format();
+  } else {
+    FormatGroupSection(section);
   }
 }
 
