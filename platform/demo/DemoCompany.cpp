@@ -85,7 +85,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
                                 std::to_string(kMaxScale) + ", not " +
                                 std::to_string(options.scale));
   }
-  FactsOf(options.country);  // an unknown country fails before any file is made
+  (void)FactsOf(options.country);  // an unknown country fails before any file is made
   auto file = data::CreateCompanyFile(options.path);
   sqlite3* db = file->Handle();
   // The file is private until it is renamed into place, so the build needs no journal and no

@@ -30,12 +30,6 @@ constexpr const char* kNumberFormat = "#,##0.00;(#,##0.00)";
 constexpr const char* kWholeFormat = "#,###,###,##0;(#,###,###,##0)";
 constexpr const char* kPercentFormat = "##,##0.0;(###,##0.0)";
 
-// The three statements of the periods heading each column with its period.
-bool IsPeriodReport(LedgerReport r) {
-  return r == LedgerReport::PeriodSummary || r == LedgerReport::BudgetSummary ||
-         r == LedgerReport::BudgetCashFlow;
-}
-
 // Captions of FinancialStatement by Period: over columns 1 and 2, and over column 3.
 struct PeriodCaption {
   const char* period;

@@ -80,9 +80,13 @@ TEST(Fit, EachTextRecordsHowItMetItsBox) {
       joined += runs[k++]->text;
     }
     EXPECT_EQ(first->fit, c.fit) << c.control;
-    if (c.first_line != nullptr) EXPECT_EQ(first->text, c.first_line) << c.control;
+    if (c.first_line != nullptr) {
+      EXPECT_EQ(first->text, c.first_line) << c.control;
+    }
     EXPECT_FLOAT_EQ(first->font.size, c.size) << c.control;
-    if (c.fit == Fit::Broken) EXPECT_EQ(joined, c.text) << "a broken word loses no character";
+    if (c.fit == Fit::Broken) {
+      EXPECT_EQ(joined, c.text) << "a broken word loses no character";
+    }
     faults += IsMisfit(c.fit) ? 1 : 0;
   }
   EXPECT_EQ(Misfits(page).size(), static_cast<std::size_t>(faults)) << DumpPage(page);

@@ -43,7 +43,9 @@ TEST(DateTest, RefusesDaysThatDoNotExist) {
   for (const Case& c : cases) {
     EXPECT_EQ(Date::TryFromYmd(c.year, c.month, c.day).has_value(), c.exists)
         << c.year << "-" << c.month << "-" << c.day;
-    if (!c.exists) EXPECT_THROW((void)Date::FromYmd(c.year, c.month, c.day), std::invalid_argument);
+    if (!c.exists) {
+      EXPECT_THROW((void)Date::FromYmd(c.year, c.month, c.day), std::invalid_argument);
+    }
   }
   EXPECT_THROW((void)Date::FromYmdHms(2024, 1, 1, 24, 0, 0), std::invalid_argument);
 }

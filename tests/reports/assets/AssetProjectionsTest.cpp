@@ -230,7 +230,9 @@ TEST_F(ProjectionsDemo, FutureBookValueAndAccumulatedDepreciationAddToTheCostInE
       for (std::size_t i = 0; i < texts.size(); ++i) {
         const std::int64_t sum = CentsOf(texts[i]) + CentsOf(acc[i]);
         EXPECT_EQ(sum, CentsOf(texts[0]) + CentsOf(acc[0])) << id << " column " << i + 1;
-        if (!revalued) EXPECT_EQ(sum, cost) << id << " column " << i + 1;
+        if (!revalued) {
+          EXPECT_EQ(sum, cost) << id << " column " << i + 1;
+        }
       }
     }
   }

@@ -130,7 +130,9 @@ TEST_F(BankReconciliation, ASaverWithNothingUnreconciled) {
   Currency reconciled;
   for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
     if (Printed(footer, "numReconciled")) reconciled = MoneyOf(footer, "numReconciled");
-    if (Printed(footer, "numVariance")) EXPECT_EQ(footer.at("numVariance").second, "0.00");
+    if (Printed(footer, "numVariance")) {
+      EXPECT_EQ(footer.at("numVariance").second, "0.00");
+    }
   }
   EXPECT_EQ(MoneyOf(headers.front(), "numghCurrent"),
             MoneyOf(headers.front(), "numghOpening") + reconciled);

@@ -266,7 +266,9 @@ TEST_F(LedgerListsChecks, EachBankEntrysSplitLinesAddUpToItsAmount) {
   std::string entry;
   Currency amount, split;
   const auto close = [&] {
-    if (!entry.empty()) EXPECT_EQ(split, amount) << "entry " << entry;
+    if (!entry.empty()) {
+      EXPECT_EQ(split, amount) << "entry " << entry;
+    }
   };
   for (const DumpRow& row : RowsOf(dump, "Detail")) {
     if (row.find("txtEntryId") != row.end()) {

@@ -27,8 +27,9 @@ class LedgerDemo : public DemoReports {
                                            const std::vector<std::string>& assignments) {
     const std::vector<std::string> pages = RunPages(Open(key, assignments));
     EXPECT_FALSE(pages.empty());
-    if (!pages.empty())
+    if (!pages.empty()) {
       EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    }
     return PartiesOf(pages);
   }
 };
@@ -117,7 +118,9 @@ TEST_F(LedgerDemo, OutstandingAtAPastMonthEndRebuildsEachBalance) {
     }
     for (const auto& [code, sum] : dated) EXPECT_EQ(sum, Currency()) << code << " did not print";
     // The demo company dates a few documents at the month's end and processes them after it.
-    if (std::string(key) == "LedgerAR") EXPECT_GT(seams, 0);
+    if (std::string(key) == "LedgerAR") {
+      EXPECT_GT(seams, 0);
+    }
   }
 }
 
