@@ -91,15 +91,7 @@ void arfaDeferredTaxSchedule::BuildSQL() {
                           : as_at.ToDate();
   AppendDescription(description_, "Date as at " + DateText(Variant(as_at_)));
 
-  std::string where;
-  AddFamilyFilters(where, description_);
-  AddStatusFilter(where, description_);
-  std::string order = order_by == "Name" ? "Description" : "AssetId";
-  DefineGroupings(fields, order);
-
-  sql_ = "SELECT " + fields + " FROM Asset";
-  if (!where.empty()) sql_ += " WHERE " + where;
-  sql_ += " ORDER BY " + order;
+  sql_ = AssetQuery(fields, order_by, description_);
 }
 
 void arfaDeferredTaxSchedule::ActiveReport_ReportStart() {

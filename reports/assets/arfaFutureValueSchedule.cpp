@@ -166,15 +166,7 @@ void arfaFutureValueSchedule::BuildSQL() {
     if (year.DateStart <= today && today <= year.DateEnd) current_year_end_ = Variant(year.DateEnd);
   }
 
-  std::string where;
-  AddFamilyFilters(where, description_);
-  AddStatusFilter(where, description_);
-  std::string order = order_by == "Name" ? "Description" : "AssetId";
-  DefineGroupings(fields, order);
-
-  sql_ = "SELECT " + fields + " FROM Asset";
-  if (!where.empty()) sql_ += " WHERE " + where;
-  sql_ += " ORDER BY " + order;
+  sql_ = AssetQuery(fields, order_by, description_);
 }
 
 void arfaFutureValueSchedule::ActiveReport_ReportStart() {

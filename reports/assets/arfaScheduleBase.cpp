@@ -131,6 +131,18 @@ void arfaScheduleBase::AddStatusFilter(std::string& where, std::string& descript
   AppendSQLCondition(where, "Asset.Status IN (" + numbers + ")");
 }
 
+std::string arfaScheduleBase::AssetQuery(std::string fields, const std::string& order_by,
+                                         std::string& description) {
+  std::string where;
+  AddFamilyFilters(where, description);
+  AddStatusFilter(where, description);
+  std::string order = order_by == "Name" ? "Description" : "AssetId";
+  DefineGroupings(fields, order);
+  std::string sql = "SELECT " + fields + " FROM Asset";
+  if (!where.empty()) sql += " WHERE " + where;
+  return sql + " ORDER BY " + order;
+}
+
 void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order) {
   std::vector<std::string> names;
   std::vector<bool> page_breaks;

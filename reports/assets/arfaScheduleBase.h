@@ -43,6 +43,11 @@ class arfaScheduleBase : public Designer {
   // adding its field to `fields` and, first in line, to `order`. Throws std::invalid_argument for
   // a grouping the family does not know.
   void DefineGroupings(std::string& fields, std::string& order);
+  // The register's query over `fields`: the family's filters and the statuses ticked (their
+  // words into `description`), the groupings defined, ordered by them and then by code, or by
+  // description when `order_by` is "Name".
+  [[nodiscard]] std::string AssetQuery(std::string fields, const std::string& order_by,
+                                       std::string& description);
   // ReportStart's shared steps after the query: group sections, the standard header, the
   // columns over lblHeading, the summary headings, the description and the data control.
   // `heading_font_size` is the columns' heading size in points.
