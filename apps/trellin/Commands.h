@@ -8,6 +8,10 @@
 
 #include "platform/runtime/Error.h"
 
+namespace trellin {
+struct CatalogueEntry;
+}
+
 namespace trellin::cli {
 
 // Exit codes: what a script calling trellin can rely on.
@@ -32,5 +36,10 @@ int RunCommand(const Args& args, const Context& context);
 int DemoCommand(const Args& args, const Context& context);
 int SqlCommand(const Args& args, const Context& context);
 int CheckCommand(const Args& args, const Context& context);
+int ServeCommand(const Args& args, const Context& context);
+
+// The caption `trellin list` shows for a key that runs: the catalogue's, else its layout's, else
+// the one its designer gives itself, else the designer's name in brackets.
+[[nodiscard]] std::string ReportCaption(const CatalogueEntry& entry);
 
 }  // namespace trellin::cli

@@ -41,6 +41,15 @@ const std::vector<OptionSpec> kListOptions = {
 
 }  // namespace
 
+std::string ReportCaption(const CatalogueEntry& entry) {
+  CatalogueCaptions captions = CaptionsFor(entry, entry.key);
+  std::string caption = captions.caption;
+  if (caption.empty()) caption = LayoutCaption(entry.designer);
+  if (caption.empty() && FindKeyFactory(Designers(), entry)) caption = DesignerCaption(entry);
+  if (caption.empty()) caption = std::string("(") + entry.designer + ")";
+  return caption;
+}
+
 int ListCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kListOptions);
   if (parsed.Has("help")) {
@@ -57,11 +66,7 @@ int ListCommand(const Args& args, const Context&) {
     bool runs = FindKeyFactory(Designers(), entry) != nullptr;
     runnable += runs ? 1 : 0;
     if (!runs && !all) continue;
-    CatalogueCaptions captions = CaptionsFor(entry, entry.key);
-    std::string caption = captions.caption;
-    if (caption.empty()) caption = LayoutCaption(entry.designer);
-    if (caption.empty() && runs) caption = DesignerCaption(entry);
-    if (caption.empty()) caption = std::string("(") + entry.designer + ")";
+    std::string caption = ReportCaption(entry);
     std::printf("%-32s %-12s %s%s\n", entry.key, entry.area, caption.c_str(),
                 runs ? "" : "  [not built yet]");
     ++shown;

@@ -34,6 +34,8 @@ const Command kCommands[] = {
      trellin::cli::SqlCommand},
     {"check", "check the company file: SQLite's quick check and the tables the reports read",
      trellin::cli::CheckCommand},
+    {"serve", "serve the reports to a browser: catalogue, parameters, preview, downloads",
+     trellin::cli::ServeCommand},
 };
 
 void PrintUsage(std::FILE* out) {

@@ -48,6 +48,28 @@ class CountingSink : public engine::PageSink {
   std::int64_t subreport_rows_ = 0;
 };
 
+// One pass of the engine into several renderers.
+class TeeSink : public engine::PageSink {
+ public:
+  explicit TeeSink(std::vector<std::unique_ptr<engine::PageSink>> targets)
+      : targets_(std::move(targets)) {}
+  void Begin(const engine::DocumentInfo& info) override {
+    for (auto& target : targets_) target->Begin(info);
+  }
+  void AddPage(const engine::Page& page) override {
+    for (auto& target : targets_) target->AddPage(page);
+  }
+  void End() override {
+    for (auto& target : targets_) target->End();
+  }
+  void Abort() override {
+    for (auto& target : targets_) target->Abort();
+  }
+
+ private:
+  std::vector<std::unique_ptr<engine::PageSink>> targets_;
+};
+
 // Host and designer hold each other; whatever way the run ends, the host lets go.
 class Untie {
  public:
@@ -159,24 +181,25 @@ class OutputFolders {
   bool kept_ = false;
 };
 
-render::Format OutputFormat(const RunRequest& request) {
-  if (request.format) return *request.format;
-  if (std::optional<render::Format> format = render::FormatFromExtension(request.output)) {
+render::Format OutputFormat(const std::filesystem::path& output,
+                            std::optional<render::Format> named) {
+  if (named) return *named;
+  if (std::optional<render::Format> format = render::FormatFromExtension(output)) {
     return *format;
   }
-  throw ParameterError("The output \"" + request.output.string() +
+  throw ParameterError("The output \"" + output.string() +
                        "\" does not say its format: end it in .pdf, .png, .html, .txt, .csv "
                        "or .xlsx, or name the format.");
 }
 
-std::vector<std::filesystem::path> OutputFiles(const RunRequest& request, render::Format format,
-                                               int pages) {
-  if (format != render::Format::Png) return {request.output};
+void AddOutputFiles(const std::filesystem::path& output, render::Format format, int pages,
+                    std::vector<std::filesystem::path>& files) {
+  if (format != render::Format::Png) {
+    files.push_back(output);
+    return;
+  }
   // A PNG run is a series, one file per page, named as the renderer names them.
-  std::vector<std::filesystem::path> files;
-  for (int page = 1; page <= pages; ++page)
-    files.push_back(render::PngPagePath(request.output, page));
-  return files;
+  for (int page = 1; page <= pages; ++page) files.push_back(render::PngPagePath(output, page));
 }
 
 // The fiscal year asked for, by id or by the calendar year it ends in; 0 is the current year.
@@ -273,6 +296,13 @@ RunResult Run(ReportService& service, const RunRequest& request);
 
 }  // namespace
 
+void CheckRunValues(ReportService& service, const RunRequest& request) {
+  data::Snapshot snapshot(service.Database());
+  DesignerPtr designer = OpenReport(service, request.key);
+  Untie untie(designer);
+  ApplyValues(service, *designer, request);
+}
+
 RunResult RunReportToFile(ReportService& service, const RunRequest& request) {
   try {
     return Run(service, request);
@@ -291,8 +321,12 @@ namespace {
 
 RunResult Run(ReportService& service, const RunRequest& request) {
   const auto started = std::chrono::steady_clock::now();
-  const render::Format format = OutputFormat(request);
-  CheckOutput(request.output, service.Database().Path());
+  std::vector<std::pair<std::filesystem::path, render::Format>> outputs = {
+      {request.output, OutputFormat(request.output, request.format)}};
+  for (const std::filesystem::path& more : request.also) {
+    outputs.emplace_back(more, OutputFormat(more, std::nullopt));
+  }
+  for (const auto& output : outputs) CheckOutput(output.first, service.Database().Path());
   OutputFolders folders(request.output);
   // One snapshot from the first parameter list to the last page: every figure of the run comes
   // from the same state of the company, whatever the accounts application writes meanwhile.
@@ -302,8 +336,16 @@ RunResult Run(ReportService& service, const RunRequest& request) {
   ApplyValues(service, *designer, request);
 
   folders.Make(request.output);
-  std::unique_ptr<engine::PageSink> sink =
-      render::MakeSink(format, request.output, request.render_options);
+  std::unique_ptr<engine::PageSink> sink;
+  if (outputs.size() == 1) {
+    sink = render::MakeSink(outputs[0].second, request.output, request.render_options);
+  } else {
+    std::vector<std::unique_ptr<engine::PageSink>> sinks;
+    for (const auto& [path, format] : outputs) {
+      sinks.push_back(render::MakeSink(format, path, request.render_options));
+    }
+    sink = std::make_unique<TeeSink>(std::move(sinks));
+  }
   CountingSink counting(*sink, request.on_page);
   engine::RunOutcome outcome = engine::RunReport(*designer, counting);
 
@@ -316,7 +358,9 @@ RunResult Run(ReportService& service, const RunRequest& request) {
     result.pages = counting.Pages();
     result.rows = counting.Rows();
     result.subreport_rows = counting.SubreportRows();
-    result.outputs = OutputFiles(request, format, result.pages);
+    for (const auto& [path, format] : outputs) {
+      AddOutputFiles(path, format, result.pages, result.outputs);
+    }
   }
   result.elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
       std::chrono::steady_clock::now() - started);

@@ -49,6 +49,9 @@ struct RunRequest {
   std::filesystem::path output;
   // The output format; by the output's extension when not given.
   std::optional<render::Format> format;
+  // More files the same run writes, each in the format its extension names: one snapshot and
+  // one pass of the engine feed every renderer, so they all show the same figures.
+  std::vector<std::filesystem::path> also;
   render::RenderOptions render_options;
   // Called after each page is written, with the pages and main report rows so far; may be empty.
   std::function<void(int pages, std::int64_t rows)> on_page;
@@ -65,7 +68,7 @@ struct RunResult {
   // Every error the report's events raised, in order, with the event it came from.
   std::vector<ReportErrorInfo> errors;
   std::chrono::milliseconds elapsed{0};
-  // The files written: the output itself, or for PNG one file per page.
+  // The files written: the output itself, or for PNG one file per page; then those of `also`.
   std::vector<std::filesystem::path> outputs;
 };
 
@@ -77,5 +80,9 @@ struct RunResult {
 // Errors of the engine, the layout and the renderer reach the caller; no file is left then, nor
 // when the run is cancelled.
 [[nodiscard]] RunResult RunReportToFile(ReportService& service, const RunRequest& request);
+
+// What RunReportToFile checks before it runs, without running: the key (ReportKeyError) and the
+// values (ParameterError, with the same messages). The output is not looked at.
+void CheckRunValues(ReportService& service, const RunRequest& request);
 
 }  // namespace trellin::host
