@@ -37,6 +37,7 @@
 #include "reports/stock/arItemAdjustment.h"
 #include "reports/stock/arItemList.h"
 #include "reports/stock/arLocationList.h"
+#include "reports/stock/arscStockSheets.h"
 #include "reports/stock/arscItemPriceList.h"
 #include "reports/stock/arscPriceChange.h"
 #include "reports/stock/arscSerialNumberReport.h"
@@ -85,6 +86,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscItemPriceList", CreatearscItemPriceList},
     {"arscSerialNumberReport", CreatearscSerialNumberReport},
     {"arLocationList", CreatearLocationList, "LocationDetails"},
+    {"arscStockSheets", CreatearscStockSheets},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},

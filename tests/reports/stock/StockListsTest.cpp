@@ -7,6 +7,8 @@
 
 #include <map>
 #include <regex>
+#include <set>
+#include <sstream>
 
 #include "platform/runtime/Strings.h"
 #include "reports/stock/arscPriceChange.h"
@@ -91,6 +93,42 @@ TEST_F(StockLists, TransactionListOverAllDatesGivesTheStockOnHandAndTheStockAcco
               PlainNumber("SELECT Sum(Value) FROM glTransaction WHERE AccountId='3110'") / 10000,
               0.00001)
       << "the stock account";
+}
+
+// The texts of one column of plain SQL on the demo company.
+std::set<std::string> PlainTexts(const std::string& sql) {
+  sqlite3* db = nullptr;
+  sqlite3_open_v2(DemoCompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_stmt* stmt = nullptr;
+  EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK) << sql;
+  std::set<std::string> texts;
+  while (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
+    texts.insert(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
+  }
+  sqlite3_finalize(stmt);
+  sqlite3_close(db);
+  return texts;
+}
+
+TEST_F(StockLists, EachLocationsSheetListsExactlyTheNumbersOnHandThere) {
+  for (const char* location : {"MAIN", "BR2", "SHOP"}) {
+    SCOPED_TRACE(location);
+    const std::string dump =
+        Join(RunPages(Open("StockSheets", {std::string("Locations=") + location,
+                                           "DateAsAt=30/11/2025", "BlankLines=0"})),
+             "\n");
+    std::set<std::string> printed;
+    for (const std::string& text : TextsOf(dump, "txtNumbers")) {
+      std::istringstream words(text);
+      for (std::string word; words >> word;) printed.insert(word);
+    }
+    // A number stays on hand while its lines there add up to anything; unprocessed lines count.
+    EXPECT_EQ(printed, PlainTexts("SELECT SerialNumber FROM TransactionLine WHERE LocationId='" +
+                                  std::string(location) +
+                                  "' AND SerialNumber<>'' AND (DateProcess<'2025-12-01' OR "
+                                  "DateProcess IS NULL) GROUP BY ItemId,SerialNumber "
+                                  "HAVING Sum(Quantity)<>0"));
+  }
 }
 
 // New prices by method, rounded to a step: the cases on either side of a half step.
@@ -219,6 +257,14 @@ TEST_F(StockLists, PageDumps) {
        {"ItemCategories=PAINT", "Prices=Including tax", "Groupings=", "OrderBy=Description",
         "ExcludeInactiveItems=False"}},
       {"SerialNumbers-item", "SerialNumbers", {"Items=ELC149"}},
+      {"StockSheets-electronics-shown",
+       "StockSheets",
+       {"Locations=MAIN,BR2", "ItemCategories=ELEC,PAINT", "ShowQuantityOnHand=True",
+        "DateAsAt=30/11/2025"}},
+      {"StockSheets-blind-on-hand-by-description",
+       "StockSheets",
+       {"Locations=BR2", "ItemCategories=SAFE,ROPE", "IncludeZeroOnHand=False", "BlankLines=2",
+        "OrderBy=Description", "DateAsAt=30/11/2025"}},
       {"SerialNumbers-in-stock-summary",
        "SerialNumbers",
        {"Items=ELC148,ENG100", "InStockOnly=True", "Summary=True"}},
