@@ -17,6 +17,7 @@
 #include "tests/cli/CliSupport.h"
 #include "tests/support/DemoCache.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPaths.h"
 
 extern char** environ;
 
@@ -234,6 +235,25 @@ TEST(Serve, RunsTwoReportsAtOnceToTheCliFiguresCancelsAndStopsCleanly) {
   ASSERT_EQ(server.Post("/api/runs", body).first, 202);
   EXPECT_EQ(server.Stop(), 0);
   EXPECT_TRUE(fs::is_empty(tmp.Path() / "server"));
+}
+
+// The page app in Debian's chromium (tests/serve/browser_test.py, selenium): find the trial
+// balance, date it EOM-1M, run, page on, download the PDF; names holding markup print as text.
+TEST(Serve, ThePageAppRunsAReportInChromiumAndPrintsMarkupInNamesAsText) {
+  TempFolder tmp;
+  const fs::path company = tmp.Path() / "company.db";
+  fs::copy_file(Demo(), company);
+  const std::string command = "/usr/bin/python3 '" +
+                              (SourceDir() / "tests/serve/browser_test.py").string() + "' '" +
+                              TRELLIN_BINARY + "' '" + company.string() + "' 2>&1";
+  std::FILE* out = ::popen(command.c_str(), "r");
+  ASSERT_NE(out, nullptr);
+  std::string text;
+  char buffer[4096];
+  while (std::size_t n = std::fread(buffer, 1, sizeof buffer, out)) text.append(buffer, n);
+  const int status = ::pclose(out);
+  EXPECT_EQ(status, 0) << text;
+  EXPECT_NE(text.find(" passed, 0 failed"), std::string::npos) << text;
 }
 
 }  // namespace
