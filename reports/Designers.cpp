@@ -28,6 +28,7 @@
 #include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
+#include "reports/receivables/arcrRemittance.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrControlReport.h"
@@ -75,6 +76,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrOverdueList", CreateardscrOverdueList},
     {"ardscrTransactionList", CreateardscrTransactionList},
     {"ardsStatement", CreateardsStatement},
+    {"arcrRemittance", CreatearcrRemittance},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},

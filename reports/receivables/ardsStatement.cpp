@@ -13,7 +13,6 @@ namespace trellin {
 
 namespace {
 
-constexpr const char* kStubTag = "v";
 // The controls that hide with the letterhead ("[HT]").
 constexpr const char* kLetterhead[] = {"txtBranchName", "txtBranchAddress", "txtBranchDetails"};
 // The stub's figures that a nil or credit balance hides.
@@ -37,8 +36,7 @@ void ardsStatement::ActiveReport_ReportStart() {
   // Shown on the pages a customer's lines run on to.
   Field("phContd").SetVisible(false);
   printed_any_ = false;
-  page_number_ = 1;
-  last_page_ = false;
+  pages_ = DocumentPages();
   if (!objects_) objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
 
   const std::string sql = GetSQL();
@@ -66,15 +64,7 @@ void ardsStatement::ActiveReport_ReportStart() {
   lines_->Queries = query_log_;
 
   message_ = p.Value("Message", "").Text();
-  Control& message = Field("txtMessage");
-  if (!message_.empty()) {
-    message.SetText(message_);
-  } else {
-    // No message takes no room.
-    message.SetText("");
-    message.SetHeight(0);
-    message.SetVisible(false);
-  }
+  SetMessage(Field("txtMessage"), message_);
 }
 
 void ardsStatement::HideEverything() {
@@ -114,7 +104,7 @@ void ardsStatement::OnFormat(Section& section) {
       CustomerHeader_Format();
       break;
     case SectionType::GroupFooter:
-      last_page_ = true;
+      pages_.End();
       break;
     case SectionType::PageHeader:
       PageHeader_Format();
@@ -165,28 +155,19 @@ void ardsStatement::CustomerHeader_Format() {
   // is for the pages its lines run on to. Hidden only now, so that the data exports still take
   // their columns from its labels.
   Sections()["PageHeader"].SetVisible(false);
-  last_page_ = false;
-  page_number_ = 1;
-  Field("phPage").SetText("Page " + std::to_string(page_number_));
+  pages_.Start();
+  Field("phPage").SetText(pages_.PageText());
 }
 
-void ardsStatement::PageHeader_Format() {
-  Field("phPage").SetText("Page " + std::to_string(page_number_));
-}
-
-void ardsStatement::SetStubVisible(bool visible) {
-  for (Control& control : Sections()["PageFooter"].Controls()) {
-    if (control.Tag() == kStubTag) control.SetVisible(visible);
-  }
-}
+void ardsStatement::PageHeader_Format() { Field("phPage").SetText(pages_.PageText()); }
 
 void ardsStatement::PageFooter_Format() {
+  Section& footer = Sections()["PageFooter"];
   if (no_customers_) {
-    SetStubVisible(false);
+    SetStubVisible(footer, false);
     return;
   }
-  if (last_page_) {
-    SetStubVisible(true);
+  if (pages_.FooterOfPage(footer)) {
     Field("pfContd").SetVisible(false);
     Sections()["PageHeader"].SetVisible(false);
     Field("txtBranchFooter").SetVisible(remittance_);
@@ -197,8 +178,6 @@ void ardsStatement::PageFooter_Format() {
     for (const char* name : kAgeingControls) Field(name).SetVisible(owing);
     return;
   }
-  ++page_number_;
-  SetStubVisible(false);
   Field("pfContd").SetVisible(true);
   Field("phContd").SetVisible(true);
   Sections()["PageHeader"].SetVisible(true);

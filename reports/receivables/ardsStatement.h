@@ -15,6 +15,7 @@
 #include "core/host/Recordset.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
+#include "reports/receivables/PartyDocument.h"
 #include "reports/receivables/ardsStatementLines.h"
 
 namespace trellin {
@@ -103,7 +104,6 @@ class ardsStatement : public Designer {
   void CustomerHeader_Format();
   void PageHeader_Format();
   void PageFooter_Format();
-  void SetStubVisible(bool visible);
   void SetText(const char* control, const std::string& text);
 
   StatementOptions options_;
@@ -114,8 +114,7 @@ class ardsStatement : public Designer {
   bool remittance_ = true;
   bool printed_any_ = false;
   bool no_customers_ = false;
-  std::int16_t page_number_ = 1;
-  bool last_page_ = false;
+  DocumentPages pages_;
   std::string message_;
   std::shared_ptr<Recordset> customers_;
   std::unique_ptr<BusinessObjects> objects_;

@@ -28,19 +28,12 @@ StatementHeading StatementHeadingOf(const OtherParty* party, const Branch* branc
     heading.address += gap;
   }
   heading.address += "Statement for your Account " + date_text;
-  if (branch == nullptr) return heading;
-
-  heading.branch_name = branch->name;
-  heading.branch_address = Join(branch->address_lines, kLineBreak);
-  heading.branch_details = "Phone    " + branch->phone;
-  if (!branch->fax.empty()) heading.branch_details += kLineBreak + ("Facsimile  " + branch->fax);
-  if (!branch->email.empty()) heading.branch_details += kLineBreak + ("Email    " + branch->email);
-  std::vector<std::string> footer{branch->name};
-  footer.insert(footer.end(), branch->address_lines.begin(), branch->address_lines.end());
-  heading.branch_footer = Join(footer, ", ");
-  if (australian && !branch->tax_number.empty()) {
-    heading.branch_footer += gap + "ABN: " + branch->tax_number;
-  }
+  const BranchBlock block =
+      BranchBlockOf(branch, australian, branch == nullptr ? std::string() : branch->tax_number);
+  heading.branch_name = block.name;
+  heading.branch_address = block.address;
+  heading.branch_details = block.details;
+  heading.branch_footer = block.footer;
   return heading;
 }
 

@@ -62,4 +62,13 @@ std::vector<PrintedParty> PartiesOf(const std::vector<std::string>& pages) {
   return parties;
 }
 
+std::vector<PrintedPage> PagesOf(const std::vector<std::string>& dumps) {
+  std::vector<PrintedPage> pages;
+  for (const std::string& dump : dumps) {
+    EXPECT_EQ(dump.rfind("errors:", 0), std::string::npos) << dump;
+    pages.push_back({PrintedTexts(dump)});
+  }
+  return pages;
+}
+
 }  // namespace trellin::reports::testing

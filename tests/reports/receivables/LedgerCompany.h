@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -57,12 +59,36 @@ class StatementCompany : public SmallCompany {
   static void TearDownTestSuite() { StopCompany(); }
 };
 
+// The suppliers of the remittance tests, paid on 20 March 2025 (see remittance.sql).
+class RemittanceCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/remittance.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
+};
+
 // The documents of the control report tests, at 31 March 2025 (see control.sql).
 class ControlCompany : public SmallCompany {
  protected:
   static void SetUpTestSuite() { StartCompany("reports/receivables/control.sql"); }
   static void TearDownTestSuite() { StopCompany(); }
 };
+
+// One printed page: its texts, for searching.
+struct PrintedPage {
+  std::vector<std::string> texts;
+  [[nodiscard]] bool Has(const std::string& text) const {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+  }
+  // The text printed just after the last `label` (a stub, at the foot of the page, gives the
+  // figure beside its label); "" when none.
+  [[nodiscard]] std::string After(const std::string& label) const {
+    auto found = std::find(texts.rbegin(), texts.rend(), label);
+    return found == texts.rend() || found == texts.rbegin() ? std::string() : *(found - 1);
+  }
+};
+
+// The printed pages of page dumps; a dump that reports errors fails the test.
+[[nodiscard]] std::vector<PrintedPage> PagesOf(const std::vector<std::string>& dumps);
 
 // One transaction row of a party as printed: "Reference Debit Credit Balance", the blanks
 // between the texts single, so "Opening 100.00  100.00" reads an opening debit.

@@ -15,29 +15,6 @@
 namespace trellin::reports::testing {
 namespace {
 
-// One printed page: its texts, for searching.
-struct PrintedPage {
-  std::vector<std::string> texts;
-  [[nodiscard]] bool Has(const std::string& text) const {
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
-  }
-  // The text printed just after the last `label` (the stub, at the foot of the page, gives the
-  // figure beside its label); "" when none.
-  [[nodiscard]] std::string After(const std::string& label) const {
-    auto found = std::find(texts.rbegin(), texts.rend(), label);
-    return found == texts.rend() || found == texts.rbegin() ? std::string() : *(found - 1);
-  }
-};
-
-std::vector<PrintedPage> PagesOf(const std::vector<std::string>& dumps) {
-  std::vector<PrintedPage> pages;
-  for (const std::string& dump : dumps) {
-    EXPECT_EQ(dump.rfind("errors:", 0), std::string::npos) << dump;
-    pages.push_back({PrintedTexts(dump)});
-  }
-  return pages;
-}
-
 // The customer of each page, by the "Customer: " line every page carries.
 std::vector<std::string> CustomersOf(const std::vector<PrintedPage>& pages) {
   std::vector<std::string> codes;
