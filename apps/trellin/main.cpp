@@ -51,7 +51,7 @@ void PrintUsage(std::FILE* out) {
       "\n'trellin <command> --help' tells a command's options.\n"
       "The company file is --db FILE, else $TRELLIN_DB, else the demo company.\n"
       "Exit codes: 0 success, 1 report errors, 2 bad usage or input, 3 database problems,\n"
-      "130 or 143 stopped by Ctrl-C or SIGTERM.\n");
+      "130 or 143 stopped by Ctrl-C or SIGTERM (a server stopped so exits 0).\n");
 }
 
 // Ctrl-C or SIGTERM during a run: the output being written goes, the older file of that name

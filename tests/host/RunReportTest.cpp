@@ -153,7 +153,34 @@ TEST_F(RunReportTest, BadRequestsAreRefusedWithTheirReasonAndNoFile) {
           << "expected \"" << c.message << "\" in: " << e.what();
     }
     EXPECT_FALSE(std::filesystem::exists(request.output)) << c.file;
+    // The check alone says the same of the key and the values, and does not look at the output.
+    if (std::string(c.file) == "f.doc") {
+      EXPECT_NO_THROW(CheckRunValues(*service_, request));
+      continue;
+    }
+    try {
+      CheckRunValues(*service_, request);
+      ADD_FAILURE() << "the check accepted: " << c.key << " " << c.file;
+    } catch (const Error& e) {
+      EXPECT_NE(std::string(e.what()).find(c.message), std::string::npos) << e.what();
+    }
   }
+}
+
+TEST_F(RunReportTest, OneRunWritesEveryFormatAskedFor) {
+  RunRequest request = Request("CustomersByType", {"Groupings=Type [Page Break]"}, "types.pdf");
+  request.also = {folder_ / "types.csv", folder_ / "types.png", folder_ / "types.txt"};
+  RunResult result = RunReportToFile(*service_, request);
+  ASSERT_TRUE(result.completed);
+  EXPECT_EQ(result.pages, 3);
+  const std::vector<std::filesystem::path> expected = {
+      folder_ / "types.pdf",   folder_ / "types.csv",   folder_ / "types-1.png",
+      folder_ / "types-2.png", folder_ / "types-3.png", folder_ / "types.txt"};
+  EXPECT_EQ(result.outputs, expected);
+  for (const auto& file : expected) EXPECT_TRUE(std::filesystem::exists(file)) << file;
+  EXPECT_EQ(PdfPages(request.output), 3);
+  EXPECT_NE(ReadFile(folder_ / "types.csv").find("C3"), std::string::npos);
+  EXPECT_NE(ReadFile(folder_ / "types.txt").find("C3"), std::string::npos);
 }
 
 TEST(NearReportKeysTest, SuggestsKeysOfTheBuiltInCatalogue) {

@@ -54,8 +54,9 @@ int ServeCommand(const Args& args, const Context&) {
         "usage: trellin serve [--db FILE] [--bind ADDR] [--port N] [--workers N]\n\n"
         "Serves the reports of the company file to a browser: the list of reports, a form for\n"
         "each report's parameters, a preview of its pages and its files to download, with a\n"
-        "JSON API under /api/. Prints its address on start; Ctrl-C or SIGTERM stops it, and\n"
-        "runs in flight with it, and removes every run's files.\n\n%s",
+        "JSON API under /api/ (apps/trellin/serve/README.md). Prints its address on start.\n"
+        "Ctrl-C or SIGTERM stops it and the runs in flight, removes every run's files and\n"
+        "exits 0.\n\n%s",
         OptionsHelp(kServeOptions).c_str());
     return kExitOk;
   }
