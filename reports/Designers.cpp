@@ -11,7 +11,9 @@
 #include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
+#include "reports/assets/arfaDisposalSummary.h"
 #include "reports/assets/arfaFutureValueSchedule.h"
+#include "reports/assets/arfaPurchaseSummary.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -94,6 +96,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
     {"arfaDepreciationSchedule", CreatearfaDepreciationSchedule},
     {"arfaFutureValueSchedule", CreatearfaFutureValueSchedule},
+    {"arfaPurchaseSummary", CreatearfaPurchaseSummary},
+    {"arfaDisposalSummary", CreatearfaDisposalSummary},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

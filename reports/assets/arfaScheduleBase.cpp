@@ -84,8 +84,16 @@ void arfaScheduleBase::AddStatusParameters(trellin::Parameters& p) {
 }
 
 void arfaScheduleBase::AddGroupingsAndLists(trellin::Parameters& p) {
+  AddGroupings(p);
+  AddLists(p);
+}
+
+void arfaScheduleBase::AddGroupings(trellin::Parameters& p) {
   p.AddMultiList("Groupings", Variant(), false, "", Variant(), kGroupings, false, false,
                  "Groupings");
+}
+
+void arfaScheduleBase::AddLists(trellin::Parameters& p) {
   for (const ScheduleList& list : kLists) CreateStandardParameter(list.index, p, false);
 }
 
@@ -143,7 +151,8 @@ std::string arfaScheduleBase::AssetQuery(std::string fields, const std::string& 
   return sql + " ORDER BY " + order;
 }
 
-void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order) {
+void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order,
+                                       const std::string& status_key) {
   std::vector<std::string> names;
   std::vector<bool> page_breaks;
   if (!SplitGroupings(TLReport()->Parameters().Value("Groupings", Variant()), names, page_breaks)) {
@@ -163,6 +172,7 @@ void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order) 
     std::string field = row->field;
     std::string list_sql = row->list_sql;
     std::string key_field = row->key_field;
+    if (key_field == "Status") key_field = status_key;
     std::string caption = row->name;
     if (row->standard != nullptr) {
       caption = row->standard;
@@ -224,7 +234,11 @@ void arfaScheduleBase::OnFormat(Section& section) {
       const int level = GroupLevelOf(section, "GroupHeader");
       if (level == 0) break;
       TLReport()->GroupHeaderFormat(level);
-      if (EqualsIgnoreCase(section.DataField(), "Status")) {
+      if (EqualsIgnoreCase(section.DataField(), "StatusText")) {
+        if (Control* label = FindControl("ghLabel" + std::to_string(level))) {
+          label->SetCaption("Status " + Fields()["StatusText"].Value().Text());
+        }
+      } else if (EqualsIgnoreCase(section.DataField(), "Status")) {
         const ReportField* value = Fields().Find("Status");
         const int status = value == nullptr || value->Value().IsNull()
                                ? 0

@@ -31,6 +31,8 @@ class arfaScheduleBase : public Designer {
   static void AddStatusParameters(trellin::Parameters& p);
   // Groupings, then the standard lists Assets to Suppliers.
   static void AddGroupingsAndLists(trellin::Parameters& p);
+  static void AddGroupings(trellin::Parameters& p);
+  static void AddLists(trellin::Parameters& p);
 
   // The family's filters into `where` and `description`: the standard lists, components under
   // their parent (IncludeComponents), the three date ranges, and the statuses ticked when not
@@ -41,8 +43,10 @@ class arfaScheduleBase : public Designer {
   void AddStatusFilter(std::string& where, std::string& description);
   // The groupings chosen, defined on the host from the last choice (level 1) to the first, each
   // adding its field to `fields` and, first in line, to `order`. Throws std::invalid_argument for
-  // a grouping the family does not know.
-  void DefineGroupings(std::string& fields, std::string& order);
+  // a grouping the family does not know. "Status" groups break on `status_key`: the number, or
+  // "StatusText", the text a report fills in for each row.
+  void DefineGroupings(std::string& fields, std::string& order,
+                       const std::string& status_key = "Status");
   // The register's query over `fields`: the family's filters and the statuses ticked (their
   // words into `description`), the groupings defined, ordered by them and then by code, or by
   // description when `order_by` is "Name".
