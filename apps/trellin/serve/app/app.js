@@ -236,7 +236,7 @@ async function openReport(key) {
     const data = await api("/api/reports/" + encodeURIComponent(key) + "/parameters?limit=1");
     if (key !== state.key) return;
     state.report = data;
-    $("report-title").textContent = data.caption;
+    $("report-title").replaceChildren(data.caption, el("span", { className: "key", textContent: data.key }));
     state.fields = data.parameters.map(makeField);
     $("fields").replaceChildren(...state.fields.map((f) => f.wrap));
     if (!state.fields.length) $("fields").append(el("div", { className: "hint", textContent: "This report asks nothing: press Run." }));
