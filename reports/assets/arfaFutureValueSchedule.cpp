@@ -198,10 +198,11 @@ void arfaFutureValueSchedule::ActiveReport_FetchData(bool& eof) {
   }
   const Date first = periods_.front().AddDays(1);
   // Portions never straddle a month end and count on their last day, so both openings are
-  // exact at the month's start.
-  Currency accumulated =
-      calculator->DepreciationForPeriod(Variant::Null(), Variant(first), use_tax_basis_) -
-      calculator->DepreciationOffset();
+  // exact at the month's start. The accumulated opening ends on entry 0 itself: a portion cut
+  // before an addition dated the 2nd ends on the 1st, and belongs to the first column.
+  Currency accumulated = calculator->DepreciationForPeriod(
+                             Variant::Null(), Variant(periods_.front()), use_tax_basis_) -
+                         calculator->DepreciationOffset();
   const AssetDepreciationFigures& f = calculator->Figures();
   Currency book = use_tax_basis_ ? f.OpeningBookValueTax : f.OpeningBookValue;
   for (const AssetDepreciationTransaction& t : f.Transactions) {

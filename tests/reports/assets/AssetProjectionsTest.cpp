@@ -181,6 +181,39 @@ TEST_F(AssetProjections, NumberOfColumnsHoldsTwelveAtMostAndNoneLeavesTheTotalAt
   EXPECT_EQ(PeriodTexts(dump)["W1"], (std::vector<std::string>{"Total $0.00"}));
 }
 
+// The openings of the future value schedule at the month's start, when a portion ends on the
+// first day itself (W5's addition on 2 May cuts a portion 1 May to 1 May): in every column the
+// book value and the accumulated depreciation add to the cost, 11,000.00.
+TEST_F(AssetProjections, FutureOpeningsAreExactWhenAPortionEndsOnTheFirstOfAMonth) {
+  struct Case {
+    const char* asset;
+    const char* start;
+    const char* period;
+  };
+  const Case cases[] = {
+      {"W5", "1/05/2025", "Months"},     // the one-day portion is the first column's first day
+      {"W5", "15/05/2025", "Quarters"},  // the same month end as entry 0
+      {"W5", "1/04/2025", "Months"},     // the portion inside the second column
+      {"W6", "1/05/2025", "Months"},     // an addition on the 1st cuts at the month end
+      {"W5", "1/04/2025", "Years"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.asset) + " " + c.start + " " + c.period);
+    const std::vector<std::string> values = {
+        std::string("Assets=") + c.asset, std::string("DateStart=") + c.start,
+        std::string("Period=") + c.period, "NumberOfColumns=3"};
+    const auto book = PeriodTexts(
+        Run("AssetFutureValueSchedule", With(values, {"ReportOn=Book Values"})))[c.asset];
+    const auto accumulated = PeriodTexts(Run(
+        "AssetFutureValueSchedule", With(values, {"ReportOn=Accumulated Depreciation"})))[c.asset];
+    ASSERT_EQ(book.size(), 3u);
+    ASSERT_EQ(accumulated.size(), 3u);
+    for (std::size_t i = 0; i < book.size(); ++i) {
+      EXPECT_EQ(CentsOf(book[i]) + CentsOf(accumulated[i]), 1100000) << "column " << i + 1;
+    }
+  }
+}
+
 TEST_F(ProjectionsDemo, FutureValueGoldens) {
   struct Case {
     const char* name;
