@@ -75,9 +75,8 @@ void ListDesigner::ActiveReport_ReportStart() {
   const bool columns = !Key().columns.empty();
   if (columns && TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
   BuildSQL();
-  for (std::size_t i = 0; i < query_.groups.size(); ++i) {
-    const ListGroup& g = query_.groups[i];
-    TLReport()->DefineGroup(static_cast<int>(i) + 1, g.name, g.key_field, g.list_sql, g.page_break);
+  for (const ChosenGrouping& g : query_.groups) {
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
   // A fixed layout with no groups of the host keeps its own group sections.

@@ -14,6 +14,7 @@
 
 #include "core/Designer.h"
 #include "core/host/Parameters.h"
+#include "core/kvReportUtilities.h"
 
 namespace trellin {
 
@@ -105,20 +106,11 @@ struct ListKey {
   std::span<const ListColumn> columns = {};
 };
 
-// A group as the host is to define it; level 1 is the innermost.
-struct ListGroup {
-  std::string name;
-  std::string field;
-  std::string list_sql;
-  std::string key_field;
-  bool page_break = false;
-};
-
 // What one run asks of the database and prints of itself.
 struct ListQuery {
   std::string sql;
   std::string description;
-  std::vector<ListGroup> groups;  // innermost first
+  std::vector<ChosenGrouping> groups;  // innermost first
   bool summary = false;
 };
 
@@ -132,8 +124,8 @@ void DeclareListParameters(const ListKey& key, trellin::Parameters& parameters);
 
 // The chosen groupings (and the fixed one outside them), innermost first. Throws
 // std::invalid_argument naming a grouping that gives no field.
-[[nodiscard]] std::vector<ListGroup> ListGroups(const ListKey& key,
-                                                const trellin::Parameters& parameters);
+[[nodiscard]] std::vector<ChosenGrouping> ListGroups(const ListKey& key,
+                                                     const trellin::Parameters& parameters);
 
 // The run's query and description from the parameter values: the list parameters through
 // CreateSQLWhereFromRangeParams, then each other parameter in order, the groups' fields into

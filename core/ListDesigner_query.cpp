@@ -168,7 +168,7 @@ std::string ListOrderFields(const ListKey& key, const std::string& order_by) {
   return key.orders.empty() ? std::string() : Text(key.orders.front().fields);
 }
 
-std::vector<ListGroup> ListGroups(const ListKey& key, const trellin::Parameters& p) {
+std::vector<ChosenGrouping> ListGroups(const ListKey& key, const trellin::Parameters& p) {
   std::vector<std::string> names;
   std::vector<bool> page_breaks;
   if (!key.groupings.empty() &&
@@ -179,29 +179,19 @@ std::vector<ListGroup> ListGroups(const ListKey& key, const trellin::Parameters&
     names.insert(names.begin(), Text(key.fixed_grouping));
     page_breaks.insert(page_breaks.begin(), false);
   }
-  std::vector<ListGroup> groups;
-  for (std::size_t i = names.size(); i-- > 0;) {
-    ListGroup g;
-    g.name = Trim(names[i]);
-    g.page_break = page_breaks[i];
+  auto own_grouping = [&key](ChosenGrouping& g) {
     const ListGrouping* own = nullptr;
     for (const ListGrouping& row : key.own_groupings) {
       if (EqualsIgnoreCase(row.name, g.name)) own = &row;
     }
-    if (own != nullptr) {
-      g.field = Text(own->field);
-      g.list_sql = Text(own->list_sql);
-      g.key_field = Text(own->key_field);
-    } else {
-      GetGroupingDefinition(g.name, g.field, g.list_sql, g.key_field, Text(key.grouping_table));
-    }
-    if (g.field.empty()) {
-      throw std::invalid_argument("Groupings: \"" + g.name +
-                                  "\" is not a grouping of this report.");
-    }
-    groups.push_back(std::move(g));
-  }
-  return groups;
+    if (own == nullptr) return false;
+    g.field = Text(own->field);
+    g.list_sql = Text(own->list_sql);
+    g.key_field = Text(own->key_field);
+    return true;
+  };
+  return ResolveGroupings(names, page_breaks, Text(key.grouping_table), own_grouping,
+                          UnknownGrouping::kRefuse);
 }
 
 ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p,
@@ -227,7 +217,7 @@ ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p,
   std::string fields = Text(key.base_sql.substr(7, from - 7));
   std::string order = ListOrderFields(key, order_by);
   q.groups = ListGroups(key, p);
-  for (const ListGroup& g : q.groups) {
+  for (const ChosenGrouping& g : q.groups) {
     MoveInCommaList(fields, g.field, false, false);
     MoveInCommaList(order, g.field, true, true);
   }

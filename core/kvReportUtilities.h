@@ -2,6 +2,8 @@
 // The standard parameters and grouping definitions that make a customer filter or a grouping by
 // item look and work alike in every report.
 
+#include <climits>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -47,5 +49,43 @@ void GetGroupingDefinition(std::string& Name, std::string& Field, std::string& L
 // (accounts), which the company options give no user-defined fields.
 void ResolveUserDefinedField(const std::string& FieldName, std::string& Field, std::string& ListSQL,
                              int Kind);
+
+// One level of the groupings a run asked for, as the report is to define it.
+struct ChosenGrouping {
+  int level = 0;           // 1 for the innermost (the last name chosen)
+  std::string name;        // the group's name, as DefineGroup takes it
+  std::string field;       // for the select list ("Table.Field" or "... AS Alias")
+  std::string list_sql;    // the group's code and description
+  std::string key_field;   // the code's column in the report's recordset
+  std::string also_field;  // a further field the query needs; empty for none
+  bool page_break = false;
+};
+
+// Fills a grouping that is the report's own (not the standard table's) and says so; it may
+// change the name or call GetGroupingDefinition itself under another name.
+using OwnGroupingRule = std::function<bool(ChosenGrouping&)>;
+
+// What becomes of a name neither the report's own rule nor the standard table knows.
+enum class UnknownGrouping {
+  kSkip,    // left out; its level number stays unused
+  kRefuse,  // std::invalid_argument: Groupings: "X" is not a grouping of this report.
+};
+
+// The groupings of `Names` (outermost first, with their page breaks), innermost first: the order
+// in which MoveInCommaList, putting each field at the front, leaves the outermost leading the
+// sort. Each name is offered to `Own` (when set) and else to the standard table for `Table`.
+[[nodiscard]] std::vector<ChosenGrouping> ResolveGroupings(const std::vector<std::string>& Names,
+                                                           const std::vector<bool>& PageBreaks,
+                                                           const std::string& Table,
+                                                           const OwnGroupingRule& Own,
+                                                           UnknownGrouping Unknown);
+
+// The same for a Groupings parameter's value, keeping at most `MaxLevels` names from the
+// outermost. Empty for a Null or empty value.
+[[nodiscard]] std::vector<ChosenGrouping> ChooseGroupings(const Variant& Groupings,
+                                                          const std::string& Table,
+                                                          const OwnGroupingRule& Own,
+                                                          UnknownGrouping Unknown,
+                                                          int MaxLevels = INT_MAX);
 
 }  // namespace trellin

@@ -1,8 +1,11 @@
 // The table of grouping names, and the user-defined fields that stand in for any other name.
 
+#include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <string_view>
 
+#include "core/ReportUtilities.h"
 #include "core/StandardListSQL.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/kvReportUtilities.h"
@@ -236,6 +239,40 @@ void GetGroupingDefinition(std::string& Name, std::string& Field, std::string& L
   Field = std::move(definition.field);
   ListSQL = std::move(definition.list_sql);
   KeyField = std::move(definition.key_field);
+}
+
+std::vector<ChosenGrouping> ResolveGroupings(const std::vector<std::string>& Names,
+                                             const std::vector<bool>& PageBreaks,
+                                             const std::string& Table, const OwnGroupingRule& Own,
+                                             UnknownGrouping Unknown) {
+  std::vector<ChosenGrouping> chosen;
+  const int count = static_cast<int>(Names.size());
+  for (int i = count - 1; i >= 0; --i) {
+    ChosenGrouping g;
+    g.level = count - i;
+    g.name = Names[static_cast<std::size_t>(i)];
+    g.page_break = PageBreaks[static_cast<std::size_t>(i)];
+    if (!Own || !Own(g)) GetGroupingDefinition(g.name, g.field, g.list_sql, g.key_field, Table);
+    if (g.field.empty()) {
+      if (Unknown == UnknownGrouping::kSkip) continue;
+      throw std::invalid_argument("Groupings: \"" + g.name +
+                                  "\" is not a grouping of this report.");
+    }
+    chosen.push_back(std::move(g));
+  }
+  return chosen;
+}
+
+std::vector<ChosenGrouping> ChooseGroupings(const Variant& Groupings, const std::string& Table,
+                                            const OwnGroupingRule& Own, UnknownGrouping Unknown,
+                                            int MaxLevels) {
+  std::vector<std::string> names;
+  std::vector<bool> page_breaks;
+  if (!SplitGroupings(Groupings, names, page_breaks)) return {};
+  const auto kept = static_cast<std::size_t>(std::min(static_cast<int>(names.size()), MaxLevels));
+  names.resize(kept);
+  page_breaks.resize(kept);
+  return ResolveGroupings(names, page_breaks, Table, Own, Unknown);
 }
 
 }  // namespace trellin

@@ -229,46 +229,42 @@ void arLog::BuildSQL() {
 }
 
 void arLog::AddGroupings(std::string& select, std::string& order) {
-  trellin::Parameters& p = TLReport()->Parameters();
   const std::string note_table = key_->note_table;
   subject_group_ = false;
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
-    const int count = std::min(static_cast<int>(names.size()), kGroupLevels);
-    for (int i = count - 1; i >= 0; --i) {
-      std::string name = names[static_cast<std::size_t>(i)];
-      std::string field;
-      std::string list_sql;
-      std::string key_field;
-      if (name == "Contact") {
-        field = "OtherPartyLog.ContactId";
-        list_sql = "SELECT ContactId,LastName + ', ' + FirstName AS Name FROM Contact";
-        key_field = "ContactId";
-      } else if (name == "Employee") {
-        field = note_table + ".EmployeeId";
-        list_sql = "SELECT EmployeeId,Name FROM Employee";
-        key_field = "EmployeeId";
-      } else if (name == "Subject") {
-        field = note_table + ".Subject";
-        list_sql = "SELECT Subject,'' AS Name FROM " + note_table;
-        key_field = "Subject";
-        subject_group_ = true;
-      } else {
-        std::string shared_name = name;
-        if (key_->kind == LogOwnerKind::Asset) {
-          for (const GroupingAlias& alias : kAssetGroupingAliases) {
-            if (name == alias.name) shared_name = alias.shared_name;
-          }
-        }
-        GetGroupingDefinition(shared_name, field, list_sql, key_field, key_->owner_table);
+  auto own_grouping = [&](ChosenGrouping& g) {
+    if (g.name == "Contact") {
+      g.field = "OtherPartyLog.ContactId";
+      g.list_sql = "SELECT ContactId,LastName + ', ' + FirstName AS Name FROM Contact";
+      g.key_field = "ContactId";
+    } else if (g.name == "Employee") {
+      g.field = note_table + ".EmployeeId";
+      g.list_sql = "SELECT EmployeeId,Name FROM Employee";
+      g.key_field = "EmployeeId";
+    } else if (g.name == "Subject") {
+      g.field = note_table + ".Subject";
+      g.list_sql = "SELECT Subject,'' AS Name FROM " + note_table;
+      g.key_field = "Subject";
+      subject_group_ = true;
+    } else if (key_->kind == LogOwnerKind::Asset) {
+      // The asset log's names for groupings the standard table knows by others.
+      for (const GroupingAlias& alias : kAssetGroupingAliases) {
+        if (g.name != alias.name) continue;
+        std::string shared_name = alias.shared_name;
+        GetGroupingDefinition(shared_name, g.field, g.list_sql, g.key_field, key_->owner_table);
+        return true;
       }
-      if (field.empty()) continue;
-      MoveInCommaList(select, field, false, false);
-      MoveInCommaList(order, field, true, true);
-      TLReport()->DefineGroup(count - i, name, key_field, list_sql,
-                              page_breaks[static_cast<std::size_t>(i)]);
+      return false;
+    } else {
+      return false;
     }
+    return true;
+  };
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), key_->owner_table,
+                       own_grouping, UnknownGrouping::kSkip, kGroupLevels)) {
+    MoveInCommaList(select, g.field, false, false);
+    MoveInCommaList(order, g.field, true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

@@ -153,35 +153,31 @@ std::string arfaScheduleBase::AssetQuery(std::string fields, const std::string& 
 
 void arfaScheduleBase::DefineGroupings(std::string& fields, std::string& order,
                                        const std::string& status_key) {
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (!SplitGroupings(TLReport()->Parameters().Value("Groupings", Variant()), names, page_breaks)) {
-    TLReport()->EndDefineGroups();
-    return;
-  }
-  const int count = static_cast<int>(names.size());
-  for (int i = count - 1; i >= 0; --i) {
-    std::string name = Trim(names[static_cast<std::size_t>(i)]);
+  // Only the rows of the schedules' own table are offered; a standard grouping is reached
+  // through its row, under the standard table's name.
+  auto schedule_grouping = [&status_key](ChosenGrouping& g) {
     const ScheduleGrouping* row = nullptr;
     for (const ScheduleGrouping& candidate : kScheduleGroupings) {
-      if (EqualsIgnoreCase(candidate.name, name)) row = &candidate;
+      if (EqualsIgnoreCase(candidate.name, g.name)) row = &candidate;
     }
-    if (row == nullptr) {
-      throw std::invalid_argument("Groupings: \"" + name + "\" is not a grouping of this report.");
-    }
-    std::string field = row->field;
-    std::string list_sql = row->list_sql;
-    std::string key_field = row->key_field;
-    if (key_field == "Status") key_field = status_key;
-    std::string caption = row->name;
+    if (row == nullptr) return true;  // left without a field: refused
+    g.name = row->name;
+    g.field = row->field;
+    g.list_sql = row->list_sql;
+    g.key_field = row->key_field;
+    if (g.key_field == "Status") g.key_field = status_key;
     if (row->standard != nullptr) {
-      caption = row->standard;
-      GetGroupingDefinition(caption, field, list_sql, key_field, "Asset");
+      g.name = row->standard;
+      GetGroupingDefinition(g.name, g.field, g.list_sql, g.key_field, "Asset");
     }
-    MoveInCommaList(fields, field, false, false);
-    MoveInCommaList(order, field, true, true);
-    TLReport()->DefineGroup(count - i, caption, key_field, list_sql,
-                            page_breaks[static_cast<std::size_t>(i)]);
+    return true;
+  };
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), "Asset",
+                       schedule_grouping, UnknownGrouping::kRefuse)) {
+    MoveInCommaList(fields, g.field, false, false);
+    MoveInCommaList(order, g.field, true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

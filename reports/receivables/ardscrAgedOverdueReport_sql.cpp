@@ -235,36 +235,26 @@ void ardscrAgedOverdueReport::AddFilters(std::string& where) {
 }
 
 void ardscrAgedOverdueReport::AddGroupings(std::string& select, std::string& group_by) {
-  trellin::Parameters& p = TLReport()->Parameters();
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
-    const int count = std::min(static_cast<int>(names.size()), kGroupLevels);
-    // From the innermost kept level out, so that the outermost group leads the sort.
-    for (int i = count - 1; i >= 0; --i) {
-      std::string name = names[static_cast<std::size_t>(i)];
-      std::string field;
-      std::string list_sql;
-      std::string key_field;
-      if (const OwnGrouping* own = FindOwnGrouping(name)) {
-        field = own->field;
-        list_sql = own->list_sql;
-        key_field = own->key_field;
-        if (own->null_test != nullptr) {
-          const std::string narrow = Database::SQLIIf(own->null_test, own->null_branch, own->match);
-          column_filter_ = column_filter_.empty() ? narrow : column_filter_ + " AND " + narrow;
-        }
-      } else {
-        GetGroupingDefinition(name, field, list_sql, key_field, "OtherParty");
-      }
-      if (field.empty()) continue;
-      MoveInCommaList(select, field, false, false);
-      MoveInCommaList(group_by, field, false, true);
-      // The rows are sorted in the recordset, where the field goes by its own name.
-      MoveInCommaList(sort_, key_field, true, true);
-      TLReport()->DefineGroup(count - i, name, key_field, list_sql,
-                              page_breaks[static_cast<std::size_t>(i)]);
+  auto own_grouping = [&](ChosenGrouping& g) {
+    const OwnGrouping* own = FindOwnGrouping(g.name);
+    if (own == nullptr) return false;
+    g.field = own->field;
+    g.list_sql = own->list_sql;
+    g.key_field = own->key_field;
+    if (own->null_test != nullptr) {
+      const std::string narrow = Database::SQLIIf(own->null_test, own->null_branch, own->match);
+      column_filter_ = column_filter_.empty() ? narrow : column_filter_ + " AND " + narrow;
     }
+    return true;
+  };
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), "OtherParty",
+                       own_grouping, UnknownGrouping::kSkip, kGroupLevels)) {
+    MoveInCommaList(select, g.field, false, false);
+    MoveInCommaList(group_by, g.field, false, true);
+    // The rows are sorted in the recordset, where the field goes by its own name.
+    MoveInCommaList(sort_, g.key_field, true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

@@ -180,25 +180,12 @@ void ardscrLedger::AddPeriodFilter(std::string& where, std::string& columns) {
 }
 
 void ardscrLedger::AddGroupings(std::string& select, std::string& order) {
-  trellin::Parameters& p = TLReport()->Parameters();
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
-    const int count = static_cast<int>(names.size());
-    // From the last grouping to the first, so that each outer group comes ahead of those
-    // within it; the first grouping is the outermost level.
-    for (int i = count - 1; i >= 0; --i) {
-      std::string name = names[static_cast<std::size_t>(i)];
-      std::string field;
-      std::string list_sql;
-      std::string key_field;
-      GetGroupingDefinition(name, field, list_sql, key_field, "OtherParty");
-      if (field.empty()) continue;
-      MoveInCommaList(select, field, false, false);
-      MoveInCommaList(order, field, true, true);
-      TLReport()->DefineGroup(count - i, name, key_field, list_sql,
-                              page_breaks[static_cast<std::size_t>(i)]);
-    }
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), "OtherParty", {},
+                       UnknownGrouping::kSkip)) {
+    MoveInCommaList(select, g.field, false, false);
+    MoveInCommaList(order, g.field, true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

@@ -208,32 +208,23 @@ void ardscrOverdueList::BuildSQL() {
 
 void ardscrOverdueList::AddGroupings(std::string& select, std::string& group_by,
                                      std::string& order) {
-  trellin::Parameters& p = TLReport()->Parameters();
   document_groups_.clear();
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
-    const int count = std::min(static_cast<int>(names.size()), kGroupLevels);
-    for (int i = count - 1; i >= 0; --i) {
-      std::string name = names[static_cast<std::size_t>(i)];
-      std::string field;
-      std::string list_sql;
-      std::string key_field;
-      if (const ListGrouping* own = FindListGrouping(name)) {
-        field = own->field;
-        key_field = own->key_field;
-        list_sql = own->list_sql;
-        if (own->narrows_documents) document_groups_.push_back({count - i, own->key_field});
-      } else {
-        GetGroupingDefinition(name, field, list_sql, key_field, "OtherParty");
-      }
-      if (field.empty()) continue;
-      MoveInCommaList(select, field, false, false);
-      MoveInCommaList(group_by, field, false, true);
-      MoveInCommaList(order, field, true, true);
-      TLReport()->DefineGroup(count - i, name, key_field, list_sql,
-                              page_breaks[static_cast<std::size_t>(i)]);
-    }
+  auto own_grouping = [&](ChosenGrouping& g) {
+    const ListGrouping* own = FindListGrouping(g.name);
+    if (own == nullptr) return false;
+    g.field = own->field;
+    g.key_field = own->key_field;
+    g.list_sql = own->list_sql;
+    if (own->narrows_documents) document_groups_.push_back({g.level, own->key_field});
+    return true;
+  };
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), "OtherParty",
+                       own_grouping, UnknownGrouping::kSkip, kGroupLevels)) {
+    MoveInCommaList(select, g.field, false, false);
+    MoveInCommaList(group_by, g.field, false, true);
+    MoveInCommaList(order, g.field, true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

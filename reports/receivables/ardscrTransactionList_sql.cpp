@@ -247,33 +247,24 @@ void ardscrTransactionList::AddOpenFilters(std::string& where) {
 
 void ardscrTransactionList::AddGroupings(std::string& select, std::string& group_by,
                                          std::string& order) {
-  trellin::Parameters& p = TLReport()->Parameters();
   line_groups_.clear();
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  if (SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
-    const int count = std::min(static_cast<int>(names.size()), kGroupLevels);
-    for (int i = count - 1; i >= 0; --i) {
-      std::string name = names[static_cast<std::size_t>(i)];
-      std::string field;
-      std::string list_sql;
-      std::string key_field;
-      if (const LineGrouping* line = FindLineGrouping(name)) {
-        field = key_->open ? line->open : line->posted;
-        key_field = line->key_field;
-        list_sql = line->list_sql;
-        line_groups_.insert(line_groups_.begin(), key_field);
-      } else {
-        GetGroupingDefinition(name, field, list_sql, key_field,
-                              key_->open ? "acBatchTransaction" : "Transactions");
-      }
-      if (field.empty()) continue;
-      MoveInCommaList(select, field, false, false);
-      MoveInCommaList(group_by, WithoutAlias(field), false, true);
-      MoveInCommaList(order, WithoutAlias(field), true, true);
-      TLReport()->DefineGroup(count - i, name, key_field, list_sql,
-                              page_breaks[static_cast<std::size_t>(i)]);
-    }
+  auto line_grouping = [&](ChosenGrouping& g) {
+    const LineGrouping* line = FindLineGrouping(g.name);
+    if (line == nullptr) return false;
+    g.field = key_->open ? line->open : line->posted;
+    g.key_field = line->key_field;
+    g.list_sql = line->list_sql;
+    line_groups_.insert(line_groups_.begin(), g.key_field);
+    return true;
+  };
+  for (const ChosenGrouping& g :
+       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()),
+                       key_->open ? "acBatchTransaction" : "Transactions", line_grouping,
+                       UnknownGrouping::kSkip, kGroupLevels)) {
+    MoveInCommaList(select, g.field, false, false);
+    MoveInCommaList(group_by, WithoutAlias(g.field), false, true);
+    MoveInCommaList(order, WithoutAlias(g.field), true, true);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

@@ -101,41 +101,26 @@ void arscStockBase::AddFilters(std::span<const StockFilter> filters, std::string
 
 std::vector<ChosenGrouping> arscStockBase::ChosenGroupings(std::span<const StockGrouping> own,
                                                            const std::string& default_table) const {
-  std::vector<std::string> names;
-  std::vector<bool> page_breaks;
-  std::vector<ChosenGrouping> chosen;
-  if (!SplitGroupings(TLReport()->Parameters().Value("Groupings", Variant()), names, page_breaks)) {
-    return chosen;
-  }
-  for (std::size_t i = names.size(); i-- > 0;) {
-    ChosenGrouping g;
-    g.name = Trim(names[i]);
-    g.page_break = page_breaks[i];
+  auto own_grouping = [own](ChosenGrouping& g) {
     const StockGrouping* row = nullptr;
     for (const StockGrouping& candidate : own) {
       if (EqualsIgnoreCase(candidate.name, g.name)) row = &candidate;
     }
-    if (row != nullptr) {
-      g.field = row->field;
-      g.list_sql = row->list_sql;
-      g.key_field = row->key_field;
-      g.also_field = row->also_field;
-    } else {
-      GetGroupingDefinition(g.name, g.field, g.list_sql, g.key_field, default_table);
-    }
-    if (g.field.empty()) {
-      throw std::invalid_argument("Groupings: \"" + g.name +
-                                  "\" is not a grouping of this report.");
-    }
-    chosen.push_back(std::move(g));
-  }
-  return chosen;
+    if (row == nullptr) return false;
+    g.field = row->field;
+    g.list_sql = row->list_sql;
+    g.key_field = row->key_field;
+    g.also_field = row->also_field;
+    return true;
+  };
+  return ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), default_table,
+                         own_grouping, UnknownGrouping::kRefuse);
 }
 
 void arscStockBase::DefineGroups(const std::vector<ChosenGrouping>& groupings) const {
   for (std::size_t i = 0; i < groupings.size(); ++i) {
     const ChosenGrouping& g = groupings[i];
-    TLReport()->DefineGroup(static_cast<int>(i) + 1, g.name, g.key_field, g.list_sql, g.page_break);
+    TLReport()->DefineGroup(g.level, g.name, g.key_field, g.list_sql, g.page_break);
   }
   TLReport()->EndDefineGroups();
 }

@@ -9,6 +9,7 @@
 
 #include "core/Designer.h"
 #include "core/host/DataColumns.h"
+#include "core/kvReportUtilities.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Variant.h"
 #include "reports/ReportShapes.h"
@@ -28,16 +29,6 @@ struct StockGrouping {
   const char* list_sql;
   const char* key_field;
   const char* also_field;  // a further field the grouping needs in the query; "" for none
-};
-
-// A grouping as it is to be defined: what the standard table or the report's own row gives.
-struct ChosenGrouping {
-  std::string name;
-  std::string field;
-  std::string list_sql;
-  std::string key_field;
-  std::string also_field;
-  bool page_break = false;
 };
 
 // One data column of a stock report: name, field, heading, short heading, kind, width (-1

@@ -220,7 +220,7 @@ TEST(ListDesigner, AFixedGroupingStaysOutsideAndAnUnknownOneIsRefused) {
   ServiceFixture service;
   ListKey fixed = kKey;
   fixed.fixed_grouping = "Bank";
-  const std::vector<ListGroup> groups =
+  const std::vector<ChosenGrouping> groups =
       ListGroups(fixed, Declared({{"Groupings", Variant("Other Party")}}));
   ASSERT_EQ(groups.size(), 2u);
   EXPECT_EQ(groups[0].field, "t.OtherPartyId");
