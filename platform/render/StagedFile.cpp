@@ -1,10 +1,12 @@
 #include "platform/render/StagedFile.h"
 
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <system_error>
@@ -65,15 +67,23 @@ StagedFile::StagedFile(std::filesystem::path target) : target_(std::move(target)
   hidden += target_.filename().string();
   hidden += ".XXXXXX";
   std::string pattern = (folder / hidden).string();
-  const int fd = ::mkstemp(pattern.data());
-  if (fd < 0) {
-    const int error = errno;
-    throw RenderError("Cannot write " + Describe(target_, error));
-  }
-  temp_ = pattern;
   listed_ = std::make_unique<char[]>(pattern.size() + 1);
-  std::memcpy(listed_.get(), pattern.c_str(), pattern.size() + 1);
-  List(listed_.get());
+  // A stop between making the file and listing it would leave it behind: the stops wait.
+  sigset_t stops;
+  sigset_t before;
+  sigemptyset(&stops);
+  sigaddset(&stops, SIGINT);
+  sigaddset(&stops, SIGTERM);
+  ::pthread_sigmask(SIG_BLOCK, &stops, &before);
+  const int fd = ::mkstemp(pattern.data());
+  const int error = errno;
+  if (fd >= 0) {
+    std::memcpy(listed_.get(), pattern.c_str(), pattern.size() + 1);
+    List(listed_.get());
+  }
+  ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  if (fd < 0) throw RenderError("Cannot write " + Describe(target_, error));
+  temp_ = pattern;
   ::fchmod(fd, NewFileMode());
   stream_ = ::fdopen(fd, "wb");
   if (stream_ == nullptr) {
