@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/runtime/LinkTarget.h"
 #include "platform/runtime/Variant.h"
 
 namespace trellin {
@@ -119,6 +120,11 @@ class Control {
   [[nodiscard]] const std::string& SummaryGroup() const { return summary_group_; }
   void SetSummaryGroup(std::string v) { summary_group_ = std::move(v); }
 
+  // Where the printed text leads in a viewer (a report key and values); empty for no link. A
+  // designer sets it while formatting, for the row at hand: it stays until changed.
+  [[nodiscard]] const LinkTarget& Link() const { return link_; }
+  void SetLink(LinkTarget v) { link_ = std::move(v); }
+
   // The child designer a sub-report control runs (the parent creates it once and keeps it).
   [[nodiscard]] const std::shared_ptr<ActiveReport>& object() const { return object_; }
   void SetObject(std::shared_ptr<ActiveReport> child) { object_ = std::move(child); }
@@ -144,6 +150,7 @@ class Control {
   trellin::SummaryType summary_type_ = trellin::SummaryType::None;
   trellin::SummaryFunc summary_func_ = trellin::SummaryFunc::Sum;
   std::string summary_group_;
+  LinkTarget link_;
   std::shared_ptr<ActiveReport> object_;
 };
 

@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/runtime/LinkTarget.h"
 #include "platform/runtime/Variant.h"
 
 namespace trellin::engine {
@@ -56,6 +57,7 @@ struct TextRun {
   Align align = Align::Left;
   Color color;
   Fit fit = Fit::Whole;  // on the first line of a control's text, for the whole text
+  LinkTarget link;       // the control's link, on every line of its text; empty for none
 };
 
 struct LineItem {

@@ -353,7 +353,7 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
       band.items.emplace_back(TextRun{
           text_left, top + a.text_offset + a.baseline_shift + a.line_height * static_cast<float>(i),
           text_width, a.line_height, a.lines[i], font, ToAlign(c.Alignment()),
-          ToColor(c.ForeColor()), i == 0 ? a.fit : Fit::Whole});
+          ToColor(c.ForeColor()), i == 0 ? a.fit : Fit::Whole, c.Link()});
       if (late_text && i == 0) band.late.push_back(LateText{band.items.size() - 1, late_text});
     }
     AddRule(band, left, left + c.Width(), top, c.Border().TopStyle);

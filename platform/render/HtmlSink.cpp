@@ -84,7 +84,10 @@ std::string TextStyle(const engine::TextRun& r) {
 
 std::string TextHtml(const engine::TextRun& r, const std::string& style_class) {
   return "<div class=\"t " + style_class + "\" style=\"left:" + Pt(r.left) + ";top:" + Pt(r.top) +
-         ";width:" + Pt(r.width) + ";height:" + Pt(r.height) + "\">" + EscapeHtml(r.text) +
+         ";width:" + Pt(r.width) + ";height:" + Pt(r.height) + "\">" +
+         (r.link.Empty()
+              ? EscapeHtml(r.text)
+              : "<a href=\"" + EscapeHtml(LinkHref(r.link)) + "\">" + EscapeHtml(r.text) + "</a>") +
          "</div>\n";
 }
 
@@ -125,6 +128,7 @@ constexpr std::string_view kStyle = R"(<style>
 body{margin:0;background:#8a8a8a}
 .p{position:relative;overflow:hidden;background:#fff;margin:12pt auto;box-shadow:0 1pt 6pt #0006}
 .t{position:absolute;white-space:pre;overflow:visible}
+.t a{color:inherit;text-decoration:none}.t a:hover{text-decoration:underline}
 .r{position:absolute;box-sizing:border-box}
 @media print{body{background:none}.p{margin:0;box-shadow:none;break-after:page;page-break-after:always}
 .p:last-child{break-after:auto;page-break-after:auto}}

@@ -374,13 +374,16 @@ void PdfSink::OnPage(const engine::Page& page) {
   const int contents = pdf_->Reserve();
   const int page_object = pdf_->Reserve();
   pdf_->WriteStream(contents, "", content_->Finish(), true);
+  const std::string annots = WriteLinks(page, height);
   std::string dictionary =
       "<</Type/Page/Parent " + std::to_string(pages_root_) + " 0 R/MediaBox[0 0 ";
   pdf::AppendNumber(dictionary, width);
   dictionary += ' ';
   pdf::AppendNumber(dictionary, height);
   dictionary += "]/Resources<</Font<<" + content_->FontResources() + ">>>>/Contents " +
-                std::to_string(contents) + " 0 R>>";
+                std::to_string(contents) + " 0 R";
+  if (!annots.empty()) dictionary += "/Annots[" + annots + "]";
+  dictionary += ">>";
   pdf_->WriteObject(page_object, dictionary);
   kids_ += std::to_string(page_object);
   kids_ += " 0 R ";
@@ -391,6 +394,29 @@ void PdfSink::OnPage(const engine::Page& page) {
         std::isfinite(mark.top) ? std::clamp(mark.top / kTwipsPerPoint, 0.0, 14400.0) : 0.0;
     outline_->Add(mark.path, page_object, static_cast<double>(std::lround(height - top)));
   }
+}
+
+std::string PdfSink::WriteLinks(const engine::Page& page, double height) {
+  std::string annots;
+  for (const engine::PageItem& item : page.items) {
+    const auto* run = std::get_if<engine::TextRun>(&item);
+    if (run == nullptr || run->link.Empty() || run->text.empty() || !Finite(*run)) continue;
+    // A link annotation over the line's box. The address holds only letters, digits and
+    // "-._~%#=&", so it stands as a literal string without escapes.
+    std::string link = "<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect[";
+    pdf::AppendNumber(link, Points(run->left));
+    link += ' ';
+    pdf::AppendNumber(link, height - Points(run->top + run->height));
+    link += ' ';
+    pdf::AppendNumber(link, Points(run->left + run->width));
+    link += ' ';
+    pdf::AppendNumber(link, height - Points(run->top));
+    link += "]/A<</S/URI/URI(" + LinkHref(run->link) + ")>>>>";
+    const int object = pdf_->Reserve();
+    pdf_->WriteObject(object, link);
+    annots += std::to_string(object) + " 0 R ";
+  }
+  return annots;
 }
 
 void PdfSink::OnEnd() {

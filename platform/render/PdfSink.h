@@ -31,6 +31,9 @@ class PdfSink final : public SinkBase {
   void OnAbort() noexcept override;
 
  private:
+  // Writes a link annotation for each linked text line of `page` (`height` in points); returns
+  // the references for the page's /Annots, "" when there are none.
+  std::string WriteLinks(const engine::Page& page, double height);
   class Content;
 
   std::filesystem::path target_;
