@@ -72,6 +72,9 @@ void WriteAssets(DemoContext& ctx) {
         ctx.parties[ctx.suppliers[static_cast<std::size_t>(a) % ctx.suppliers.size()]].id;
     // The diagnostic kits are components of the lathe bought before them.
     const bool component = a % 5 == 2 && a >= 1;
+    // The second computer keeps its tax book at the normal book's method and rate: its two books
+    // agree, so the deferred tax schedule passes it over.
+    const double tax_rate = a == 8 ? kind.rate : kind.tax_rate;
     const bool disposed = a % 7 == 3 && bought.AddYears(2) < cal.Present();
     const Date disposal = bought.AddYears(2).AddDays(40);
     assets.Insert(
@@ -92,7 +95,7 @@ void WriteAssets(DemoContext& ctx) {
          2,
          kind.rate,
          2,
-         kind.tax_rate,
+         tax_rate,
          bought.AddYears(1),
          cal.Present().AddMonths(static_cast<int>(r.Between(1, 12))),
          disposed ? Cell(disposal) : Cell(Cell::Null{}),
@@ -116,7 +119,7 @@ void WriteAssets(DemoContext& ctx) {
       const double part = std::min(1.0, (year.end.Serial() - bought.Serial() + 1) / 365.0);
       const std::int64_t depn = ToCents(static_cast<double>(book) * kind.rate / 100.0 * part);
       const std::int64_t tax_depn =
-          ToCents(static_cast<double>(tax_book) * kind.tax_rate / 100.0 * part);
+          ToCents(static_cast<double>(tax_book) * tax_rate / 100.0 * part);
       book -= depn;
       tax_book -= tax_depn;
       moves.Insert({id, 20, year.end, -depn, -tax_depn, "DEP" + year.name, "Depreciation"});
