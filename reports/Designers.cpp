@@ -31,6 +31,7 @@
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/arcrRemittance.h"
+#include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrControlReport.h"
@@ -79,6 +80,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrTransactionList", CreateardscrTransactionList},
     {"ardsStatement", CreateardsStatement},
     {"arcrRemittance", CreatearcrRemittance},
+    {"ardsDirectCreditSchedule", CreateardsDirectCreditSchedule},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},

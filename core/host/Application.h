@@ -111,6 +111,33 @@ class Tax {
   }
 };
 
+// One supplier payment of a direct credit run.
+struct DirectCreditPayment {
+  std::int64_t TransactionId = 0;
+  std::string OtherPartyId;
+  std::string OtherPartyName;
+  Date TDate;
+  Currency Amount;  // as paid: positive
+  std::string Reference;
+  std::string CardNumber;   // the supplier's bank account the money goes to
+  std::string BankDetails;  // the particulars the supplier sees on its statement
+};
+
+// A bank run of direct credits as the application hands it over: the bank and the date for the
+// heading, and the payments, read by index from 0 to Count() - 1.
+struct DirectCreditRun {
+  std::string BankName;
+  std::string BankNumber;
+  Date RunDate;
+  std::vector<DirectCreditPayment> Payments;
+
+  [[nodiscard]] long Count() const { return static_cast<long>(Payments.size()); }
+  // REQUIRES: 0 <= index < Count().
+  [[nodiscard]] const DirectCreditPayment& Item(long index) const {
+    return Payments[static_cast<std::size_t>(index)];
+  }
+};
+
 class Application : public Object {
  public:
   [[nodiscard]] virtual const trellin::FinancialCalendar& FinancialCalendar() const = 0;
@@ -127,6 +154,16 @@ class Application : public Object {
                                                     const Variant& value = Variant()) = 0;
   // The job kind, for the job reports; an application that keeps no job fields adds nothing.
   virtual void AddUserDefinedParametersJob(Parameters&, bool, const Variant& = Variant()) {}
+  // The supplier payments by direct credit (pay type "C") drawn on the bank account `bank_id` on
+  // `date`, in the order they were entered, with the bank's name and number. An application that
+  // keeps no bank runs gives an empty run. Throws DatabaseError.
+  [[nodiscard]] virtual DirectCreditRun DirectCreditPayments(const std::string& bank_id,
+                                                             Date date) const {
+    (void)bank_id;
+    DirectCreditRun run;
+    run.RunDate = date;
+    return run;
+  }
   // Replaces the application's place holders in `text`, dated `date_as_at`.
   [[nodiscard]] virtual std::string SubstituteString(const std::string& text,
                                                      Date date_as_at) const = 0;

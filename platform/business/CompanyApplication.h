@@ -60,6 +60,10 @@ class CompanyApplication : public Application {
 
   [[nodiscard]] std::string SubstituteString(const std::string& text,
                                              Date date_as_at) const override;
+  // The payments of type 25 and pay type "C" whose bank entry (Transactions.glBankTransactionId)
+  // is on `bank_id` and dated `date`, by transaction id. Empty without a company file.
+  [[nodiscard]] DirectCreditRun DirectCreditPayments(const std::string& bank_id,
+                                                     Date date) const override;
 
   [[nodiscard]] const CompanyDetails& Details() const { return details_; }
 
@@ -71,6 +75,7 @@ class CompanyApplication : public Application {
   CompanyOptions options_;
   CompanyTax tax_;
   CompanyDetails details_;
+  std::shared_ptr<Database> database_;  // null when built from values
 };
 
 }  // namespace trellin::business

@@ -5,11 +5,12 @@
 
 #include <gtest/gtest.h>
 
-
 #include "core/TrellinReportGlobals.h"
+#include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/PartyDocument.h"
 #include "reports/receivables/arcrRemittance.h"
+#include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "tests/reports/receivables/LedgerCompany.h"
 
 namespace trellin::reports::testing {
@@ -55,7 +56,9 @@ TEST_F(Remittances, EachPaymentOfTheSelectionGetsOneAdviceAndATransactionIdOnlyI
     std::vector<std::string> suppliers;  // a page each
   } cases[] = {
       // The customer's receipt is no payment; MANY's advice runs to two pages.
-      {{}, {"ACCOUNT", "BOUNCE", "BOUNCE", "BOUNCE", "CHQ", "DIRECT", "MANY", "MANY", "NOADDR"}},
+      {{},
+       {"ACCOUNT", "BOUNCE", "BOUNCE", "BOUNCE", "CHQ", "DIRECT", "MANY", "MANY", "NOADDR", "WIRE",
+        "WIRE", "WIRE"}},
       {{"TransactionId=8"}, {"DIRECT"}},
       // The dates leave out what they exclude, but a payment by its id prints whatever they say.
       {{"dateFrom=10/03/2025", "dateTo=20/03/2025", "Suppliers=BOUNCE"}, {"BOUNCE"}},
@@ -184,7 +187,50 @@ TEST_F(Remittances, EachAdvicesColumnsNetToWhatThePaymentsAllocationsTook) {
     }
     EXPECT_EQ(net, payments->Value("Took").ToCurrency());
   }
-  EXPECT_EQ(checked, 8u);
+  EXPECT_EQ(checked, 11u);
+}
+
+TEST_F(Remittances, TheDirectCreditScheduleMatchesItsGoldenDump) {
+  ExpectGolden(
+      "receivables", "DirectCreditSchedule",
+      Join(DumpPages(Open("DirectCreditSchedule", {"BankId=CHQ", "PaymentDate=20/03/2025"})),
+           "\n"));
+}
+
+// The schedule lists the direct credits the bank and date select, no more, and its printed total
+// is the sum of their amounts as plain SQL reads them.
+TEST_F(Remittances, TheScheduleListsExactlyTheBankRunAndTotalsWhatItLists) {
+  const struct {
+    const char* bank;
+    const char* date;
+    std::vector<std::int64_t> ids;
+  } cases[] = {
+      // CHQ's cheque of that day is no direct credit.
+      {"CHQ", "20/03/2025", {8, 88}}, {"SAV", "20/03/2025", {89}},
+      {"CHQ", "21/03/2025", {90}},    {"", "21/03/2025", {90}},  // no bank: the first, CHQ
+      {"CHQ", "19/03/2025", {}},
+  };
+  Database& database = *TrellinReportGlobals::RequireDatabase();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.bank) + " " + c.date);
+    const DesignerPtr designer =
+        Open("DirectCreditSchedule",
+             {std::string("BankId=") + c.bank, std::string("PaymentDate=") + c.date});
+    const auto pages = PagesOf(DumpPages(designer));
+    const auto& run = dynamic_cast<ardsDirectCreditSchedule&>(*designer).Run();
+    std::vector<std::int64_t> ids;
+    for (long i = 0; i < run.Count(); ++i) ids.push_back(run.Item(i).TransactionId);
+    EXPECT_EQ(ids, c.ids);
+    ASSERT_EQ(pages.size(), 1u);
+    for (std::int64_t id : c.ids) EXPECT_TRUE(pages[0].Has(std::to_string(id))) << id;
+    std::string in = "0";
+    for (std::int64_t id : c.ids) in += "," + std::to_string(id);
+    auto sum = database.Query(
+        "SELECT Sum(-Value) AS Paid FROM Transactions WHERE TransactionId In (" + in + ")");
+    const Currency paid =
+        sum->Value("Paid").IsNull() ? Currency() : sum->Value("Paid").ToCurrency();
+    EXPECT_EQ(pages[0].After("Total"), Format(Variant(paid), "#,##0.00;(#,##0.00)"));
+  }
 }
 
 TEST(RemittanceTexts, TheBranchBlockEndsWithTheNumberOnlyOnAustralianCompanies) {

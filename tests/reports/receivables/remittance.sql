@@ -9,6 +9,9 @@
 --            paid again by cheque 004790
 --   MANY     70 invoices paid by one cheque: an advice of more than one page
 --   CUST     a customer, whose receipt is no payment
+--   WIRE     three direct credits: from the cheque account on 20 March (in the run with DIRECT's),
+--            from the saver account that day, and from the cheque account on 21 March; CHQ's
+--            cheque went out of the cheque account on 20 March too
 -- The company is Australian: the branch block closes with the supplier's ABN.
 INSERT INTO CompanySetting VALUES ('Company','Name','Remittance Traders'),
   ('Company','Country','AU'),('Formats','Date','d/mm/yyyy'),
@@ -33,7 +36,8 @@ INSERT INTO OtherParty (OtherPartyId, Name, IsCustomer, IsSupplier, LocationId, 
   ('CUST','Customer Cruises',1,0,'MAIN',NULL),
   ('DIRECT','Direct Diesel Pty Ltd',0,1,'NTH','33 102 417 032'),
   ('MANY','Many Moorings Pty Ltd',0,1,'MAIN',NULL),
-  ('NOADDR','No Address Nautical',0,1,'MAIN',NULL);
+  ('NOADDR','No Address Nautical',0,1,'MAIN',NULL),
+  ('WIRE','Wire Rope Supplies',0,1,'MAIN',NULL);
 INSERT INTO OtherPartyAddress (OtherPartyId, AddressId, Address, City, State, Postcode,
   Country) VALUES
   ('ACCOUNT','Postal','PO Box 12','Botany','NSW','2019',NULL),
@@ -42,7 +46,15 @@ INSERT INTO OtherPartyAddress (OtherPartyId, AddressId, Address, City, State, Po
   ('CUST','Postal','1 Beach Road','Manly','NSW','2095',NULL),
   ('DIRECT','Postal','PO Box 88','Newcastle','NSW','2300','Australia'),
   ('MANY','Postal','9 Mooring Way','Rozelle','NSW','2039',NULL),
-  ('NOADDR','Delivery','7 Pier Street','Pyrmont','NSW','2009',NULL);
+  ('NOADDR','Delivery','7 Pier Street','Pyrmont','NSW','2009',NULL),
+  ('WIRE','Postal','PO Box 5','Mascot','NSW','2020',NULL);
+INSERT INTO Bank (BankId, AccountName, AccountNumber, BankName, BankNumber) VALUES
+  ('CHQ','Cheque account','062-000 1234 5678','Harbour Bank','062-000'),
+  ('SAV','Saver account','062-000 8765 4321','Harbour Bank','062-000');
+INSERT INTO glBankTransaction (glBankTransactionId, BankId, Date, OtherPartyId, Reference)
+  VALUES (1,'CHQ','2025-03-20','DIRECT','DC0320'),(2,'CHQ','2025-03-20','WIRE','DC0320W'),
+  (3,'SAV','2025-03-20','WIRE','DC0320S'),(4,'CHQ','2025-03-21','WIRE','DC0321'),
+  (5,'CHQ','2025-03-20','CHQ','004711');
 INSERT INTO Transactions (TransactionId, OtherPartyId, Type, TransactionTypeId, Reference,
   Date, DateProcess, Value, ValueRemaining, PayType, CardNumber, BankDetails) VALUES
   (1,'CHQ',20,'SINV','C-101','2025-02-03','2025-02-03',15000000,0,NULL,NULL,NULL),
@@ -132,5 +144,13 @@ INSERT INTO Transactions (TransactionId, OtherPartyId, Type, TransactionTypeId, 
   (85,'MANY',20,'SINV','M-070','2025-02-14','2025-02-14',1700000,0,NULL,NULL,NULL),
   (86,'MANY',25,'PAY','004800','2025-03-20','2025-03-20',-94850000,0,'Q',NULL,NULL),
   (87,'CUST',35,'REC','R-1','2025-03-20','2025-03-20',3000000,3000000,'Q',NULL,NULL);
+INSERT INTO Transactions (TransactionId, OtherPartyId, Type, TransactionTypeId, Reference,
+  Date, DateProcess, Value, ValueRemaining, PayType, CardNumber, BankDetails, glBankTransactionId)
+  VALUES
+  (88,'WIRE',25,'PAY','DC0320W','2025-03-20','2025-03-20',-12345000,-12345000,'C','062-000 5555 0001','WIRE ROPES',2),
+  (89,'WIRE',25,'PAY','DC0320S','2025-03-20','2025-03-20',-1000000,-1000000,'C','062-000 5555 0001','WIRE ROPES',3),
+  (90,'WIRE',25,'PAY','DC0321','2025-03-21','2025-03-21',-2000000,-2000000,'C','062-000 5555 0001','WIRE ROPES',4);
+UPDATE Transactions SET glBankTransactionId=1 WHERE TransactionId=8;
+UPDATE Transactions SET glBankTransactionId=5 WHERE TransactionId=3;
 INSERT INTO TransactionAllocation (TransactionAllocationId, TransactionId1, TransactionId2,
   ValueAllocated) VALUES (1,3,1,-15000000),(2,3,2,-8000000),(3,8,4,-10000000),(4,8,5,-20000000),(5,8,6,-25000000),(6,7,8,-4000000),(7,11,10,-4500000),(8,13,14,-7000000),(9,15,12,-7000000),(10,86,16,-1010000),(11,86,17,-1020000),(12,86,18,-1030000),(13,86,19,-1040000),(14,86,20,-1050000),(15,86,21,-1060000),(16,86,22,-1070000),(17,86,23,-1080000),(18,86,24,-1090000),(19,86,25,-1100000),(20,86,26,-1110000),(21,86,27,-1120000),(22,86,28,-1130000),(23,86,29,-1140000),(24,86,30,-1150000),(25,86,31,-1160000),(26,86,32,-1170000),(27,86,33,-1180000),(28,86,34,-1190000),(29,86,35,-1200000),(30,86,36,-1210000),(31,86,37,-1220000),(32,86,38,-1230000),(33,86,39,-1240000),(34,86,40,-1250000),(35,86,41,-1260000),(36,86,42,-1270000),(37,86,43,-1280000),(38,86,44,-1290000),(39,86,45,-1300000),(40,86,46,-1310000),(41,86,47,-1320000),(42,86,48,-1330000),(43,86,49,-1340000),(44,86,50,-1350000),(45,86,51,-1360000),(46,86,52,-1370000),(47,86,53,-1380000),(48,86,54,-1390000),(49,86,55,-1400000),(50,86,56,-1410000),(51,86,57,-1420000),(52,86,58,-1430000),(53,86,59,-1440000),(54,86,60,-1450000),(55,86,61,-1460000),(56,86,62,-1470000),(57,86,63,-1480000),(58,86,64,-1490000),(59,86,65,-1500000),(60,86,66,-1510000),(61,86,67,-1520000),(62,86,68,-1530000),(63,86,69,-1540000),(64,86,70,-1550000),(65,86,71,-1560000),(66,86,72,-1570000),(67,86,73,-1580000),(68,86,74,-1590000),(69,86,75,-1600000),(70,86,76,-1610000),(71,86,77,-1620000),(72,86,78,-1630000),(73,86,79,-1640000),(74,86,80,-1650000),(75,86,81,-1660000),(76,86,82,-1670000),(77,86,83,-1680000),(78,86,84,-1690000),(79,86,85,-1700000);
