@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/demo/DemoChart.h"
 #include "platform/demo/DemoContext.h"
+#include "platform/demo/DemoLedger.h"
 #include "platform/demo/DemoTable.h"
 
 namespace trellin::demo {
@@ -65,6 +67,18 @@ std::string PlainItem(int position) {
          std::to_string(position) + ")";
 }
 
+// The one whole number `sql` gives; 0 for none.
+std::int64_t SumOf(sqlite3* db, const std::string& sql) {
+  sqlite3_stmt* stmt = nullptr;
+  std::int64_t value = 0;
+  if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) == SQLITE_OK &&
+      sqlite3_step(stmt) == SQLITE_ROW) {
+    value = sqlite3_column_int64(stmt, 0);
+  }
+  sqlite3_finalize(stmt);
+  return value;
+}
+
 }  // namespace
 
 void WriteStockExtras(DemoContext& ctx) {
@@ -118,6 +132,47 @@ void WriteStockExtras(DemoContext& ctx) {
               "',-Quantity,-ItemCost FROM TransactionLine WHERE Description='Transfer from " +
               store + "' ORDER BY TransactionLineId",
           "stock moved from the store");
+  // Today a few items at the warehouse were written off, a unit each at its average cost to the
+  // cent with the reason as the line's description (type 13), and one was revalued upwards by
+  // value alone (type 14); the stock adjustments account takes the other side, so the stock
+  // account still equals the stock lines.
+  const std::string& warehouse = ctx.locations[0];
+  const std::pair<int, const char*> write_offs[] = {
+      {13, "Damaged in the store"}, {15, "Water damage"}, {17, "Missing after the open day"}};
+  for (const auto& [position, reason] : write_offs) {
+    Execute(ctx.db,
+            "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+            "ItemCost) SELECT 13,'" +
+                today + "',ItemId,'" + warehouse + "','" + reason +
+                "',-1,-CAST(ROUND(Sum(ItemCost)/Sum(Quantity)/100.0) AS INTEGER)*100 FROM "
+                "TransactionLine WHERE LocationId='" +
+                warehouse + "' AND ItemId=" + PlainItem(position) +
+                " GROUP BY ItemId HAVING Sum(Quantity)>=2",
+            "a stock write-off");
+  }
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 14,'" +
+              today + "',ItemId,'" + warehouse +
+              "','Revalued to the supplier''s new cost',0,250000 FROM Item WHERE ItemId=" +
+              PlainItem(16),
+          "a stock revaluation");
+  const std::int64_t adjusted =
+      SumOf(ctx.db,
+            "SELECT Coalesce(Sum(ItemCost),0) FROM TransactionLine WHERE Type IN (13,14) "
+            "AND DateProcess='" +
+                today + "'");
+  if (adjusted != 0) {
+    ctx.ledger->Post({ctx.calendar.Present(),
+                      "SC",
+                      "STKADJ",
+                      "Stock written off and revalued " + today,
+                      0,
+                      0,
+                      ctx.branches[0],
+                      "ADM",
+                      {{account::kStock, adjusted}, {account::kStockAdjustments, -adjusted}}});
+  }
   // Job invoices drafted for more than is supplied yet, on every other line.
   Execute(ctx.db,
           "UPDATE acBatchTransactionLine SET OrderQuantity=Quantity+(rowid%2) WHERE Type=42",
