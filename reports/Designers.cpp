@@ -91,7 +91,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscPriceChange", CreatearscPriceChange},
     {"arscItemPriceList", CreatearscItemPriceList},
     {"arscSerialNumberReport", CreatearscSerialNumberReport},
-    {"arLocationList", CreatearLocationList, "LocationDetails"},
+    {"arLocationList", CreatearLocationList},
     {"arscStockSheets", CreatearscStockSheets},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},

@@ -42,6 +42,13 @@ std::string OnHandCondition(const Date& as_at, std::string_view table) {
   return "(" + field + "<" + Database::SQLDate(as_at.AddDays(1)) + " OR " + field + " Is Null)";
 }
 
+std::string OnHandAtLocationCondition(const Date& as_at) {
+  return "(SELECT Sum(TransactionLine.Quantity) FROM TransactionLine WHERE "
+         "TransactionLine.ItemId=ItemLocation.ItemId AND "
+         "TransactionLine.LocationId=ItemLocation.LocationId AND " +
+         OnHandCondition(as_at, "TransactionLine") + ")<>0";
+}
+
 std::map<std::string, OnHand, std::less<>> OnHandByItem(const Date& as_at, bool by_location) {
   std::map<std::string, OnHand, std::less<>> on_hand;
   const std::string keys = by_location ? "ItemId,LocationId" : "ItemId";

@@ -41,6 +41,10 @@ void AddStockDateAsAt(trellin::Parameters& parameters);
 // never processed.
 [[nodiscard]] std::string OnHandCondition(const Date& as_at, std::string_view table = "");
 
+// The condition that keeps an `ItemLocation` row whose item has anything on hand there at
+// `as_at`.
+[[nodiscard]] std::string OnHandAtLocationCondition(const Date& as_at);
+
 struct OnHand {
   double quantity = 0;
   Currency value;

@@ -86,10 +86,7 @@ void arscStockSheets::RefreshParameters(std::string& ReportName) {
 std::string arscStockSheets::ExtraCondition() {
   const trellin::Parameters& p = TLReport()->Parameters();
   if (p.Value("IncludeZeroOnHand", Variant(true)).ToBool()) return {};
-  return "(SELECT Sum(TransactionLine.Quantity) FROM TransactionLine WHERE "
-         "TransactionLine.ItemId=ItemLocation.ItemId AND "
-         "TransactionLine.LocationId=ItemLocation.LocationId AND " +
-         OnHandCondition(StockDateAsAt(p), "TransactionLine") + ")<>0";
+  return OnHandAtLocationCondition(StockDateAsAt(p));
 }
 
 void arscStockSheets::ActiveReport_ReportStart() {
