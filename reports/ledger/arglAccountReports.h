@@ -250,6 +250,12 @@ class arglAccountReports : public Designer {
   // The Detail's txtField1 of the line being filled: the account's or the split line's.
   [[nodiscard]] Control* TextField1() const;
 
+  // --- links (arglAccountReports_links.cpp) ---
+  // Points the account line's figures at "GeneralLedger" for the account and the figure's
+  // period; the General Ledger, the Five Year Summary and the Last Year Comparison link nothing.
+  void LinkFigures(const std::string& account_id);
+  void ClearLinks();
+
   // --- level values (arglAccountReports_levels.cpp) ---
   bool ShowLevelValues(int level, bool lastLine);
   void ShowValueFields(bool showNumbers, bool showTexts);

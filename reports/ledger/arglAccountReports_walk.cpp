@@ -57,6 +57,7 @@ void arglAccountReports::ResetLine(Section& detail) {
   detail.SetHeight(standard_height_);
   detail.SetNewPage(NewPageMode::None);
   ShowValueFields(true, true);
+  ClearLinks();
   for (const char* name : {"txtCode", "txtDescription", "txtDescription2", "txtField1"}) {
     if (Control* c = FindControl(name)) {
       c->SetText("");
@@ -276,6 +277,7 @@ void arglAccountReports::AccountLine(Section& detail) {
       return;
     }
   }
+  LinkFigures(id);
   LastLevel = a_level;
   PendingBlankLine = false;
   if (a_level > account_summary_level_) {

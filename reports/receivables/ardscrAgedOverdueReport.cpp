@@ -223,6 +223,7 @@ void ardscrAgedOverdueReport::OnFormat(Section& section) {
     case SectionType::Detail:
       section.SetBackStyle(1 - section.BackStyle());
       TLReport()->DetailFormat(section, " ");
+      LinkBalance(section);
       break;
     case SectionType::GroupHeader:
       FormatGroupSection(section);
@@ -238,6 +239,20 @@ void ardscrAgedOverdueReport::OnFormat(Section& section) {
       break;
     default:
       break;
+  }
+}
+
+void ardscrAgedOverdueReport::LinkBalance(Section& detail) {
+  const auto& rs = DataControl().Recordset();
+  if (!rs || rs->Eof()) return;
+  // The party's total opens its ledger of what is outstanding on the same date.
+  const LedgerSide& side = SideOfDebtor(debtor_);
+  const LinkTarget link{debtor_ ? "LedgerAR" : "LedgerAP",
+                        {{std::string(side.parties.name), rs->Value("OtherPartyId").Text()},
+                         {"Period", "Outstanding"},
+                         {"DateAsAt", as_at_.DateOnly().ToIso()}}};
+  for (Control& c : detail.Controls()) {
+    if (c.Class() == ControlClass::Field && c.DataField() == "TotalOverdue") c.SetLink(link);
   }
 }
 

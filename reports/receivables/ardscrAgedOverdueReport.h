@@ -76,6 +76,8 @@ class ardscrAgedOverdueReport : public Designer {
   bool BackDate(const std::string& party, Currency (&figures)[5]);
   [[nodiscard]] std::shared_ptr<Recordset> Run(const std::string& sql);
   void LayOutColumns();
+  // Points the row's total at the party's ledger.
+  void LinkBalance(Section& detail);
   void FooterFormat(Section& section, const std::string& prefix);
 
   bool debtor_ = true;

@@ -49,6 +49,18 @@ void ardscrLedger::Detail_Format() {
   const auto& rs = DataControl().Recordset();
   if (!rs || rs->Eof() || !sub_) return;
   sub_->OtherPartyId = Fields()["OtherPartyId"].Value().Text();
+  // The party's closing balance opens the same ledger for that party alone.
+  if (Control* closing = FindControl("txtClosing")) {
+    LinkTarget link{debtor_ ? "LedgerAR" : "LedgerAP",
+                    {{std::string(SideOfDebtor(debtor_).parties.name), sub_->OtherPartyId},
+                     {"Period", period_},
+                     {"DateAsAt", date_as_at_.ToDate().DateOnly().ToIso()}}};
+    if (!date_to_.IsNull()) link.values.emplace_back("DateTo", date_to_.ToDate().ToIso());
+    if (period_ == "Custom" && !date_from_.IsNull()) {
+      link.values.emplace_back("DateFrom", date_from_.ToDate().ToIso());
+    }
+    closing->SetLink(std::move(link));
+  }
 }
 
 void ardscrLedger::ActiveReport_ReportEnd() { DataControl().SetRecordset(nullptr); }
