@@ -223,6 +223,30 @@ TEST(Serve, RunsTwoReportsAtOnceToTheCliFiguresCancelsAndStopsCleanly) {
     EXPECT_EQ(server.Get(path + "/files/xlsx").first, 404);
   }
 
+  // The trial balance's figures link to the General Ledger of their account and period, and the
+  // link's target runs as it stands.
+  const std::string first_path = "/api/runs/" + first["id"].get<std::string>();
+  auto [links_status, links] = server.Get(first_path + "/pages/1/links");
+  ASSERT_EQ(links_status, 200);
+  ASSERT_FALSE(links["links"].empty()) << links.dump();
+  for (const json& link : links["links"]) {
+    EXPECT_EQ(link["key"], "GeneralLedger");
+    EXPECT_FALSE(link["values"].value("Accounts", "").empty()) << link.dump();
+    EXPECT_GT(link["width"].get<double>(), 0);
+    EXPECT_LT(link["left"].get<double>() + link["width"].get<double>(), 1.0);
+  }
+  const json& target = links["links"][0];
+  auto [drill_status, drill] = server.Post(
+      "/api/runs",
+      json{{"key", target["key"]}, {"values", target["values"]}, {"formats", {"csv"}}}.dump());
+  ASSERT_EQ(drill_status, 202) << drill.dump();
+  const json drilled = server.Wait(drill["id"]);
+  ASSERT_EQ(drilled["state"], "done") << drilled.dump();
+  auto ledger = server.Client().Get("/api/runs/" + drill["id"].get<std::string>() + "/files/csv");
+  ASSERT_TRUE(ledger);
+  EXPECT_NE(ledger->body.find(target["values"]["Accounts"].get<std::string>()), std::string::npos);
+  EXPECT_EQ(server.Get(first_path + "/pages/99/links").first, 404);
+
   // A run cancelled while it waits or runs ends cancelled, with nothing to fetch.
   auto [third_status, third] = server.Post("/api/runs", R"({"key":"TrialBalance"})");
   ASSERT_EQ(third_status, 202);

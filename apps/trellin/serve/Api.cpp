@@ -370,6 +370,24 @@ void AddRoutes(httplib::Server& server, std::shared_ptr<data::SqliteDatabase> da
                SendFile(res, run.folder / (run.stem + "-" + std::to_string(page) + ".png"),
                         "image/png");
              }));
+  server.Get(R"(/api/runs/([0-9a-f]{32})/pages/([0-9]{1,9})/links)",
+             Guard([api](const httplib::Request& req, httplib::Response& res) {
+               RunView run = api->Find(req.matches[1]);
+               const int page = std::stoi(req.matches[2]);
+               if (run.state != RunState::Done) throw Refusal{404, "The run has not finished."};
+               if (page < 1 || page > run.pages) {
+                 throw Refusal{404, "The report has pages 1 to " + std::to_string(run.pages) +
+                                        ", not " + std::to_string(page) + "."};
+               }
+               json links = json::array();
+               std::ifstream in(run.folder / (run.stem + "-links.json"));
+               if (in) {
+                 const json pages = json::parse(in, nullptr, false);
+                 const auto at = static_cast<std::size_t>(page - 1);
+                 if (pages.is_array() && at < pages.size()) links = pages[at];
+               }
+               Reply(res, 200, {{"links", links}});
+             }));
   server.Get(R"(/api/runs/([0-9a-f]{32})/files/([a-z]+))",
              Guard([api](const httplib::Request& req, httplib::Response& res) {
                RunView run = api->Find(req.matches[1]);

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <variant>
 
 #include <nlohmann/json.hpp>
 
@@ -64,6 +65,26 @@ int RunJob(const std::filesystem::path& folder) {
         request.also.push_back(file);
       }
     }
+    // The linked figures of each page, in fractions of the page, for the preview to lay over
+    // its image.
+    nlohmann::json links = nlohmann::json::array();
+    request.on_page_model = [&links](const engine::Page& page) {
+      nlohmann::json areas = nlohmann::json::array();
+      for (const engine::PageItem& item : page.items) {
+        const auto* run = std::get_if<engine::TextRun>(&item);
+        if (run == nullptr || run->link.Empty() || run->text.empty()) continue;
+        if (page.width <= 0 || page.height <= 0) continue;
+        nlohmann::json values = nlohmann::json::object();
+        for (const auto& [name, value] : run->link.values) values[name] = value;
+        areas.push_back({{"left", run->left / page.width},
+                         {"top", run->top / page.height},
+                         {"width", run->width / page.width},
+                         {"height", run->height / page.height},
+                         {"key", run->link.key},
+                         {"values", values}});
+      }
+      links.push_back(std::move(areas));
+    };
     request.on_page = [](int pages, std::int64_t rows) {
       Say("progress " + std::to_string(pages) + " " + std::to_string(rows));
     };
@@ -76,6 +97,7 @@ int RunJob(const std::filesystem::path& folder) {
                           {"pages", result.pages},
                           {"rows", result.rows},
                           {"warnings", warnings}};
+    if (result.completed) std::ofstream(folder / "report-links.json") << links.dump();
     if (!result.completed) {
       std::string cause;
       if (!result.errors.empty()) {

@@ -21,8 +21,9 @@ namespace {
 // apart from its sub-reports'.
 class CountingSink : public engine::PageSink {
  public:
-  CountingSink(engine::PageSink& target, const std::function<void(int, std::int64_t)>& on_page)
-      : target_(target), on_page_(on_page) {}
+  CountingSink(engine::PageSink& target, const std::function<void(int, std::int64_t)>& on_page,
+               const std::function<void(const engine::Page&)>& on_page_model)
+      : target_(target), on_page_(on_page), on_page_model_(on_page_model) {}
   void Begin(const engine::DocumentInfo& info) override { target_.Begin(info); }
   void AddPage(const engine::Page& page) override {
     ++pages_;
@@ -31,6 +32,7 @@ class CountingSink : public engine::PageSink {
       ++(row.depth == 0 ? rows_ : subreport_rows_);
     }
     target_.AddPage(page);
+    if (on_page_model_) on_page_model_(page);
     if (on_page_) on_page_(pages_, rows_);
   }
   void End() override { target_.End(); }
@@ -43,6 +45,7 @@ class CountingSink : public engine::PageSink {
  private:
   engine::PageSink& target_;
   const std::function<void(int, std::int64_t)>& on_page_;
+  const std::function<void(const engine::Page&)>& on_page_model_;
   int pages_ = 0;
   std::int64_t rows_ = 0;
   std::int64_t subreport_rows_ = 0;
@@ -346,7 +349,7 @@ RunResult Run(ReportService& service, const RunRequest& request) {
     }
     sink = std::make_unique<TeeSink>(std::move(sinks));
   }
-  CountingSink counting(*sink, request.on_page);
+  CountingSink counting(*sink, request.on_page, request.on_page_model);
   engine::RunOutcome outcome = engine::RunReport(*designer, counting);
 
   RunResult result;

@@ -55,6 +55,8 @@ struct RunRequest {
   render::RenderOptions render_options;
   // Called after each page is written, with the pages and main report rows so far; may be empty.
   std::function<void(int pages, std::int64_t rows)> on_page;
+  // Called with each page as the renderers get it, before on_page; may be empty.
+  std::function<void(const engine::Page& page)> on_page_model;
 };
 
 struct RunResult {

@@ -256,12 +256,16 @@ function stopPolling() {
 
 async function startRun(event) {
   event.preventDefault();
+  await runWith(state.key, values());
+}
+
+async function runWith(key, runValues) {
   stopPolling();
   showError("");
   $("warnings").hidden = true;
   $("viewer").hidden = true;
   try {
-    const run = await api("/api/runs", { key: state.key, values: values() });
+    const run = await api("/api/runs", { key, values: runValues });
     state.run = run;
     $("run").disabled = true;
     $("cancel").hidden = false;
@@ -345,8 +349,43 @@ function goTo(page) {
   $("page").value = state.page;
   $("page-image").src = "/api/runs/" + run.id + "/pages/" + state.page;
   $("page-image").alt = "Page " + state.page + " of " + run.pages;
+  drawLinks(run.id, state.page);
   $("first").disabled = $("prev").disabled = state.page <= 1;
   $("last").disabled = $("next").disabled = state.page >= run.pages;
+}
+
+// The page's figures that open another report: clickable areas over the image, placed in
+// fractions of the page so that they follow the zoom.
+async function drawLinks(id, page) {
+  $("page-links").replaceChildren();
+  let data;
+  try {
+    data = await api("/api/runs/" + id + "/pages/" + page + "/links");
+  } catch (e) {
+    return;
+  }
+  if (!state.run || state.run.id !== id || state.page !== page) return;
+  const pct = (f) => (f * 100).toFixed(3) + "%";
+  $("page-links").replaceChildren(...data.links.map((link) => {
+    const area = el("a", { href: "#/" + encodeURIComponent(link.key), title: "Open " + link.key });
+    area.style.left = pct(link.left);
+    area.style.top = pct(link.top);
+    area.style.width = pct(link.width);
+    area.style.height = pct(link.height);
+    area.dataset.key = link.key;
+    area.addEventListener("click", (e) => {
+      e.preventDefault();
+      drill(link);
+    });
+    return area;
+  }));
+}
+
+// Opens the linked report and runs it at once with the link's values.
+async function drill(link) {
+  history.pushState(null, "", "#/" + encodeURIComponent(link.key));
+  await openReport(link.key);
+  if (state.key === link.key && state.report) await runWith(link.key, link.values);
 }
 
 function applyZoom() {
