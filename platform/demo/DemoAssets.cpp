@@ -1,5 +1,6 @@
 // Fixed assets: bought through the bank, depreciated at each year end on both books,
-// a vehicle revalued, and a few sold or scrapped.
+// a vehicle revalued, a few sold or scrapped, and in the present year an addition to a hoist, a
+// diagnostic kit scrapped and a straight-line trailer bought.
 
 #include <cmath>
 
@@ -30,6 +31,16 @@ constexpr AssetKind kKinds[] = {
     {"OFFICE", "IT", "OFFICE", "Computer", "3350", "3355", 1200, 3200, 40, 50},
     {"VEHICLE", "UTE", "HQ", "Service ute", "3400", "3405", 32000, 55000, 25, 30},
 };
+
+// The present year's movements, dated between the last year end and the present, so that no
+// year-end depreciation or closing sees them: months into the year (from its first day), and
+// days into that month. With a 31 March balance date, 14 July, 18 August and 22 September.
+constexpr int kTrailerMonths = 3;
+constexpr int kTrailerDay = 14;
+constexpr int kAdditionMonths = 4;
+constexpr int kAdditionDay = 18;
+constexpr int kScrapMonths = 5;
+constexpr int kScrapDay = 22;
 
 }  // namespace
 
@@ -62,6 +73,14 @@ void WriteAssets(DemoContext& ctx) {
                   {"AssetId", "Type", "Date", "Value", "TaxValue", "Reference", "Comment"});
   const int count = 12 * ctx.options.scale;
   const int span = cal.Present().Serial() - cal.FirstDay().Serial() - 60;
+  const Date year_start = cal.Years().back().start;
+  // The first diagnostic kit is scrapped for nothing in the present year.
+  constexpr int kScrapped = 2;
+  const Date scrapped_on = year_start.AddMonths(kScrapMonths).AddDays(kScrapDay - 1);
+  struct Scrap {
+    std::string id;
+    std::int64_t cost = 0, book = 0, tax_book = 0;
+  } scrap;
   for (int a = 0; a < count; ++a) {
     const AssetKind& kind = kKinds[a % 5];
     const std::string id = std::string(kind.category).substr(0, 3) + std::to_string(101 + a);
@@ -75,8 +94,9 @@ void WriteAssets(DemoContext& ctx) {
     // The second computer keeps its tax book at the normal book's method and rate: its two books
     // agree, so the deferred tax schedule passes it over.
     const double tax_rate = a == 8 ? kind.rate : kind.tax_rate;
-    const bool disposed = a % 7 == 3 && bought.AddYears(2) < cal.Present();
-    const Date disposal = bought.AddYears(2).AddDays(40);
+    const bool scrapped = a == kScrapped && scrapped_on < cal.Present();
+    const bool disposed = (a % 7 == 3 && bought.AddYears(2) < cal.Present()) || scrapped;
+    const Date disposal = scrapped ? scrapped_on : bought.AddYears(2).AddDays(40);
     assets.Insert(
         {id,
          kind.description,
@@ -139,6 +159,11 @@ void WriteAssets(DemoContext& ctx) {
         book += up;
       }
     }
+    if (scrapped) {
+      // Written after the other assets, so that their ledger lines stay where they were.
+      scrap = {id, cost, book, tax_book};
+      continue;
+    }
     if (disposed) {
       // Sold (or scrapped for nothing): the proceeds leave the book value, and the difference is
       // the gain or loss, so that the asset ends at nothing.
@@ -161,6 +186,87 @@ void WriteAssets(DemoContext& ctx) {
                              {kind.cost_account, -cost},
                              {account::kLossOnSale, book - proceeds}}});
     }
+  }
+  const std::string& supplier = ctx.parties[ctx.suppliers.front()].id;
+  // Scrapped for nothing: no proceeds (a type 40 of nothing), the whole book value lost, and a
+  // journal with no bank line, since no money moves.
+  if (!scrap.id.empty()) {
+    const AssetKind& kind = kKinds[kScrapped];
+    moves.Insert({scrap.id, 40, scrapped_on, std::int64_t{0}, std::int64_t{0}, "DSP" + scrap.id,
+                  "Disposal"});
+    moves.Insert({scrap.id, 30, scrapped_on, -scrap.book, -scrap.tax_book, "DSP" + scrap.id,
+                  "Loss on sale"});
+    ctx.ledger->Post({scrapped_on,
+                      "FA",
+                      "DSP" + scrap.id,
+                      "Disposal of " + scrap.id,
+                      0,
+                      0,
+                      ctx.branches[0],
+                      "ADM",
+                      {{kind.depreciation_account, scrap.cost - scrap.book},
+                       {kind.cost_account, -scrap.cost},
+                       {account::kLossOnSale, scrap.book}}});
+  }
+  // An addition to the first boat hoist (type 11): a second lifting beam, at cost on both books,
+  // paid through the bank and presented three days later.
+  const Date added_on = year_start.AddMonths(kAdditionMonths).AddDays(kAdditionDay - 1);
+  if (added_on < cal.Present()) {
+    const AssetKind& hoist = kKinds[0];
+    const std::string id = std::string(hoist.category).substr(0, 3) + "101";
+    const std::int64_t extra = DemoContext::Dollars(3200);
+    moves.Insert({id, 11, added_on, extra, extra, "ADD" + id, "Addition"});
+    ctx.ledger->PostBankPresented({"CHQ", added_on, supplier, "FA" + id + "A", "Addition to " + id},
+                                  {added_on,
+                                   "FA",
+                                   "FA" + id + "A",
+                                   "Lifting beam",
+                                   0,
+                                   0,
+                                   ctx.branches[0],
+                                   "ADM",
+                                   {{account::kBankCheque, -extra}, {hoist.cost_account, extra}}},
+                                  added_on.AddDays(3));
+  }
+  // A boat trailer on straight line (method 1) on both books, at different rates, bought in the
+  // present year: no year end has depreciated it yet. Its code follows every other asset's.
+  const Date trailer_on = year_start.AddMonths(kTrailerMonths).AddDays(kTrailerDay - 1);
+  if (trailer_on < cal.Present()) {
+    const std::string id = "VEH" + std::to_string(101 + count);
+    const std::int64_t cost = DemoContext::Dollars(12600);
+    assets.Insert({id,
+                   "Boat trailer",
+                   "SN-" + id,
+                   2,
+                   "VEHICLE",
+                   "HQ",
+                   "VEH",
+                   ctx.branches[0],
+                   "TK",
+                   supplier,
+                   Cell(Cell::Null{}),
+                   trailer_on,
+                   cost,
+                   1,
+                   15.0,
+                   1,
+                   20.0,
+                   trailer_on.AddYears(1),
+                   trailer_on.AddYears(1),
+                   Cell(Cell::Null{}),
+                   Cell(Cell::Null{})});
+    moves.Insert({id, 10, trailer_on, cost, cost, "INV" + std::to_string(count), "Purchase"});
+    ctx.ledger->PostBankPresented({"CHQ", trailer_on, supplier, "FA" + id, "Purchase of " + id},
+                                  {trailer_on,
+                                   "FA",
+                                   "FA" + id,
+                                   "Boat trailer",
+                                   0,
+                                   0,
+                                   ctx.branches[0],
+                                   "ADM",
+                                   {{account::kBankCheque, -cost}, {kKinds[4].cost_account, cost}}},
+                                  trailer_on.AddDays(3));
   }
 }
 

@@ -42,6 +42,39 @@ TEST_P(Books, EveryJournalBalances) {
   EXPECT_GT(Db().Number("SELECT Count(*) FROM glTransaction"), 50000);
 }
 
+TEST_P(Books, AssetAccountsFollowTheRegister) {
+  // A category's cost and accumulated depreciation accounts together hold its assets' movements:
+  // purchases, additions, depreciation, disposals and their gains or losses. Revaluations are
+  // the register's alone.
+  struct Case {
+    const char* category;
+    const char* cost;
+    const char* depreciation;
+  } cases[] = {{"PLANT", "3320", "3325"},
+               {"TOOLS", "3330", "3335"},
+               {"OFFICE", "3350", "3355"},
+               {"VEHICLE", "3400", "3405"}};
+  for (const Case& c : cases) {
+    const std::string category = c.category;
+    EXPECT_EQ(Db().Number(std::string("SELECT IfNull(Sum(Value),0) FROM glTransaction WHERE "
+                                      "AccountId IN ('") +
+                          c.cost + "','" + c.depreciation + "')"),
+              Db().Number("SELECT IfNull(Sum(t.Value),0) FROM AssetTransaction t JOIN Asset a ON "
+                          "a.AssetId=t.AssetId WHERE t.Type<>12 AND a.AssetCategoryId='" +
+                          category + "'"))
+        << category;
+  }
+  // Every kind of movement the asset reports print is there at least once.
+  for (const int type : {10, 11, 20, 30, 40}) {
+    EXPECT_GT(
+        Db().Number("SELECT Count(*) FROM AssetTransaction WHERE Type=" + std::to_string(type)), 0)
+        << type;
+  }
+  EXPECT_GT(Db().Number("SELECT Count(*) FROM Asset WHERE Status=5 AND DisposalDate IS NOT NULL"),
+            0);
+  EXPECT_GT(Db().Number("SELECT Count(*) FROM Asset WHERE DepreciationBasis=1"), 0);
+}
+
 TEST_P(Books, ValueRemainingIsWhatAllocationsLeave) {
   // A transaction's remainder is its value, less what it gave as the first of a pair, plus what
   // it took as the second: the rule the ledgers use to wind allocations back.
