@@ -41,13 +41,13 @@
 #include "reports/stock/arItemAdjustment.h"
 #include "reports/stock/arItemList.h"
 #include "reports/stock/arLocationList.h"
-#include "reports/stock/arscStockSheets.h"
 #include "reports/stock/arscItemPriceList.h"
 #include "reports/stock/arscPriceChange.h"
 #include "reports/stock/arscSerialNumberReport.h"
 #include "reports/stock/arscStatusReport.h"
 #include "reports/stock/arscStockOnOrderReport.h"
 #include "reports/stock/arscStockReorderReport.h"
+#include "reports/stock/arscStockSheets.h"
 #include "reports/stock/arscTransactionList.h"
 
 namespace trellin {
