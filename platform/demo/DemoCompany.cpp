@@ -118,6 +118,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteOpenWork(ctx);
     WriteStockExtras(ctx);
     WriteLogs(ctx);
+    WriteImportMessages(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

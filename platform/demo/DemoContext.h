@@ -174,6 +174,8 @@ void WriteBudgets(DemoContext& ctx);
 void WriteOpenWork(DemoContext& ctx);
 void WriteLogs(DemoContext& ctx);
 void WriteControlDifferences(DemoContext& ctx);
+// What the imports, a batch commit and a purge test reported (DemoImports.cpp). No random draw.
+void WriteImportMessages(DemoContext& ctx);
 // The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
 // shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
 void WriteStockExtras(DemoContext& ctx);

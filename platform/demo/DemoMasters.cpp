@@ -202,8 +202,10 @@ void WriteCodeTables(DemoContext& ctx) {
              {{"LOCAL", "Local supplier"}, {"IMPORT", "Importer"}});
   DemoTable terms(db, "PaymentTerm", {"PaymentTermId", "Description"});
   for (const TermInfo& t : kTerms) terms.Insert({t.id, t.description});
-  WriteCodes(db, "PenaltyInterest", "PenaltyInterestId",
-             {{"NONE", "No penalty interest"}, {"STD", "1.5% per month overdue"}});
+  DemoTable penalties(db, "PenaltyInterest",
+                      {"PenaltyInterestId", "Description", "Rate", "GraceDays", "MinimumCharge"});
+  penalties.Insert({"NONE", "No penalty interest", 0.0, 0, std::int64_t{0}});
+  penalties.Insert({"STD", "1.5% per month overdue", 18.0, 7, DemoContext::Dollars(5)});
   WriteCodes(db, "ItemCategory", "ItemCategoryId",
              {{"ENG", "Engines and parts"},
               {"SAFE", "Safety gear"},

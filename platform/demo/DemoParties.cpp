@@ -254,6 +254,11 @@ void WriteParties(DemoContext& ctx) {
     if (p.supplier) ctx.suppliers.push_back(index);
     ctx.parties.push_back(std::move(p));
   }
+  // Trade accounts pay penalty interest on what they leave overdue.
+  Execute(ctx.db,
+          "UPDATE OtherParty SET PenaltyInterestId='STD' WHERE IsCustomer=1 AND "
+          "CustomerCategoryId='TRADE'",
+          "penalty interest");
   ctx.summary.parties = static_cast<std::int64_t>(ctx.parties.size());
 }
 

@@ -202,10 +202,15 @@ CREATE TABLE PaymentTerm (
   Description TEXT COLLATE NOCASE
 );
 
--- PenaltyInterestTypeList; PenaltyInterests parameter.
+-- PenaltyInterestTypeList, PenaltyInterests; PenaltyInterests parameter. Rate is per cent a
+-- year; interest runs on an item once it is GraceDays past due; a customer charged less than
+-- MinimumCharge in a run is charged MinimumCharge.
 CREATE TABLE PenaltyInterest (
   PenaltyInterestId TEXT COLLATE NOCASE PRIMARY KEY,
-  Description TEXT COLLATE NOCASE
+  Description TEXT COLLATE NOCASE,
+  Rate DOUBLE NOT NULL DEFAULT 0,
+  GraceDays INTEGER NOT NULL DEFAULT 0,
+  MinimumCharge MONEY NOT NULL DEFAULT 0
 );
 
 -- ItemCategoryList; ItemCategories parameter and "Item Category" grouping.
@@ -511,7 +516,8 @@ CREATE TABLE OtherParty (
   UserDefined17 TEXT COLLATE NOCASE,
   UserDefined18 TEXT COLLATE NOCASE,
   UserDefined19 TEXT COLLATE NOCASE,
-  UserDefined20 TEXT COLLATE NOCASE
+  UserDefined20 TEXT COLLATE NOCASE,
+  PenaltyInterestId TEXT COLLATE NOCASE REFERENCES PenaltyInterest (PenaltyInterestId)
 );
 
 -- A party's addresses, keyed by a name such as 'Postal' or 'Delivery'. Address holds the
@@ -737,6 +743,25 @@ CREATE TABLE acBatchTransactionLine (
   Value MONEY NOT NULL DEFAULT 0,
   TaxCategory TEXT COLLATE NOCASE,
   TaxValue MONEY NOT NULL DEFAULT 0
+);
+
+-- What an import, a commit of a batch or a purge test reported, line by line. Process is
+-- 'Import', 'Commit' or 'PurgeTest'; RunDate (with time) tells one run from another; acBatchSId
+-- the batch the run made or read, if any. LineNo is the input line, RecordType, RecordKey,
+-- FieldName and FieldValue what was read there. Severity: 1 error, 2 warning, 3 note.
+-- Keys: ErrorsList, CommitList, PurgeTestList.
+CREATE TABLE ImportMessage (
+  ImportMessageId INTEGER PRIMARY KEY,
+  Process TEXT COLLATE NOCASE NOT NULL,
+  RunDate DATE NOT NULL,
+  acBatchSId INTEGER REFERENCES acBatchHeader (acBatchSId),
+  LineNo INTEGER,
+  RecordType TEXT COLLATE NOCASE,
+  RecordKey TEXT COLLATE NOCASE,
+  FieldName TEXT COLLATE NOCASE,
+  FieldValue TEXT COLLATE NOCASE,
+  Severity INTEGER NOT NULL,
+  Message TEXT COLLATE NOCASE
 );
 
 -- A purchase order. Keys: PurchaseOrder, StockOnOrder, StockLevel (arrival date),
@@ -1126,6 +1151,8 @@ CREATE INDEX acBatchTransactionLine_Transaction ON acBatchTransactionLine (acBat
 CREATE INDEX PurchaseOrderLine_Order ON PurchaseOrderLine (PurchaseOrderId);
 CREATE INDEX PurchaseOrderLine_ItemLocation ON PurchaseOrderLine (ItemId, LocationId);
 CREATE INDEX PurchaseOrder_Job ON PurchaseOrder (JobId);
+-- The messages of one process's runs, latest run first: the import, commit and purge lists.
+CREATE INDEX ImportMessage_ProcessRun ON ImportMessage (Process, RunDate);
 -- Stocktake counts joined to item locations.
 CREATE INDEX ItemStocktake_ItemLocation ON ItemStocktake (ItemId, LocationId);
 
