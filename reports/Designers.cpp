@@ -4,10 +4,14 @@
 #include "reports/Designers.h"
 
 #include "reports/admin/arAdminBase.h"
+#include "reports/admin/arCodeLists.h"
+#include "reports/admin/arContactList.h"
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arLog.h"
 #include "reports/admin/arPostcodeList.h"
+#include "reports/admin/arScriptList.h"
+#include "reports/admin/arUserRolePermissionList.h"
 #include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
@@ -106,6 +110,14 @@ constexpr DesignerEntry kDesigners[] = {
     {"arDepartmentList", CreatearDepartmentList},
     {"arLog", CreatearLog},
     {"arPostcodeList", CreatearPostcodeList},
+    {"arPaymentTermList", CreatearPaymentTermList},
+    {"arSupplierCategoryList", CreatearSupplierCategoryList},
+    {"arSupplierTypeList", CreatearSupplierTypeList},
+    {"arItemCategoryList", CreatearItemCategoryList},
+    {"arItemTypeList", CreatearItemTypeList},
+    {"arContactList", CreatearContactList},
+    {"arScriptList", CreatearScriptList},
+    {"arUserRolePermissionList", CreatearUserRolePermissionList},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 // The company's settings, its code tables and its chart of accounts.
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <stdexcept>
 
@@ -40,6 +42,133 @@ void WriteCodes(sqlite3* db, const char* table, const char* id_column,
                 std::initializer_list<Code> codes) {
   DemoTable rows(db, table, {id_column, "Description"});
   for (const Code& code : codes) rows.Insert({code.id, code.description});
+}
+
+// Four roles, seven users (one gone), and what each role may do with the functions of eight
+// areas: every role has a row for every function, a row of no ticks where it may do nothing.
+// Four layout scripts, one of them switched off.
+void WriteUsersAndScripts(sqlite3* db, Date present) {
+  DemoTable roles(db, "UserRole", {"RoleId", "Description"});
+  constexpr const char* kRoles[][2] = {{"ADMIN", "Administrator"},
+                                       {"ACCOUNTS", "Accounts staff"},
+                                       {"SALES", "Sales staff"},
+                                       {"WORKSHOP", "Workshop staff"}};
+  for (const auto& role : kRoles) roles.Insert({role[0], role[1]});
+  DemoTable users(db, "UserAccount",
+                  {"UserId", "Name", "RoleId", "EmployeeId", "Active", "LastLogin"});
+  struct User {
+    const char* id;
+    const char* name;
+    const char* role;
+    const char* employee;
+    bool active;
+    int days_ago;
+  };
+  constexpr User kUsers[] = {
+      {"mere", "Mere Walker", "ADMIN", "MW", true, 0},
+      {"anna", "Anna Petrovic", "ACCOUNTS", "AP", true, 1},
+      {"james", "James Sutherland", "SALES", "JS", true, 2},
+      {"lucy", "Lucy Brennan", "SALES", "LB", true, 0},
+      {"raj", "Raj Hegde", "SALES", "RH", true, 5},
+      {"tama", "Tama Kereama", "WORKSHOP", "TK", true, 1},
+      {"sam", "Sam Fale", "WORKSHOP", "SF", false, 240},
+  };
+  for (const User& u : kUsers) {
+    users.Insert({u.id, u.name, u.role, u.employee, u.active, present.AddDays(-u.days_ago)});
+  }
+  struct Function {
+    const char* area;
+    const char* name;
+  };
+  constexpr Function kFunctions[] = {
+      {"General Ledger", "Accounts"},
+      {"General Ledger", "Journals"},
+      {"General Ledger", "Budgets"},
+      {"General Ledger", "Financial Reports"},
+      {"Banking", "Bank Accounts"},
+      {"Banking", "Bank Entries"},
+      {"Banking", "Reconciliation"},
+      {"Receivables", "Customers"},
+      {"Receivables", "Invoices"},
+      {"Receivables", "Receipts"},
+      {"Receivables", "Statements"},
+      {"Payables", "Suppliers"},
+      {"Payables", "Bills"},
+      {"Payables", "Payments"},
+      {"Payables", "Purchase Orders"},
+      {"Stock", "Items"},
+      {"Stock", "Adjustments"},
+      {"Stock", "Stocktakes"},
+      {"Stock", "Price Changes"},
+      {"Jobs", "Jobs"},
+      {"Jobs", "Job Costs"},
+      {"Jobs", "Job Invoicing"},
+      {"Assets", "Assets"},
+      {"Assets", "Depreciation"},
+      {"Assets", "Disposals"},
+      {"Administration", "Users and Roles"},
+      {"Administration", "Company Settings"},
+      {"Administration", "Scripts"},
+      {"Administration", "Contacts"},
+      {"Administration", "Period End"},
+  };
+  // A role's rights in an area as five ticks: view, add, edit, delete, print. An area the row
+  // does not name is closed to the role.
+  struct Grant {
+    const char* role;
+    const char* area;  // "*" every area
+    bool ticks[5];
+  };
+  constexpr Grant kGrants[] = {
+      {"ADMIN", "*", {true, true, true, true, true}},
+      {"ACCOUNTS", "General Ledger", {true, true, true, false, true}},
+      {"ACCOUNTS", "Banking", {true, true, true, false, true}},
+      {"ACCOUNTS", "Receivables", {true, true, true, true, true}},
+      {"ACCOUNTS", "Payables", {true, true, true, true, true}},
+      {"ACCOUNTS", "Stock", {true, false, false, false, true}},
+      {"ACCOUNTS", "Assets", {true, true, true, false, true}},
+      {"SALES", "Receivables", {true, true, true, false, true}},
+      {"SALES", "Stock", {true, false, false, false, true}},
+      {"SALES", "Jobs", {true, false, false, false, false}},
+      {"WORKSHOP", "Jobs", {true, true, true, false, true}},
+      {"WORKSHOP", "Stock", {true, true, true, false, false}},
+      {"WORKSHOP", "Assets", {true, false, false, false, false}},
+  };
+  DemoTable permissions(
+      db, "UserRolePermission",
+      {"RoleId", "Area", "FunctionName", "CanView", "CanAdd", "CanEdit", "CanDelete", "CanPrint"});
+  for (const auto& role : kRoles) {
+    for (const Function& f : kFunctions) {
+      bool ticks[5] = {};
+      for (const Grant& g : kGrants) {
+        if (std::string_view(g.role) != role[0]) continue;
+        if (std::string_view(g.area) != "*" && std::string_view(g.area) != f.area) continue;
+        std::copy(std::begin(g.ticks), std::end(g.ticks), ticks);
+      }
+      permissions.Insert(
+          {role[0], f.area, f.name, ticks[0], ticks[1], ticks[2], ticks[3], ticks[4]});
+    }
+  }
+  DemoTable scripts(db, "Script",
+                    {"ScriptId", "Description", "RunsOn", "Language", "Active", "Modified",
+                     "ModifiedBy", "Body"});
+  scripts.Insert({"OVERDUE", "Overdue stamp on statements", "StatementAR", "Lua", true,
+                  present.AddDays(-40), "anna",
+                  "-- Stamp a statement whose oldest balance is over 60 days.\n"
+                  "if rpt.Fields.Over60 > 0 then\n"
+                  "  rpt.Controls.lblStamp.Visible = true\n"
+                  "end"});
+  scripts.Insert({"PAYREF", "Payment reference on invoices", "InvoiceAR", "Lua", true,
+                  present.AddDays(-120), "mere",
+                  "-- Print the customer code as the payment reference.\n"
+                  "rpt.Controls.txtPayRef.Text = rpt.Fields.OtherPartyId"});
+  scripts.Insert({"SHADE", "Shade stock below reorder level", "StockReorder", "Lua", true,
+                  present.AddDays(-15), "tama",
+                  "-- Shade a line whose stock is under its reorder level.\n"
+                  "local short = rpt.Fields.OnHand < rpt.Fields.ReorderLevel\n"
+                  "rpt.Sections.Detail.BackStyle = short and 1 or 0"});
+  scripts.Insert({"OLDLOGO", "Old logo on remittances", "RemittanceAP", "Lua", false,
+                  present.AddDays(-700), "mere", "rpt.Controls.imgLogo.Visible = false"});
 }
 
 }  // namespace
@@ -182,12 +311,27 @@ void WriteCodeTables(DemoContext& ctx) {
                       p.reports_to == nullptr ? Cell(Cell::Null{}) : Cell(p.reports_to)});
     if (p.active) ctx.employees.emplace_back(p.id);
   }
-  DemoTable contacts(db, "Contact", {"ContactId", "LastName", "FirstName"});
-  constexpr const char* kContactNames[][2] = {{"Harris", "Jo"},    {"Ngata", "Wiremu"},
-                                              {"Chen", "Lily"},    {"Mason", "Pete"},
-                                              {"Taylor", "Grace"}, {"Singh", "Arjun"}};
+  // The people the company deals with at its trade parties; WriteParties ties each to its party.
+  DemoTable contacts(
+      db, "Contact",
+      {"ContactId", "LastName", "FirstName", "Position", "Phone", "Mobile", "Email"});
+  constexpr const char* kContacts[][3] = {{"Harris", "Jo", "Owner"},
+                                          {"Ngata", "Wiremu", "Accounts Payable"},
+                                          {"Chen", "Lily", "Purchasing"},
+                                          {"Mason", "Pete", "Marina Manager"},
+                                          {"Taylor", "Grace", "Office Manager"},
+                                          {"Singh", "Arjun", "Sales Representative"}};
   int contact_id = 1;
-  for (const auto& c : kContactNames) contacts.Insert({contact_id++, c[0], c[1]});
+  for (const auto& c : kContacts) {
+    std::string mail = std::string(c[1]) + "." + c[0] + "@example.com";
+    std::transform(mail.begin(), mail.end(), mail.begin(),
+                   [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
+    const std::string number = std::to_string(contact_id);
+    contacts.Insert(
+        {contact_id, c[0], c[1], c[2], "09 555 020" + number, "021 555 030" + number, mail});
+    ++contact_id;
+  }
+  WriteUsersAndScripts(db, ctx.calendar.Present());
 
   WriteCodes(db, "CustomerCategory", "CustomerCategoryId",
              {{"RETAIL", "Retail customers"},
@@ -200,8 +344,8 @@ void WriteCodeTables(DemoContext& ctx) {
              {{"STOCK", "Stock suppliers"}, {"SERV", "Services"}, {"UTIL", "Utilities"}});
   WriteCodes(db, "SupplierType", "SupplierTypeId",
              {{"LOCAL", "Local supplier"}, {"IMPORT", "Importer"}});
-  DemoTable terms(db, "PaymentTerm", {"PaymentTermId", "Description"});
-  for (const TermInfo& t : kTerms) terms.Insert({t.id, t.description});
+  DemoTable terms(db, "PaymentTerm", {"PaymentTermId", "Description", "Days", "FollowingMonth"});
+  for (const TermInfo& t : kTerms) terms.Insert({t.id, t.description, t.days, t.following_month});
   DemoTable penalties(db, "PenaltyInterest",
                       {"PenaltyInterestId", "Description", "Rate", "GraceDays", "MinimumCharge"});
   penalties.Insert({"NONE", "No penalty interest", 0.0, 0, std::int64_t{0}});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <map>
 
 #include "platform/demo/DemoChart.h"
@@ -260,6 +261,24 @@ void WriteParties(DemoContext& ctx) {
           "CustomerCategoryId='TRADE'",
           "penalty interest");
   ctx.summary.parties = static_cast<std::int64_t>(ctx.parties.size());
+  // The contacts work for the first business parties: the first two for one customer, the next
+  // three for one customer each, the last for the first supplier that buys nothing.
+  constexpr const char* kTieContacts =
+      "UPDATE Contact SET OtherPartyId = (SELECT OtherPartyId FROM OtherParty WHERE %s ORDER BY "
+      "rowid LIMIT 1 OFFSET %d) WHERE ContactId = %d";
+  struct Tie {
+    const char* parties;
+    int offset;
+  };
+  constexpr Tie kTies[] = {{"Type = 'Business'", 0}, {"Type = 'Business'", 0},
+                           {"Type = 'Business'", 1}, {"Type = 'Business'", 2},
+                           {"Type = 'Business'", 3}, {"IsCustomer = 0", 0}};
+  int contact = 1;
+  for (const Tie& tie : kTies) {
+    char sql[256];
+    std::snprintf(sql, sizeof sql, kTieContacts, tie.parties, tie.offset, contact++);
+    Execute(ctx.db, sql, "tie the contacts to their parties");
+  }
 }
 
 static void WriteSpecialPrices(DemoContext& ctx);

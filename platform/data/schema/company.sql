@@ -148,12 +148,61 @@ CREATE TABLE Employee (
 );
 
 -- Contacts parameter; OtherPartyLog, LogAR, LogAP ("Contact" grouping, contact names in the
--- full notes). ContactId is numeric: the Contacts filter is built as a number. No Date column:
--- the notes' date conditions are unqualified in the log query that joins Contact.
+-- full notes); ContactList, ContactDetailsList, ContactLabels. ContactId is numeric: the Contacts
+-- filter is built as a number. OtherPartyId is the party the person works for.
+-- Checked names: no Date, ActionDate, CompleteDate, Subject, Notes, Document or Name: the notes'
+-- query joins Contact and names those bare.
 CREATE TABLE Contact (
   ContactId INTEGER PRIMARY KEY,
   LastName TEXT COLLATE NOCASE,
-  FirstName TEXT COLLATE NOCASE
+  FirstName TEXT COLLATE NOCASE,
+  OtherPartyId TEXT COLLATE NOCASE REFERENCES OtherParty (OtherPartyId),
+  Position TEXT COLLATE NOCASE,
+  Phone TEXT COLLATE NOCASE,
+  Mobile TEXT COLLATE NOCASE,
+  Email TEXT COLLATE NOCASE
+);
+
+-- ScriptList: the layout scripts the company keeps. RunsOn names the report key a script runs
+-- on, Language its language, Body its text; Modified and ModifiedBy the last change.
+CREATE TABLE Script (
+  ScriptId TEXT COLLATE NOCASE PRIMARY KEY,
+  Description TEXT COLLATE NOCASE,
+  RunsOn TEXT COLLATE NOCASE,
+  Language TEXT COLLATE NOCASE,
+  Active BOOLEAN NOT NULL DEFAULT 1,
+  Modified DATE,
+  ModifiedBy TEXT COLLATE NOCASE,
+  Body TEXT COLLATE NOCASE
+);
+
+-- UserRolePermissionList: the roles, the users who hold them and what each role may do with
+-- each function of an area. A role with no row for a function may not use it.
+-- Checked names: UserAccount's Name and Active are qualified wherever Employee joins it.
+CREATE TABLE UserRole (
+  RoleId TEXT COLLATE NOCASE PRIMARY KEY,
+  Description TEXT COLLATE NOCASE
+);
+
+CREATE TABLE UserAccount (
+  UserId TEXT COLLATE NOCASE PRIMARY KEY,
+  Name TEXT COLLATE NOCASE,
+  RoleId TEXT COLLATE NOCASE REFERENCES UserRole (RoleId),
+  EmployeeId TEXT COLLATE NOCASE REFERENCES Employee (EmployeeId),
+  Active BOOLEAN NOT NULL DEFAULT 1,
+  LastLogin DATE
+);
+
+CREATE TABLE UserRolePermission (
+  RoleId TEXT COLLATE NOCASE NOT NULL REFERENCES UserRole (RoleId),
+  Area TEXT COLLATE NOCASE NOT NULL,
+  FunctionName TEXT COLLATE NOCASE NOT NULL,
+  CanView BOOLEAN NOT NULL DEFAULT 0,
+  CanAdd BOOLEAN NOT NULL DEFAULT 0,
+  CanEdit BOOLEAN NOT NULL DEFAULT 0,
+  CanDelete BOOLEAN NOT NULL DEFAULT 0,
+  CanPrint BOOLEAN NOT NULL DEFAULT 0,
+  PRIMARY KEY (RoleId, Area, FunctionName)
 );
 
 -- CustomerCategoryList; CustomerCategories parameter and "Customer Category" grouping.
@@ -196,10 +245,13 @@ CREATE TABLE SupplierType (
 );
 
 -- PaymentTermList; PaymentTerms, CustomerPaymentTerms, SupplierPaymentTerms parameters and the
--- payment term groupings.
+-- payment term groupings. A document falls due Days after its date, or with FollowingMonth on
+-- that day of the month following; nought days is on delivery.
 CREATE TABLE PaymentTerm (
   PaymentTermId TEXT COLLATE NOCASE PRIMARY KEY,
-  Description TEXT COLLATE NOCASE
+  Description TEXT COLLATE NOCASE,
+  Days INTEGER NOT NULL DEFAULT 0,
+  FollowingMonth BOOLEAN NOT NULL DEFAULT 0
 );
 
 -- PenaltyInterestTypeList, PenaltyInterests; PenaltyInterests parameter. Rate is per cent a

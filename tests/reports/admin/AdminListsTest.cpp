@@ -1,0 +1,165 @@
+// The code lists, the contact and script lists and the role permission list end to end on the
+// demo company: golden page dumps read against what each list must print, and the checks that
+// tie a printed figure or tick to the rows behind it.
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <map>
+#include <sstream>
+#include <tuple>
+
+#include "platform/runtime/Strings.h"
+#include "reports/admin/arCodeLists.h"
+#include "reports/admin/arScriptList.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class AdminCodeLists : public DemoReports {};
+
+TEST_F(AdminCodeLists, PageDumps) {
+  const struct {
+    const char* name;
+    const char* key;
+    std::vector<std::string> assignments;
+  } cases[] = {
+      {"PaymentTermList", "PaymentTermList", {}},
+      {"PaymentTermList-description", "PaymentTermList", {"OrderBy=Description"}},
+      {"SupplierCategoryList", "SupplierCategoryList", {}},
+      {"SupplierTypeList", "SupplierTypeList", {"OrderBy=Description"}},
+      {"ItemCategoryList", "ItemCategoryList", {}},
+      {"ItemTypeList", "ItemTypeList", {"ItemTypes=BATCH..MISC"}},
+      {"ContactList", "ContactList", {}},
+      {"ContactList-by-party", "ContactList", {"OrderBy=Party", "Groupings=Other Party"}},
+      {"ScriptList", "ScriptList", {}},
+      {"ScriptList-text", "ScriptList", {"ShowScriptText=True", "ActiveOnly=True"}},
+      {"UserRolePermissionList", "UserRolePermissionList", {}},
+      {"UserRolePermissionList-denied",
+       "UserRolePermissionList",
+       {"ShowDenied=True", "Users=sam", "Areas=Jobs,Stock", "NewPagePerRole=True"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    ExpectGolden("admin", c.name, Join(pages, "\n"));
+  }
+}
+
+TEST(PaymentTermDue, SaysWhenADocumentFallsDue) {
+  const struct {
+    long days;
+    bool following;
+    const char* due;
+  } cases[] = {
+      {20, true, "20th of the month following"},
+      {1, true, "1st of the month following"},
+      {2, true, "2nd of the month following"},
+      {3, true, "3rd of the month following"},
+      {11, true, "11th of the month following"},
+      {22, true, "22nd of the month following"},
+      {7, false, "7 days"},
+      {1, false, "1 day"},
+      {0, false, "On delivery"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(PaymentTermDue(c.days, c.following), c.due) << c.days << " " << c.following;
+  }
+}
+
+TEST(ScriptLineCount, CountsALastLineWithoutABreak) {
+  EXPECT_EQ(ScriptLineCount(""), 0);
+  EXPECT_EQ(ScriptLineCount("a"), 1);
+  EXPECT_EQ(ScriptLineCount("a\nb"), 2);
+  EXPECT_EQ(ScriptLineCount("a\nb\n"), 2);
+}
+
+// Reads rows of the demo company as text, tab-separated.
+std::vector<std::string> DemoRows(const std::string& sql) {
+  sqlite3* db = nullptr;
+  std::vector<std::string> rows;
+  if (sqlite3_open_v2(DemoCompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+    ADD_FAILURE() << "cannot open the demo company";
+    return rows;
+  }
+  sqlite3_stmt* stmt = nullptr;
+  sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr);
+  while (sqlite3_step(stmt) == SQLITE_ROW) {
+    std::string row;
+    for (int i = 0; i < sqlite3_column_count(stmt); ++i) {
+      const unsigned char* text = sqlite3_column_text(stmt, i);
+      row += (i == 0 ? "" : "\t") + std::string(text ? reinterpret_cast<const char*>(text) : "");
+    }
+    rows.push_back(row);
+  }
+  sqlite3_finalize(stmt);
+  sqlite3_close(db);
+  return rows;
+}
+
+// The value a dump line gives control `name`: `name=VALUE "text"`; "" when absent.
+std::string DumpValue(const std::string& line, const std::string& name) {
+  const std::string tag = " " + name + "=";
+  const std::size_t at = line.find(tag);
+  if (at == std::string::npos) return {};
+  const std::size_t from = at + tag.size();
+  if (line[from] == '"') return line.substr(from + 1, line.find('"', from + 1) - from - 1);
+  return line.substr(from, line.find(' ', from) - from);
+}
+
+TEST_F(AdminCodeLists, EachDemoPaymentTermPrintsItsDueRule) {
+  const std::string dump = Join(RunPages(Open("PaymentTermList", {})), "\n");
+  for (const std::string& row :
+       DemoRows("SELECT PaymentTermId,Days,FollowingMonth FROM PaymentTerm ORDER BY 1")) {
+    std::istringstream fields(row);
+    std::string id, days, following;
+    std::getline(fields, id, '\t');
+    std::getline(fields, days, '\t');
+    std::getline(fields, following, '\t');
+    const std::string due = PaymentTermDue(std::stol(days), following == "1");
+    bool found = false;
+    std::istringstream lines(dump);
+    for (std::string line; std::getline(lines, line);) {
+      if (line.find("\"" + id + "\"") != std::string::npos &&
+          line.find("\"" + due + "\"") != std::string::npos) {
+        found = true;
+      }
+    }
+    EXPECT_TRUE(found) << id << " should print \"" << due << "\"\n" << dump;
+  }
+}
+
+// With the denied functions shown, every permission row prints once, under its role and area,
+// with its five ticks as stored.
+TEST_F(AdminCodeLists, TicksMatchThePermissionRows) {
+  const std::string dump =
+      Join(RunPages(Open("UserRolePermissionList", {"ShowDenied=True", "ShowUsers=False"})), "\n");
+  std::map<std::string, std::string> printed;  // role, area, function -> the ticks
+  std::string role, area;
+  std::istringstream lines(dump);
+  for (std::string line; std::getline(lines, line);) {
+    if (const std::string r = DumpValue(line, "txtRoleId"); !r.empty()) role = r;
+    if (const std::string a = DumpValue(line, "txtArea"); !a.empty()) area = a;
+    const std::string function = DumpValue(line, "txtFunction");
+    if (function.empty()) continue;
+    std::string ticks;
+    for (const char* name : {"chkView", "chkAdd", "chkEdit", "chkDelete", "chkPrint"}) {
+      ticks += DumpValue(line, name) == "True" ? "1" : "0";
+    }
+    EXPECT_TRUE(printed.emplace(role + "\t" + area + "\t" + function, ticks).second) << line;
+  }
+  const std::vector<std::string> rows = DemoRows(
+      "SELECT RoleId,Area,FunctionName,CanView||CanAdd||CanEdit||CanDelete||CanPrint "
+      "FROM UserRolePermission");
+  ASSERT_EQ(printed.size(), rows.size());
+  for (const std::string& row : rows) {
+    const std::size_t last = row.rfind('\t');
+    EXPECT_EQ(printed[row.substr(0, last)], row.substr(last + 1)) << row;
+  }
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
