@@ -36,7 +36,9 @@
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/arcrRemittance.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
+#include "reports/receivables/ardsImportErrorsList.h"
 #include "reports/receivables/ardsStatement.h"
+#include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrControlReport.h"
 #include "reports/receivables/ardscrLedger.h"
@@ -85,6 +87,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsStatement", CreateardsStatement},
     {"arcrRemittance", CreatearcrRemittance},
     {"ardsDirectCreditSchedule", CreateardsDirectCreditSchedule},
+    {"ardsImportErrorsList", CreateardsImportErrorsList},
+    {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},

@@ -129,7 +129,7 @@ std::string arcrRemittance::AddressOf(const std::string& party) {
   for (const char* name : {"City", "State", "PostCode", "Country"}) {
     if (std::string part = TextOf(*rs, name); !part.empty()) parts.push_back(part);
   }
-  return Join(parts, kLineBreak);
+  return Join(parts, "\r\n");
 }
 
 }  // namespace trellin
