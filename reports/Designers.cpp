@@ -8,7 +8,9 @@
 #include "reports/admin/arContactList.h"
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
+#include "reports/admin/arGridContent.h"
 #include "reports/admin/arLog.h"
+#include "reports/admin/arOtherPartyList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/admin/arScriptList.h"
 #include "reports/admin/arUserRolePermissionList.h"
@@ -115,6 +117,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arLog", CreatearLog},
     {"arPostcodeList", CreatearPostcodeList},
     {"arPaymentTermList", CreatearPaymentTermList},
+    {"arPenaltyInterestList", CreatearPenaltyInterestList},
     {"arSupplierCategoryList", CreatearSupplierCategoryList},
     {"arSupplierTypeList", CreatearSupplierTypeList},
     {"arItemCategoryList", CreatearItemCategoryList},
@@ -122,6 +125,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arContactList", CreatearContactList},
     {"arScriptList", CreatearScriptList},
     {"arUserRolePermissionList", CreatearUserRolePermissionList},
+    {"arOtherPartyList", CreatearOtherPartyList},
+    {"arGridContent", CreatearGridContent},
 };
 
 }  // namespace

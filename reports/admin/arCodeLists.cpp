@@ -10,6 +10,8 @@ namespace {
 
 constexpr ListOrder kTermOrders[] = {{"Code", "PaymentTermId"},
                                      {"Description", "Description,PaymentTermId"}};
+constexpr ListOrder kPenaltyOrders[] = {{"Code", "PenaltyInterestId"},
+                                        {"Description", "Description,PenaltyInterestId"}};
 constexpr ListOrder kSupplierCategoryOrders[] = {{"Code", "SupplierCategoryId"},
                                                  {"Description", "Description,SupplierCategoryId"}};
 constexpr ListOrder kSupplierTypeOrders[] = {{"Code", "SupplierTypeId"},
@@ -23,6 +25,8 @@ constexpr ListOrder kItemTypeOrders[] = {{"Code", "ItemTypeId"},
 // the row's field is the customer's term.
 constexpr ListParameter kTermParameters[] = {
     {.kind = ListParameterKind::Standard, .field = "PaymentTermId", .index = 12, .primary = true}};
+constexpr ListParameter kPenaltyParameters[] = {
+    {.kind = ListParameterKind::Standard, .index = 29, .primary = true}};
 constexpr ListParameter kSupplierCategoryParameters[] = {
     {.kind = ListParameterKind::Standard, .index = 34, .primary = true}};
 constexpr ListParameter kSupplierTypeParameters[] = {
@@ -39,6 +43,14 @@ constexpr ListColumn kTermColumns[] = {
     {"Due", "Due", kColumnText, "Due", "", 2600, false},
     {"Customers", "Customers", kColumnNumber, "Customers", "", 1100, false, "#,##0"},
     {"Suppliers", "Suppliers", kColumnNumber, "Suppliers", "", 1100, false, "#,##0"},
+};
+constexpr ListColumn kPenaltyColumns[] = {
+    {"Code", "PenaltyInterestId", kColumnText, "Code", "", 1200, false},
+    {"Description", "Description", kColumnText, "Description", "", 3400, false},
+    {"Rate", "Rate", kColumnNumber, "Rate %", "", 900, false, "0.00"},
+    {"GraceDays", "GraceDays", kColumnNumber, "Grace Days", "Grace", 1000, false, "#,##0"},
+    {"Minimum", "MinimumCharge", kColumnMoney, "Minimum", "", 1200, false},
+    {"Customers", "Customers", kColumnNumber, "Customers", "", 1100, false, "#,##0"},
 };
 constexpr ListColumn kSupplierCategoryColumns[] = {
     {"Code", "SupplierCategoryId", kColumnText, "Code", "", 1200, false},
@@ -70,6 +82,12 @@ constexpr ListKey kCodeKeys[] = {
                  "OtherParty.SupplierPayTermId=PaymentTerm.PaymentTermId) AS Suppliers "
                  "FROM PaymentTerm",
      .orders = kTermOrders, .parameters = kTermParameters, .columns = kTermColumns},
+    {.key = "PenaltyInterestTypeList",
+     .base_sql = "SELECT PenaltyInterestId,Description,Rate,GraceDays,MinimumCharge,"
+                 "(SELECT Count(*) FROM OtherParty WHERE OtherParty.IsCustomer=True AND "
+                 "OtherParty.PenaltyInterestId=PenaltyInterest.PenaltyInterestId) AS Customers "
+                 "FROM PenaltyInterest",
+     .orders = kPenaltyOrders, .parameters = kPenaltyParameters, .columns = kPenaltyColumns},
     {.key = "SupplierCategoryList",
      .base_sql = "SELECT SupplierCategoryId,Description,(SELECT Count(*) FROM OtherParty WHERE "
                  "OtherParty.IsSupplier=True AND OtherParty.SupplierCategoryId="
@@ -120,7 +138,7 @@ void arCodeList::RefreshDataColumns() {
   ListDesigner::RefreshDataColumns();
   DataColumns& columns = TLReport()->DataColumns();
   for (const ListColumn& c : Key().columns) {
-    if (c.kind == kColumnNumber) columns.Item(c.name).Totalled = false;
+    if (c.kind == kColumnNumber || c.kind == kColumnMoney) columns.Item(c.name).Totalled = false;
   }
 }
 
@@ -138,6 +156,9 @@ void arCodeList::ActiveReport_FetchData(bool&) {
 }
 
 DesignerPtr CreatearPaymentTermList() { return std::make_shared<arCodeList>("arPaymentTermList"); }
+DesignerPtr CreatearPenaltyInterestList() {
+  return std::make_shared<arCodeList>("arPenaltyInterestList");
+}
 DesignerPtr CreatearSupplierCategoryList() {
   return std::make_shared<arCodeList>("arSupplierCategoryList");
 }

@@ -1,8 +1,8 @@
 #pragma once
-// The code lists: payment terms, supplier categories and types, item categories and types. Each
-// is a column list on the list base, one designer class made under each list's own name: a
-// code, its description, and how many parties or items use it; payment terms also say when a
-// document falls due.
+// The code lists: payment terms, penalty interest types, supplier categories and types, item
+// categories and types. Each is a column list on the list base, one designer class made under each
+// list's own name: a code, its description, and how many parties or items use it; payment terms
+// also say when a document falls due.
 
 #include <string>
 
@@ -20,13 +20,14 @@ class arCodeList : public ListDesigner {
   // `designer_name` is one of the catalogue's names for the code lists.
   explicit arCodeList(std::string designer_name);
 
-  // The counts of users of each code are not totalled: a list of codes has no total.
+  // Neither counts nor charges are totalled: a list of codes has no total.
   void RefreshDataColumns() override;
   void ActiveReport_DataInitialize() override;
   void ActiveReport_FetchData(bool& eof) override;
 };
 
 [[nodiscard]] DesignerPtr CreatearPaymentTermList();
+[[nodiscard]] DesignerPtr CreatearPenaltyInterestList();
 [[nodiscard]] DesignerPtr CreatearSupplierCategoryList();
 [[nodiscard]] DesignerPtr CreatearSupplierTypeList();
 [[nodiscard]] DesignerPtr CreatearItemCategoryList();

@@ -6,11 +6,15 @@
 #include <sqlite3.h>
 
 #include <map>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <tuple>
 
 #include "platform/runtime/Strings.h"
 #include "reports/admin/arCodeLists.h"
+#include "reports/admin/arGridContent.h"
+#include "reports/admin/arOtherPartyList.h"
 #include "reports/admin/arScriptList.h"
 #include "tests/reports/ReportFixture.h"
 
@@ -27,6 +31,7 @@ TEST_F(AdminCodeLists, PageDumps) {
   } cases[] = {
       {"PaymentTermList", "PaymentTermList", {}},
       {"PaymentTermList-description", "PaymentTermList", {"OrderBy=Description"}},
+      {"PenaltyInterestTypeList", "PenaltyInterestTypeList", {}},
       {"SupplierCategoryList", "SupplierCategoryList", {}},
       {"SupplierTypeList", "SupplierTypeList", {"OrderBy=Description"}},
       {"ItemCategoryList", "ItemCategoryList", {}},
@@ -159,6 +164,107 @@ TEST_F(AdminCodeLists, TicksMatchThePermissionRows) {
     const std::size_t last = row.rfind('\t');
     EXPECT_EQ(printed[row.substr(0, last)], row.substr(last + 1)) << row;
   }
+}
+
+TEST_F(AdminCodeLists, PartyListPageDumps) {
+  const struct {
+    const char* name;
+    const char* key;
+    std::vector<std::string> assignments;
+  } cases[] = {
+      {"CustomerList", "CustomerList", {"Customers=A..C"}},
+      {"CustomerList-balances-by-category",
+       "CustomerList",
+       {"Columns=Code,Name,Category,Terms,CreditLimit,Status,Balance",
+        "Groupings=Customer Category", "DateAsAt=2025-06-30", "CustomerCategories=EXPORT..MARINA"}},
+      {"SupplierList", "SupplierList", {"OrderBy=Name", "SupplierCategories=SERV"}},
+      {"OtherPartyList-by-type",
+       "OtherPartyList",
+       {"Groupings=Other Party Type", "Columns=Code,Name,Type,Customer,Supplier,Receivable,Payable",
+        "OtherParties=H..HZ"}},
+      {"GridContent",
+       "GridContent",
+       {"GridTitle=Open invoices",
+        "GridSQL=SELECT TOP 12 TransactionId,Reference,[Date],Value,"
+        "Held FROM Transactions WHERE Type=30 ORDER BY TransactionId"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
+    ExpectGolden("admin", c.name, Join(pages, "\n"));
+  }
+}
+
+// The total of what a side's parties owe or are owed as at a date is the ledger's closing total
+// for its outstanding items on that date.
+TEST_F(AdminCodeLists, BalanceTotalIsTheLedgersClosingTotal) {
+  // A past month end: what is open today is rebuilt back to it on both sides of the check.
+  const std::string as_at = "DateAsAt=2025-06-30";
+  const std::string ledger = Join(RunPages(Open("LedgerAR", {"Period=Outstanding", as_at})), "\n");
+  const std::string list =
+      Join(RunPages(Open("CustomerList", {"Columns=Code,Balance", as_at})), "\n");
+  std::smatch ledger_total, list_total;
+  ASSERT_TRUE(std::regex_search(ledger, ledger_total, std::regex(R"(rfBalance=(\S+)@)")));
+  ASSERT_TRUE(
+      std::regex_search(list, list_total, std::regex(R"(ReportFooterSummaryBalance=(\S+)@)")));
+  EXPECT_EQ(list_total[1].str(), ledger_total[1].str());
+}
+
+// Addresses keeps exactly the parties that have an address of that kind.
+TEST_F(AdminCodeLists, AnAddressesFilterKeepsOnlyPartiesWithThatAddress) {
+  const std::string dump =
+      Join(RunPages(Open("OtherPartyList", {"Addresses=Delivery", "Columns=Code,Name"})), "\n");
+  std::set<std::string> printed;
+  for (const std::string& code : TextsOf(dump, "txtCode")) printed.insert(code);
+  std::set<std::string> expected;
+  for (const std::string& code :
+       DemoRows("SELECT OtherPartyId FROM OtherPartyAddress WHERE AddressId='Delivery'")) {
+    expected.insert(code);
+  }
+  EXPECT_FALSE(expected.empty());
+  EXPECT_EQ(printed, expected);
+}
+
+TEST(CreditStatusName, NamesTheFiveStatuses) {
+  EXPECT_EQ(CreditStatusName(Variant(1)), "None");
+  EXPECT_EQ(CreditStatusName(Variant(3)), "Caution");
+  EXPECT_EQ(CreditStatusName(Variant(5)), "Adverse");
+  EXPECT_EQ(CreditStatusName(Variant(0)), "");
+  EXPECT_EQ(CreditStatusName(Variant::Null()), "");
+}
+
+TEST(GridSQLRefusal, RunsOneSelectThatReadsAndRefusesTheRest) {
+  const struct {
+    const char* sql;
+    const char* refusal;  // "" when the query runs
+  } cases[] = {
+      {"SELECT * FROM Item", ""},
+      {"  select ItemId FROM Item;  ", ""},
+      // Words inside quotes and brackets are data, not statements.
+      {"SELECT 'x; DELETE' AS [Update] FROM Item", ""},
+      {"UPDATE Item SET Description='x'",
+       "The grid's query must be a SELECT: it starts with UPDATE."},
+      {"SELECT * FROM Item; DELETE FROM Item",
+       "The grid's query must be one statement: it holds more than one."},
+      {"SELECT * FROM Item;;", "The grid's query must be one statement: it holds more than one."},
+      {"SELECT * INTO Copy FROM Item", "The grid's query may only read: it holds INTO."},
+      {"", "The grid gave no query to print."},
+  };
+  for (const auto& c : cases) {
+    const std::optional<std::string> refusal = GridSQLRefusal(c.sql);
+    EXPECT_EQ(refusal.value_or(""), c.refusal) << c.sql;
+  }
+}
+
+TEST_F(AdminCodeLists, GridContentRefusesAnUpdateWithItsMessage) {
+  const std::vector<std::string> pages =
+      RunPages(Open("GridContent", {"GridSQL=UPDATE Item SET Active=False"}));
+  ASSERT_FALSE(pages.empty());
+  EXPECT_NE(pages.back().find("The grid's query must be a SELECT: it starts with UPDATE."),
+            std::string::npos)
+      << pages.back();
 }
 
 }  // namespace
