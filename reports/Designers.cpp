@@ -5,9 +5,11 @@
 
 #include "reports/admin/arAdminBase.h"
 #include "reports/admin/arCodeLists.h"
+#include "reports/admin/arContactDetailList.h"
 #include "reports/admin/arContactList.h"
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
+#include "reports/admin/arDocumentList.h"
 #include "reports/admin/arGridContent.h"
 #include "reports/admin/arLog.h"
 #include "reports/admin/arOtherPartyList.h"
@@ -127,6 +129,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arUserRolePermissionList", CreatearUserRolePermissionList},
     {"arOtherPartyList", CreatearOtherPartyList},
     {"arGridContent", CreatearGridContent},
+    {"arDocumentList", CreatearDocumentList},
+    {"arContactDetailList", CreatearContactDetailList},
 };
 
 }  // namespace
