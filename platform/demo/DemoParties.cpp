@@ -236,8 +236,13 @@ void WriteParties(DemoContext& ctx) {
                         : Cell(Cell::Null{})});
     const std::string city =
         p.location == "MAIN" ? ctx.facts.branches[0][1] : ctx.facts.branches[1][1];
-    addresses.Insert({p.id, "Postal", "PO Box " + std::to_string(100 + r.Below(9000)), city,
-                      OrNull(ctx.facts.state), std::to_string(1000 + r.Below(8000)),
+    // The tenth supplier gives only its street address, so a remittance to it prints none.
+    const bool street_only = p.supplier && ctx.suppliers.size() == 9;
+    const std::int64_t box = 100 + r.Below(9000);
+    addresses.Insert({p.id, street_only ? "Street" : "Postal",
+                      street_only ? std::to_string(box % 200 + 1) + " Wharf Road"
+                                  : "PO Box " + std::to_string(box),
+                      city, OrNull(ctx.facts.state), std::to_string(1000 + r.Below(8000)),
                       ctx.facts.country});
     if (!person && r.Chance(0.5)) {
       addresses.Insert({p.id, "Delivery", std::to_string(1 + r.Below(200)) + " Marine Parade", city,

@@ -206,6 +206,136 @@ void Trader::OpenSupplierItems() {
          "",
          {{account::kPayables, credit}, {account::kPurchases, -credit, 0, "", "", "", "ADM"}}});
   }
+  SupplierPaymentRun();
+}
+
+void Trader::SupplierPaymentRun() {
+  // Last month's payment run on the 20th, as the business pays: for each unit of scale one
+  // supplier is paid by direct credit for two bills of the month before, less a credit it gave
+  // meanwhile, so its remittance advice lists two invoices and a credit. Once, the tenth
+  // supplier's direct credit comes back from the bank three days later and is reversed by a
+  // payment the other way, allocated to it; its bill stands open again. No random draw, the
+  // last ids, no tax: nothing else in the company moves.
+  const Date present = ctx_.calendar.Present();
+  const Date run = present.FirstOfMonth().AddMonths(-1).AddDays(19);
+  const Date billed = run.FirstOfMonth().AddMonths(-1);
+  if (billed < ctx_.calendar.Years().back().start) return;
+  const std::size_t count = ctx_.suppliers.size();
+  auto document = [&](const PartyInfo& p, int type, const char* type_id, const std::string& prefix,
+                      Date date, std::int64_t value, const char* item, const char* text,
+                      bool settled) {
+    const std::int64_t id = ctx_.next_transaction++;
+    const bool bill = type == 20;
+    transactions_.Insert({id,
+                          p.id,
+                          type,
+                          type_id,
+                          "AP" + date.ToIso().substr(0, 4) + date.ToIso().substr(5, 2),
+                          prefix + DocumentNumber(id),
+                          Cell::Null{},
+                          date,
+                          date,
+                          bill ? Cell(DueDate(date, 0)) : Cell(Cell::Null{}),
+                          date,
+                          value,
+                          settled ? std::int64_t{0} : value,
+                          std::int64_t{0},
+                          p.employee,
+                          p.location,
+                          Cell::Null{},
+                          Cell("Postal"),
+                          Cell::Null{},
+                          std::int64_t{0},
+                          Cell::Null{},
+                          Cell::Null{},
+                          Cell::Null{},
+                          Cell::Null{},
+                          Cell::Null{},
+                          Cell::Null{}});
+    lines_.Insert({ctx_.next_line++, id, type, date, item, p.location, "ADM", text, Cell::Null{},
+                   1.0, value, value, std::int64_t{0}, 0.0, value, Cell::Null{}, std::int64_t{0},
+                   std::int64_t{0}});
+    const std::string account = bill ? account::kFreightInwards : account::kPurchases;
+    ctx_.ledger->Post({date,
+                       "AP",
+                       prefix + DocumentNumber(id),
+                       p.name,
+                       0,
+                       id,
+                       p.branch,
+                       "",
+                       {{account::kPayables, -value}, {account, value, 0, "", "", "", "ADM"}}});
+    return id;
+  };
+  // A payment of `amount` (positive: money out) on `date`, by direct credit to the supplier's
+  // account; negative, the bank's return of one.
+  auto payment = [&](const PartyInfo& p, Date date, std::int64_t amount, const char* comment) {
+    const std::int64_t id = ctx_.next_transaction++;
+    const std::string reference = "P" + std::to_string(id);
+    const std::int64_t bank_entry = ctx_.ledger->PostBankPresented(
+        {"CHQ", date, p.id, reference, comment},
+        {date,
+         "CB",
+         reference,
+         p.name,
+         0,
+         id,
+         p.branch,
+         "",
+         {{account::kBankCheque, -amount}, {account::kPayables, amount}}},
+        date.AddDays(1));
+    transactions_.Insert({id,
+                          p.id,
+                          25,
+                          "PAY",
+                          "AP" + date.ToIso().substr(0, 4) + date.ToIso().substr(5, 2),
+                          reference,
+                          Cell::Null{},
+                          date,
+                          date,
+                          Cell::Null{},
+                          date,
+                          -amount,
+                          std::int64_t{0},
+                          std::int64_t{0},
+                          p.employee,
+                          p.location,
+                          Cell::Null{},
+                          Cell::Null{},
+                          Cell::Null{},
+                          std::int64_t{0},
+                          Cell("C"),
+                          Cell(p.name),
+                          Cell::Null{},
+                          Cell("12-3456-" + std::to_string(3000000 + id)),
+                          Cell(bank_entry),
+                          Cell::Null{}});
+    return id;
+  };
+  for (std::int64_t k = 0; k < ctx_.options.scale; ++k) {
+    const PartyInfo& p = ctx_.parties[ctx_.suppliers[static_cast<std::size_t>(4 + 7 * k) % count]];
+    const std::int64_t first = DemoContext::Dollars(860 + 10 * k);
+    const std::int64_t second = DemoContext::Dollars(1415);
+    const std::int64_t credit = DemoContext::Dollars(215);
+    const std::int64_t bill1 = document(p, 20, "SINV", "S", billed.AddDays(5), first,
+                                        ledger_item::kFreight, "Freight - carrier's account", true);
+    const std::int64_t bill2 = document(p, 20, "SINV", "S", billed.AddDays(20), second,
+                                        ledger_item::kFreight, "Freight - carrier's account", true);
+    const std::int64_t returned = document(p, 21, "SCRN", "SC", run.AddDays(-11), -credit,
+                                           ledger_item::kReturned, "Credit - returned goods", true);
+    const std::int64_t paid = payment(p, run, first + second - credit, "Payment run");
+    // The payment takes up both bills whole; the credit, first of its pair, takes up the rest.
+    allocations_.Insert({paid, bill1, -first});
+    allocations_.Insert({paid, bill2, -second});
+    allocations_.Insert({returned, paid, -credit});
+  }
+  const PartyInfo& p = ctx_.parties[ctx_.suppliers[9 % count]];
+  const std::int64_t amount = DemoContext::Dollars(642) + 3500;  // 642.35
+  document(p, 20, "SINV", "S", billed.AddDays(11), amount, ledger_item::kFreight,
+           "Freight - carrier's account", false);
+  const std::int64_t sent = payment(p, run, amount, "Payment run");
+  const std::int64_t returned = payment(p, run.AddDays(3), -amount, "Direct credit returned");
+  allocations_.Insert({returned, sent, amount});
 }
 
 void Trader::Settle(const Settlement& s) {

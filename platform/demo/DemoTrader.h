@@ -79,6 +79,9 @@ class Trader {
   // Once the days are done: the bills of the suppliers lately left unpaid, money paid to
   // suppliers on account and credits they gave that no bill has taken up yet.
   void OpenSupplierItems();
+  // Last month's payment run: direct credits each settling several bills and a credit, and one
+  // the bank returned.
+  void SupplierPaymentRun();
   void TaxReturns(Date day);
   // At a month's end, keeps the cheque account near its working balance against the saver.
   void SweepCash(Date day);

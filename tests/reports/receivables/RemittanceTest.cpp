@@ -233,6 +233,38 @@ TEST_F(Remittances, TheScheduleListsExactlyTheBankRunAndTotalsWhatItLists) {
   }
 }
 
+// Last month's payment run on the demo company: a direct credit that took up two bills less a
+// credit, and one the bank returned, reversed by a payment the other way, to a supplier with no
+// postal address; the bank's schedule of the day; and every payment of the month netting, on its
+// advice, to what its allocations took.
+class RemittanceDemo : public DemoReports {};
+
+TEST_F(RemittanceDemo, ThePaymentRunPrintsAsItsGoldenDumpsAndEachAdviceNets) {
+  ExpectGolden("receivables", "RemittanceAP-demo-run",
+               Join(DumpPages(Open("RemittanceAP", {"dateFrom=20/10/2025", "dateTo=23/10/2025",
+                                                    "Suppliers=BAYVI009,EASTE012"})),
+                    "\n"));
+  ExpectGolden(
+      "receivables", "DirectCreditSchedule-demo-run",
+      Join(DumpPages(Open("DirectCreditSchedule", {"BankId=CHQ", "PaymentDate=20/10/2025"})),
+           "\n"));
+  Database& database = Service().Database();
+  auto payments = database.Query(
+      "SELECT TransactionId, -(Value-ValueRemaining) AS Took FROM Transactions WHERE Type=25 AND "
+      "DateProcess>=#2025-10-01# AND DateProcess<#2025-11-01#");
+  std::size_t checked = 0;
+  for (; !payments->Eof(); payments->MoveNext(), ++checked) {
+    const std::int64_t id = payments->Value("TransactionId").ToLong();
+    SCOPED_TRACE(id);
+    Currency net;
+    for (auto rs = database.Query(arcrRemittanceLines::LinesSQL(id)); !rs->Eof(); rs->MoveNext()) {
+      net -= rs->Value(5).ToCurrency();
+    }
+    EXPECT_EQ(net, payments->Value("Took").ToCurrency());
+  }
+  EXPECT_GT(checked, 20u);
+}
+
 TEST(RemittanceTexts, TheBranchBlockEndsWithTheNumberOnlyOnAustralianCompanies) {
   Branch branch;
   branch.name = "Harbour Chandlery";
