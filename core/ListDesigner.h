@@ -135,6 +135,11 @@ void DeclareListParameters(const ListKey& key, trellin::Parameters& parameters);
 [[nodiscard]] ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& parameters,
                                        const std::string& extra_where = "");
 
+// A list's query `sql` ("SELECT ... FROM ... WHERE ... ORDER BY ...") as a subquery of its rows'
+// `key_field` alone: "SELECT key_field FROM ... WHERE ...", for reading what hangs under every
+// row with one query. The SELECT list must hold no " FROM " of its own.
+[[nodiscard]] std::string ListKeysSubquery(const std::string& sql, std::string_view key_field);
+
 class ListDesigner : public Designer {
  public:
   // `keys` must outlive the designer. `title` names the report on the shared list layout where

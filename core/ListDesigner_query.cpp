@@ -227,4 +227,12 @@ ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p,
   return q;
 }
 
+std::string ListKeysSubquery(const std::string& sql, std::string_view key_field) {
+  const std::size_t from = sql.find(" FROM ");
+  const std::size_t order = sql.rfind(" ORDER BY ");
+  return "SELECT " + std::string(key_field) +
+         sql.substr(from,
+                    order == std::string::npos || order < from ? std::string::npos : order - from);
+}
+
 }  // namespace trellin

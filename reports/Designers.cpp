@@ -39,6 +39,7 @@
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/arcrRemittance.h"
+#include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "reports/receivables/ardsImportErrorsList.h"
 #include "reports/receivables/ardsStatement.h"
@@ -92,6 +93,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arcrRemittance", CreatearcrRemittance},
     {"ardsDirectCreditSchedule", CreateardsDirectCreditSchedule},
     {"ardsImportErrorsList", CreateardsImportErrorsList},
+    {"ardsBatchTransactions", CreateardsBatchTransactions},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},

@@ -59,14 +59,6 @@ std::string AccountClassName(const Variant& type) {
   return code >= 1 && code <= 11 ? std::string(kAccountClasses[code - 1]) : std::string();
 }
 
-std::string ListKeysSubquery(const std::string& sql, std::string_view key_field) {
-  const std::size_t from = sql.find(" FROM ");
-  const std::size_t order = sql.rfind(" ORDER BY ");
-  return "SELECT " + std::string(key_field) +
-         sql.substr(from,
-                    order == std::string::npos || order < from ? std::string::npos : order - from);
-}
-
 std::string LedgerFieldText(const Fields& fields, std::string_view name) {
   const ReportField* field = fields.Find(name);
   return field == nullptr ? std::string() : field->Value().Text();

@@ -65,11 +65,6 @@ inline constexpr ListParameter kBankEntryBanks = BanksParameter("glBankTransacti
 // throws what the date conversion throws.
 [[nodiscard]] std::map<std::string, Currency, std::less<>> BankOpenings(const Variant& from);
 
-// A list's query `sql` ("SELECT ... FROM ... WHERE ... ORDER BY ...") as a subquery of its rows'
-// `key_field` alone: "SELECT key_field FROM ... WHERE ...", for reading what hangs under every
-// row with one query. The SELECT list must hold no " FROM " of its own.
-[[nodiscard]] std::string ListKeysSubquery(const std::string& sql, std::string_view key_field);
-
 // What a chart row is by its Post code ("Account" for a blank one, "Heading", "Group", "Total",
 // "Clear", "Page"); a code not known names itself.
 [[nodiscard]] std::string AccountKindName(const std::string& post);
