@@ -3,12 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "RenderTestSupport.h"
 #include "platform/render/CellText.h"
 #include "platform/render/CsvSink.h"
 #include "platform/render/ExcelFormat.h"
 #include "platform/render/ExportColumns.h"
 #include "platform/render/Render.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::render {
 namespace {
@@ -17,30 +20,29 @@ using engine::DataCell;
 using engine::DataRow;
 using engine::RowKind;
 
-TEST(CellText, ValuesArePlainAndExact) {
-  const std::pair<Variant, const char*> cases[] = {
-      {Currency::FromRaw(-12345000), "-1234.50"},
-      {Currency::FromRaw(1234), "0.1234"},
-      {Currency::FromRaw(0), "0.00"},
-      {Currency::FromRaw(-1), "-0.0001"},
-      {Currency::FromRaw(INT64_MIN), "-922337203685477.5808"},
-      {Date::FromSerial(45474), "2024-07-01"},
-      {Date::FromSerial(45351), "2024-02-29"},
-      {Date::FromSerial(2), "1900-01-01"},
-      {Date::FromSerial(45474, 13 * 3600 + 5 * 60 + 9), "2024-07-01 13:05:09"},
-      {Variant(std::int64_t{-42}), "-42"},
-      {Variant(0.1), "0.1"},
-      {Variant(500000.0), "500000"},
-      {Variant(-1234567.891), "-1234567.891"},
-      {Variant(1e21), "1e+21"},
-      {Variant(true), "True"},
-      {Variant("a value"), "printed"},  // text as it printed
-      {Variant::Null(), ""},
-  };
-  for (const auto& [value, expected] : cases) {
-    EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, value, "printed", ""}), expected) << expected;
+// Cells, masks and captions as listed in export_values.tsv.
+TEST(ExportValues, AsListed) {
+  const std::map<std::string, CellKind> kinds = {{"money", CellKind::Money},
+                                                 {"real", CellKind::Real},
+                                                 {"integer", CellKind::Integer},
+                                                 {"date", CellKind::Date},
+                                                 {"datetime", CellKind::DateTime}};
+  for (const trellin::testing::CaseRow& row :
+       trellin::testing::ReadCases("render/export_values.tsv", 3)) {
+    SCOPED_TRACE(row.Where());
+    const std::vector<std::string>& f = row.fields;
+    if (f[0] == "cell") {
+      ASSERT_EQ(f.size(), 4u);
+      const DataCell cell{"c", 0, 0, trellin::testing::ParseValue(f[1]), f[2], ""};
+      EXPECT_EQ(PlainCellText(cell), f[3]);
+    } else if (f[0] == "format") {
+      ASSERT_EQ(f.size(), 4u);
+      EXPECT_EQ(ExcelNumberFormat(f[1], kinds.at(f[2])), f[3]);
+    } else {
+      ASSERT_EQ(f[0], "caption");
+      EXPECT_EQ(CaptionFromName(f[1]), f[2]);
+    }
   }
-  EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, Variant(), "printed", ""}), "printed");
 }
 
 TEST(CsvField, QuotesOnlyWhereNeeded) {
@@ -56,79 +58,6 @@ TEST(CsvField, QuotesOnlyWhereNeeded) {
       {" spaced ", " spaced "},
   };
   for (const auto& [field, expected] : cases) EXPECT_EQ(CsvField(field), expected) << field;
-}
-
-TEST(ExcelFormat, MasksBecomeSpreadsheetFormats) {
-  struct Case {
-    const char* mask;
-    CellKind kind;
-    const char* expected;
-  };
-  const Case cases[] = {
-      {"#,##0.00;(#,##0.00)", CellKind::Money, "#,##0.00;(#,##0.00)"},
-      {"#,###,##0;(#,###,##0);\"\";\"-\"", CellKind::Money, "#,###,##0;(#,###,##0);\"\""},
-      {"0.0%", CellKind::Real, "0.0%"},
-      {"0.00E+00", CellKind::Real, "0.00E+00"},
-      {"Each 0", CellKind::Real, "\\E\\a\\c\\h 0"},
-      {"", CellKind::Money, "#,##0.00;-#,##0.00"},
-      {"Round", CellKind::Integer, "General"},
-      {"(auto)", CellKind::Real, "General"},
-      {"currency", CellKind::Money, "$#,##0.00;-$#,##0.00"},
-      {"Standard", CellKind::Real, "#,##0.00"},
-      {"Short Date", CellKind::Date, "d/mm/yyyy"},
-      {"Short Date", CellKind::Money, "#,##0.00;-#,##0.00"},
-      {"mmmyy", CellKind::Date, "mmmyy"},
-      {"dd/mm/yyyy", CellKind::Date, "dd/mm/yyyy"},
-      {"h:nnam/pm", CellKind::DateTime, "h:mmam/pm"},
-      {"d mmm yyyy hh:nn", CellKind::DateTime, "d mmm yyyy hh:mm"},
-      {"#,##0 units", CellKind::Integer, "#,##0 \\u\\n\\i\\t\\s"},
-      {"Qty 0", CellKind::Integer, "\\Q\\t\\y 0"},
-      {"\\C\\R 0.00", CellKind::Money, "\\C\\R 0.00"},
-      {"0.00 \xE2\x82\xAC", CellKind::Money, "0.00 \"\xE2\x82\xAC\""},
-      {"no placeholders", CellKind::Real, "General"},
-      {"", CellKind::Date, "d/mm/yyyy"},
-      {"", CellKind::DateTime, "d/mm/yyyy h:mm:ss AM/PM"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(ExcelNumberFormat(c.mask, c.kind), c.expected) << c.mask;
-}
-
-TEST(ExportColumns, CaptionsFromControlNames) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"txtDueDate", "Due Date"}, {"gfGSTAmount", "GST Amount"},
-      {"txtBalance", "Balance"},  {"ghName", "Name"},
-      {"amount", "amount"},       {"txtOpening_Balance", "Opening Balance"},
-      {"Code", "Code"},           {"txtYTD", "YTD"},
-  };
-  for (const auto& [name, expected] : cases) EXPECT_EQ(CaptionFromName(name), expected) << name;
-}
-
-TEST(CellText, NumbersExportAsTheyPrinted) {
-  // The printed figure wins over the value behind it where the two agree to the printed digits;
-  // otherwise the value stands.
-  struct Case {
-    Variant value;
-    const char* printed;
-    const char* expected;
-  };
-  const Case cases[] = {
-      {Variant(81245.74000000001), "81,245.74", "81245.74"},
-      {Variant(-1234.5), "(1,234.50)", "-1234.50"},
-      {Currency::FromRaw(12345600), "$1,234.56", "1234.56"},
-      {Currency::FromRaw(-12345600), "-$1,234.56", "-1234.56"},
-      {Variant(1234.56), "1,235", "1235"},     // rounded whole, as the report printed it
-      {Variant(8.4123), "8.4", "8.4"},         // a percentage to one place
-      {Variant(-0.001), "(0.00)", "0.00"},     // nought has no sign
-      {Variant(0.125), "12.5%", "0.125"},      // not a plain figure: the value
-      {Variant(1234.56), "1,234", "1234.56"},  // too far from the value: the value
-      {Variant(std::int64_t{2}), "2 items", "2"},
-      {Currency::FromRaw(-12345000), "-1234.50", "-1234.50"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, c.value, c.printed, ""}), c.expected) << c.printed;
-  }
-  // A field that printed blank holds nothing, whatever value lies behind it.
-  EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, Variant(12.5), " ", ""}), "");
-  EXPECT_EQ(PlainCellText(DataCell{"c", 0, 0, Variant(true), "", ""}), "True");
 }
 
 // Text prints as it stands; other values print as the cell's name.

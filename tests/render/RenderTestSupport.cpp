@@ -13,26 +13,6 @@
 
 namespace trellin::render::testing {
 
-ScratchDir::ScratchDir() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "render-test-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed");
-  path_ = pattern;
-}
-
-ScratchDir::~ScratchDir() {
-  std::error_code ec;
-  std::filesystem::remove_all(path_, ec);
-}
-
-std::vector<std::string> ScratchDir::Files() const {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-    names.push_back(entry.path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 std::string RunCommand(const std::string& command, int* status) {
   std::FILE* pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
   if (pipe == nullptr) throw std::runtime_error("cannot run " + command);
@@ -43,17 +23,6 @@ std::string RunCommand(const std::string& command, int* status) {
   const int result = ::pclose(pipe);
   if (status != nullptr) *status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
   return out;
-}
-
-std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
-void WriteFile(const std::filesystem::path& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
 }
 
 engine::TextRun Text(float left, float top, float width, std::string text, engine::Align align,

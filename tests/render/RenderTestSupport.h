@@ -1,37 +1,22 @@
 #pragma once
-// Page models built by hand, a scratch folder per test, and the command-line PDF tools the tests
-// read outputs back with.
+// Page models built by hand, and the command-line PDF tools the tests read outputs back with.
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "platform/engine/PageModel.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::render::testing {
 
-// A fresh empty folder under the system temporary folder, removed when destroyed.
-class ScratchDir {
- public:
-  ScratchDir();
-  ~ScratchDir();
-  ScratchDir(const ScratchDir&) = delete;
-  ScratchDir& operator=(const ScratchDir&) = delete;
-  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-  [[nodiscard]] std::filesystem::path operator/(const std::string& name) const {
-    return path_ / name;
-  }
-  // Names of the files in the folder, sorted: shows leftover temporary files too.
-  [[nodiscard]] std::vector<std::string> Files() const;
-
- private:
-  std::filesystem::path path_;
-};
+// A fresh folder, removed with its contents; the files' readers and writer.
+using ScratchDir = trellin::testing::TempFolder;
+using trellin::testing::ReadFile;
+using trellin::testing::WriteFile;
 
 // Runs a shell command; returns its standard output. `status` gets the exit status.
 std::string RunCommand(const std::string& command, int* status = nullptr);
-std::string ReadFile(const std::filesystem::path& path);
-void WriteFile(const std::filesystem::path& path, const std::string& content);
 
 // Builders for page items, in twips.
 engine::TextRun Text(float left, float top, float width, std::string text,

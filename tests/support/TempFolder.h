@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trellin::testing {
 
@@ -19,6 +20,11 @@ class TempFolder {
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
   // Path() / name, as text.
   [[nodiscard]] std::string File(std::string_view name) const;
+  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const {
+    return path_ / name;
+  }
+  // Names of the files in the folder, sorted: shows leftover temporary files too.
+  [[nodiscard]] std::vector<std::string> Files() const;
 
  private:
   std::filesystem::path path_;
