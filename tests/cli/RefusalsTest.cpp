@@ -20,6 +20,7 @@
 #include <sqlite3.h>
 
 #include "tests/cli/CliSupport.h"
+#include "tests/support/CaseFile.h"
 #include "tests/support/DemoCache.h"
 #include "tests/support/TestPaths.h"
 
@@ -159,16 +160,11 @@ void RunCases(TempFolder& folder, int part) {
   const fs::path top = folder.Path();
   const std::string company = ReadFile(top / "company.db");
   const std::string demo = ReadFile(top / "demo.db");
-  std::ifstream cases(TestDir("cli") / "refusals.txt");
-  ASSERT_TRUE(cases) << "refusals.txt is missing";
   int count = 0;
-  for (std::string line; std::getline(cases, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    std::vector<std::string> fields;
-    std::stringstream split(line);
-    for (std::string field; std::getline(split, field, '\t');) fields.push_back(field);
-    ASSERT_GE(fields.size(), 3u) << line;
+  for (const CaseRow& row : ReadCases("cli/refusals.txt", 3)) {
     if (count++ % 2 != part) continue;
+    const std::vector<std::string>& fields = row.fields;
+    SCOPED_TRACE(row.Where());
     TempFolder dir;
     const bool older = fields[1].find("{older}") != std::string::npos;
     if (older) std::ofstream(dir.Path() / "older.pdf") << "older";

@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "tests/cli/CliSupport.h"
 
@@ -18,12 +16,6 @@ class RunCommand : public ::testing::Test {
   }
   std::string Db() const { return db_.string(); }
   std::filesystem::path Out(const std::string& name) const { return folder_.Path() / name; }
-  static std::string Read(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (in) bytes << in.rdbuf();
-    return bytes.str();
-  }
 
   TempFolder folder_;
   std::filesystem::path db_;
@@ -36,14 +28,14 @@ TEST_F(RunCommand, WritesTheReportAndSaysWhere) {
   EXPECT_NE(r.out.find("CustomerTypeList: 1 page, 3 rows, "), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("types.pdf"), std::string::npos);
   ASSERT_TRUE(std::filesystem::exists(Out("types.pdf")));
-  EXPECT_EQ(Read(Out("types.pdf")).substr(0, 5), "%PDF-");
+  EXPECT_EQ(ReadFile(Out("types.pdf")).substr(0, 5), "%PDF-");
 }
 
 TEST_F(RunCommand, FormatComesFromTheExtensionOrTheOption) {
   RunResult text =
       RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.txt").string()});
   ASSERT_EQ(text.exit_code, 0) << text.err;
-  std::string page = Read(Out("types.txt"));
+  std::string page = ReadFile(Out("types.txt"));
   EXPECT_NE(page.find("Customer Type List"), std::string::npos) << page;
   EXPECT_NE(page.find("TRADE"), std::string::npos);
   EXPECT_NE(page.find("BOLT10"), std::string::npos) << "special prices print under their type";
@@ -51,7 +43,7 @@ TEST_F(RunCommand, FormatComesFromTheExtensionOrTheOption) {
   RunResult csv = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--format", "csv", "-o",
                               Out("types.data").string()});
   ASSERT_EQ(csv.exit_code, 0) << csv.err;
-  EXPECT_NE(Read(Out("types.data")).find("RETAIL"), std::string::npos);
+  EXPECT_NE(ReadFile(Out("types.data")).find("RETAIL"), std::string::npos);
 
   RunResult unknown =
       RunTrellin({"run", "CustomerTypeList", "--db", Db(), "-o", Out("types.doc").string()});
@@ -68,7 +60,7 @@ TEST_F(RunCommand, SetWinsOverTheParameterFile) {
                             Out("params.json").string(), "--set", "OrderBy=Description", "--set",
                             "CustomerTypes=TRADE,WHOLE", "-o", Out("types.txt").string()});
   ASSERT_EQ(r.exit_code, 0) << r.err;
-  std::string page = Read(Out("types.txt"));
+  std::string page = ReadFile(Out("types.txt"));
   EXPECT_EQ(page.find("RETAIL"), std::string::npos) << "the filter from --set applies";
   // By description "Trade accounts" comes before "Wholesale...".
   ASSERT_NE(page.find("TRADE"), std::string::npos);
@@ -77,7 +69,7 @@ TEST_F(RunCommand, SetWinsOverTheParameterFile) {
   RunResult by_code = RunTrellin({"run", "CustomerTypeList", "--db", Db(), "--set",
                                   "OrderBy=Description", "-o", Out("all.txt").string()});
   ASSERT_EQ(by_code.exit_code, 0) << by_code.err;
-  std::string all = Read(Out("all.txt"));
+  std::string all = ReadFile(Out("all.txt"));
   EXPECT_LT(all.find("RETAIL"), all.find("TRADE"));
 }
 

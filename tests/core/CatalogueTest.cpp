@@ -2,61 +2,40 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <map>
 #include <set>
-#include <sstream>
 
 #include "FakeHost.h"
 #include "Fakes.h"
 #include "core/Catalogue.h"
 #include "reports/Designers.h"
-#include "tests/support/TestPaths.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::testing {
 namespace {
 
-struct Row {
-  std::string key, designer, caption, document_name;
-};
-
 // catalogue.tsv: key, designer, caption, document name; "-" for rows that keep their layout's
 // titles, "*" for the rows titled from the key.
-std::vector<Row> ReadExpectedCatalogue() {
-  std::ifstream file(TestDir("core") / "catalogue.tsv");
-  std::vector<Row> rows;
-  std::string line;
-  while (std::getline(file, line)) {
-    std::istringstream fields(line);
-    Row row;
-    std::getline(fields, row.key, '\t');
-    std::getline(fields, row.designer, '\t');
-    std::getline(fields, row.caption, '\t');
-    std::getline(fields, row.document_name, '\t');
-    rows.push_back(row);
-  }
-  return rows;
-}
-
 TEST(Catalogue, KeysDesignersAndTitlesInComparisonOrder) {
-  const std::vector<Row> expected = ReadExpectedCatalogue();
+  const std::vector<CaseRow> expected = ReadCases("core/catalogue.tsv", 3);
   ASSERT_EQ(expected.size(), 164u);
   const auto catalogue = Catalogue();
   ASSERT_EQ(catalogue.size(), 164u);
   for (std::size_t i = 0; i < expected.size(); ++i) {
     const CatalogueEntry& entry = catalogue[i];
-    const Row& row = expected[i];
-    SCOPED_TRACE("row " + std::to_string(i) + " " + row.key);
-    EXPECT_EQ(entry.key, row.key);
-    EXPECT_EQ(entry.designer, row.designer);
-    if (row.caption == "-") {
+    const std::vector<std::string>& row = expected[i].fields;
+    SCOPED_TRACE(expected[i].Where());
+    EXPECT_EQ(entry.key, row[0]);
+    EXPECT_EQ(entry.designer, row[1]);
+    if (row[2] == "-") {
       EXPECT_EQ(entry.caption_rule, CaptionRule::kLayout);
-    } else if (row.caption == "*") {
+    } else if (row[2] == "*") {
       EXPECT_EQ(entry.caption_rule, CaptionRule::kDocumentKey);
     } else {
       ASSERT_EQ(entry.caption_rule, CaptionRule::kGiven);
-      EXPECT_EQ(entry.caption, row.caption);
-      EXPECT_EQ(entry.document_name, row.document_name);
+      ASSERT_EQ(row.size(), 4u);
+      EXPECT_EQ(entry.caption, row[2]);
+      EXPECT_EQ(entry.document_name, row[3]);
     }
   }
 }

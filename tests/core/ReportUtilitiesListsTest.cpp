@@ -5,6 +5,8 @@
 #include "Fakes.h"
 #include "core/ReportUtilities.h"
 #include "core/kvReportUtilities.h"
+#include "platform/runtime/Strings.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::testing {
 namespace {
@@ -130,72 +132,30 @@ TEST(SelectedBooleanNames, CheckedBoxesAsQuotedList) {
   }
 }
 
-TEST(MoveInCommaList, PutsItemFirstOrLastAfterTakingOutTheEarlierEntry) {
-  struct Case {
-    std::string list, item;
-    bool first, cut_alias;
-    std::string expected;
-  } cases[] = {
-      {"B,C", "A.X AS Y", true, true, "A.X,B,C"},
-      {"B,C", "A.X AS Y", false, false, "B,C,A.X AS Y"},
-      {"A,B,C", "B", true, false, "B,A,C"},
-      {"A,B,C", "B", false, false, "A,C,B"},
-      {"A,B,C", "A", false, false, "B,C,A"},
-      {"A,B,C", "C", true, false, "C,A,B"},
-      {"A", "A", true, false, "A"},
-      {"", "A", true, false, "A"},
-      {"", "A", false, false, "A"},
-      {"A,B", "   ", true, false, "A,B"},
-      {"A,B", "  C  ", false, false, "A,B,C"},
-      // Presence is a substring test, removal is by whole item: "Item" is found inside
-      // "ItemId", nothing is taken out, and it comes in a second time.
-      {"ItemId", "Item", false, false, "ItemId,Item"},
-      {"Item,ItemId", "Item", true, false, "Item,ItemId"},
-  };
-  for (const Case& c : cases) {
-    std::string list = c.list;
-    MoveInCommaList(list, c.item, c.first, c.cut_alias);
-    EXPECT_EQ(list, c.expected) << "'" << c.list << "' with '" << c.item << "'";
-  }
-}
-
-TEST(SplitGroupings, NamesAndPageBreaks) {
-  struct Case {
-    Variant value;
-    bool late_end;
-    bool result;
-    std::vector<std::string> names;
-    std::vector<bool> breaks;
-  } cases[] = {
-      {Variant("Customer [Page Break],Location"),
-       false,
-       true,
-       {"Customer", "Location"},
-       {true, false}},
-      {Variant("Customer [Page Break],Location"),
-       true,
-       true,
-       {"Customer", "Location"},
-       {true, false}},
-      {Variant("Item"), false, true, {"Item"}, {false}},
-      {Variant("Cust\tCustomer, Location [Page Break]"),
-       false,
-       true,
-       {"Customer", "Location"},
-       {false, true}},
-      {Variant("a\tb\tItem Type"), false, true, {"Item Type"}, {false}},
-      {Variant("A,B,"), false, true, {"A", "B"}, {false, false}},
-      {Variant::Null(), false, false, {}, {}},
-      {Variant(""), false, false, {}, {}},
-  };
-  for (const Case& c : cases) {
+// MoveInCommaList and SplitGroupings as listed in comma_lists.tsv.
+TEST(CommaLists, AsListed) {
+  for (const CaseRow& row : ReadCases("core/comma_lists.tsv", 5, /*escapes=*/true)) {
+    SCOPED_TRACE(row.Where());
+    const std::vector<std::string>& f = row.fields;
+    if (f[0] == "move") {
+      ASSERT_EQ(f.size(), 6u);
+      std::string list = f[1];
+      MoveInCommaList(list, f[2], f[3] == "1", f[4] == "1");
+      EXPECT_EQ(list, f[5]);
+      continue;
+    }
+    ASSERT_EQ(f[0], "split");
+    ASSERT_EQ(f.size(), 6u);
     ServiceFixture fixture;
-    fixture.business_layer->utilities.late_end = c.late_end;
+    fixture.business_layer->utilities.late_end = f[2] == "1";
     std::vector<std::string> names = {"stale"};
     std::vector<bool> breaks = {true};
-    EXPECT_EQ(SplitGroupings(c.value, names, breaks), c.result) << c.value.Text();
-    EXPECT_EQ(names, c.names) << c.value.Text();
-    EXPECT_EQ(breaks, c.breaks) << c.value.Text();
+    EXPECT_EQ(SplitGroupings(ParseValue(f[1]), names, breaks), f[3] == "1");
+    std::string page_breaks;
+    for (bool b : breaks)
+      page_breaks += std::string(page_breaks.empty() ? "" : "|") + (b ? "1" : "0");
+    EXPECT_EQ(Join(names, "|"), f[4]);
+    EXPECT_EQ(page_breaks, f[5]);
   }
 }
 

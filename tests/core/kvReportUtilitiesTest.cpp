@@ -4,6 +4,7 @@
 
 #include "Fakes.h"
 #include "core/kvReportUtilities.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::testing {
 namespace {
@@ -115,42 +116,6 @@ void ExpectGrouping(const Grouping& g, const std::string& field_table = "") {
   EXPECT_EQ(name, g.name);
 }
 
-// The group field follows the table the report reads; every list query is run against the schema
-// in tests/reports/ListQueriesTest.cpp.
-TEST(GetGroupingDefinition, TheGroupFieldFollowsTheReportTable) {
-  ServiceFixture fixture;
-  const struct {
-    const char* name;
-    const char* table;
-    const char* field;
-    const char* key_field;
-  } cases[] = {
-      {"Item", "TransactionLine", "TransactionLine.ItemId", "ItemId"},
-      {"Item", "", "ItemId", "ItemId"},
-      {"Item Category", "TransactionLine", "Item.ItemCategoryId", "ItemCategoryId"},
-      {"Customer", "OtherParty", "OtherParty.OtherPartyId", "OtherPartyId"},
-      {"AddressId", "Transactions", "Transactions.AddressId", "AddressId"},
-      {"Status", "OtherParty", "Status", "Status"},
-      {"Other Party Type", "Transactions", "OtherParty.Type", "Type"},
-      {"Supplier", "Item", "Item.SupplierId", "SupplierId"},
-      {"Supplier", "Transactions", "Transactions.OtherPartyId", "OtherPartyId"},
-      {"Employee", "TransactionLine", "Transactions.EmployeeId", "EmployeeId"},
-      {"Employee", "acBatchTransactionLine", "acBatchTransaction.EmployeeId", "EmployeeId"},
-      {"Employee", "PurchaseOrderLine", "PurchaseOrder.EmployeeId", "EmployeeId"},
-      {"Job", "TransactionLine", "Transactions.JobId", "JobId"},
-      // Unlike the employee, a batch line's job stays on the line.
-      {"Job", "acBatchTransactionLine", "acBatchTransactionLine.JobId", "JobId"},
-      {"Reference", "TransactionLine", "Transactions.Reference", "Reference"},
-      {"Reference", "Job", "Reference", "Reference"},
-  };
-  for (const auto& c : cases) {
-    std::string name = c.name, field = "stale", list_sql, key_field = "stale";
-    GetGroupingDefinition(name, field, list_sql, key_field, c.table);
-    EXPECT_EQ(field, c.field) << c.name << " on " << c.table;
-    EXPECT_EQ(key_field, c.key_field) << c.name << " on " << c.table;
-  }
-}
-
 class UserDefinedFields : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -165,40 +130,19 @@ class UserDefinedFields : public ::testing::Test {
   ServiceFixture fixture_;
 };
 
-TEST_F(UserDefinedFields, TableColonFieldNames) {
-  constexpr char kParties[] = "SELECT OtherPartyId,Name FROM OtherParty ORDER BY OtherPartyId";
-  const Grouping cases[] = {
-      {"Item:Colour", "TransactionLine", "Item.UserDefined3 AS ItemUserDefined3",
-       "SELECT DISTINCT UserDefined3,'' FROM Item", "ItemUserDefined3"},
-      {"Item:colour", "TransactionLine", "Item.UserDefined3 AS ItemUserDefined3",
-       "SELECT DISTINCT UserDefined3,'' FROM Item", "ItemUserDefined3"},
-      {"OtherParty:Rep", "Transactions", "OtherParty.UserDefined1 AS OtherPartyUserDefined1",
-       "SELECT EmployeeId,Name FROM Employee ORDER BY EmployeeId", "OtherPartyUserDefined1"},
-      {"Transactions:Region", "acBatchTransaction",
-       "acBatchTransaction.UserDefined2 AS acBatchTransactionUserDefined2", kParties,
-       "acBatchTransactionUserDefined2"},
-      {"Transactions:Region", "TransactionLine",
-       "Transactions.UserDefined2 AS TransactionsUserDefined2", kParties,
-       "TransactionsUserDefined2"},
-      {"PurchaseOrder:Region", "PurchaseOrder",
-       "PurchaseOrder.UserDefined2 AS PurchaseOrderUserDefined2", kParties,
-       "PurchaseOrderUserDefined2"},
-      {"Asset:Site Code", "Asset", "Asset.UserDefined20 AS AssetUserDefined20", "",
-       "AssetUserDefined20"},
-      {"Asset:Custodian", "Asset", "Asset.UserDefined5 AS AssetUserDefined5",
-       "SELECT AssetId,Description FROM Asset ORDER BY AssetId", "AssetUserDefined5"},
-      {"Job:Manager", "Job", "Job.UserDefined4 AS JobUserDefined4",
-       "SELECT JobId,Description FROM Job ORDER BY JobId", "JobUserDefined4"},
-      {":Colour", "Item", "Item.UserDefined3 AS ItemUserDefined3",
-       "SELECT DISTINCT UserDefined3,'' FROM Item", "ItemUserDefined3"},
-      // Unknown fields and tables leave the key as the bare table name.
-      {"Item:Weight", "TransactionLine", "", "", "Item"},
-      {"Warehouse:Colour", "TransactionLine", "", "", "Warehouse"},
-      {"Account:Colour", "glTransaction", "", "", "Account"},
-      // Grouping names match case and all; anything else is a field of the report's table.
-      {"item", "Item", "", "", "Item"},
-  };
-  for (const Grouping& g : cases) ExpectGrouping(g);
+// GetGroupingDefinition as listed in groupings.tsv.
+TEST_F(UserDefinedFields, GroupingsAsListed) {
+  for (const CaseRow& row : ReadCases("core/groupings.tsv", 4)) {
+    const std::vector<std::string>& f = row.fields;
+    std::string name = f[0], field = "stale", list_sql = "stale", key_field = "stale";
+    GetGroupingDefinition(name, field, list_sql, key_field, f[1]);
+    EXPECT_EQ(field, f[2]) << row.Where();
+    EXPECT_EQ(key_field, f[3]) << row.Where();
+    if (f.size() > 4) {
+      EXPECT_EQ(list_sql, f[4]) << row.Where();
+    }
+    EXPECT_EQ(name, f[0]) << row.Where();
+  }
 }
 
 TEST_F(UserDefinedFields, NameWithoutColonTakesTheFieldTable) {

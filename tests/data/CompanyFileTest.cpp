@@ -6,7 +6,6 @@
 #include <fstream>
 
 #include "core/host/Database.h"
-#include "platform/data/CompanySchema.h"
 #include "tests/support/TempFolder.h"
 
 namespace trellin::data {
@@ -27,10 +26,6 @@ std::string ReadOne(const std::string& path, const char* sql) {
   sqlite3_finalize(stmt);
   sqlite3_close(db);
   return out;
-}
-
-TEST(CompanyFile, SchemaIsCompiledIn) {
-  EXPECT_NE(CompanySchemaSql().find("CREATE TABLE CompanySetting"), std::string_view::npos);
 }
 
 TEST(CompanyFile, CommitPutsACompleteFileInPlace) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tests/data/RecordsetFixture.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::data {
 namespace {
@@ -47,66 +48,47 @@ TEST(MemoryRecordset, EmptyIsAtBothEnds) {
   EXPECT_EQ(rs.RecordCount(), 0);
 }
 
-TEST(MemoryRecordset, FindMovesForwardFromTheCurrentRow) {
-  struct Case {
-    const char* criteria;
-    int moves_first;    // rows to move past before the Find
-    const char* found;  // "" for EOF
-  } cases[] = {
-      {"Code='A1'", 0, "apple"},
-      {"Code='A1'", 1, "avocado"},
-      {"Code='a1'", 3, "apricot"},
-      {"Code='A1'", 4, "apricot"},
-      {"Value>5", 1, "apricot"},
-      {"Value=0.0001", 0, "avocado"},
-      {"Date<#2024-01-01#", 0, "apricot"},
-      {"Qty>=7", 0, "cherry"},
-      {"Name LIKE 'b*'", 0, "Banana"},
-      {"Code='ZZ'", 0, ""},
-      {"Name='apple'", 1, ""},
-  };
-  for (const auto& c : cases) {
+// Find, Filter and Sort against recordset_criteria.tsv: Find moves forward from the current row,
+// a filter counts and walks what it shows, an earlier sort does not leak into the next, and a
+// criteria that cannot be read is refused by Filter and Find alike and changes nothing.
+TEST(MemoryRecordset, CriteriaAsListed) {
+  for (const trellin::testing::CaseRow& row :
+       trellin::testing::ReadCases("data/recordset_criteria.tsv", 3)) {
+    SCOPED_TRACE(row.Where());
+    const std::string& kind = row.fields[0];
+    const std::string& criteria = row.fields[1];
     auto rs = Fruit();
-    for (int i = 0; i < c.moves_first; ++i) rs->MoveNext();
-    rs->Find(c.criteria);
-    std::string found = rs->Eof() ? "" : rs->Value("Name").Text();
-    EXPECT_EQ(found, c.found) << c.criteria << " after " << c.moves_first << " moves";
+    if (kind == "find") {
+      ASSERT_EQ(row.fields.size(), 4u);
+      for (int i = std::stoi(row.fields[2]); i > 0; --i) rs->MoveNext();
+      rs->Find(criteria);
+      EXPECT_EQ(rs->Eof() ? "" : rs->Value("Name").Text(), row.fields[3]);
+    } else if (kind == "filter") {
+      const std::string& names = row.fields[2];
+      rs->MoveLast();
+      rs->Filter(criteria);
+      EXPECT_EQ(rs->RecordCount(),
+                names.empty() ? 0 : std::count(names.begin(), names.end(), ',') + 1);
+      EXPECT_EQ(Walk(*rs), names);
+    } else if (kind == "sort") {
+      rs->Sort("Qty DESC");
+      rs->Sort(criteria);
+      EXPECT_EQ(Walk(*rs), row.fields[2]);
+    } else {
+      ASSERT_EQ(kind, "refuse");
+      try {
+        rs->Filter(criteria);
+        ADD_FAILURE() << "no error";
+      } catch (const RecordsetError& e) {
+        EXPECT_EQ(std::string(e.what()), row.fields[2]);
+      }
+      EXPECT_EQ(rs->RecordCount(), 5);
+      EXPECT_THROW(rs->Find(criteria), RecordsetError);
+    }
   }
-}
-
-TEST(MemoryRecordset, FilterShowsMatchingRows) {
-  struct Case {
-    const char* criteria;
-    const char* names;
-  } cases[] = {
-      {"BranchId=Null", "Banana,cherry"},
-      {"BranchId<>Null", "apple,avocado,apricot"},
-      {"BranchId Is Null", "Banana,cherry"},
-      {"Code='A1' AND BranchId='HO'", "apple,apricot"},
-      {"Code='A1' AND BranchId=Null", ""},
-      {"(Code='b2' OR Code='C3') AND Qty<5", "Banana"},
-      {"Code='b2' OR Code='C3' AND Qty<5", "Banana"},
-      {"Value=10", "apple,apricot"},
-      {"Value<0", "Banana"},
-      {"Value<>10", "Banana,avocado"},
-      {"Date=#2024-01-05#", "apple"},
-      {"Date>=#2024-01-05# AND Date<#2024-01-06#", "apple,avocado"},
-      {"Date>'2024-01-31'", "Banana"},
-      {"Name LIKE '*an*'", "Banana"},
-      {"NOT Code='A1'", "Banana,cherry"},
-      {"[Qty]>2 and qty<7", "apple,avocado"},
-      {"", "apple,Banana,avocado,cherry,apricot"},
-      {"  ", "apple,Banana,avocado,cherry,apricot"},
-  };
-  for (const auto& c : cases) {
-    auto rs = Fruit();
-    rs->MoveLast();
-    rs->Filter(c.criteria);
-    std::string names = c.names;
-    std::int64_t expected_count =
-        names.empty() ? 0 : std::count(names.begin(), names.end(), ',') + 1;
-    EXPECT_EQ(rs->RecordCount(), expected_count) << c.criteria;
-    EXPECT_EQ(Walk(*rs), c.names) << c.criteria;
+  auto rs = Fruit();
+  for (const char* keys : {"Code UP", "Code,,Name", "Missing"}) {
+    EXPECT_THROW(rs->Sort(keys), RecordsetError) << keys;
   }
 }
 
@@ -120,30 +102,6 @@ TEST(MemoryRecordset, FilterClearedShowsEveryRowAgain) {
   EXPECT_EQ(rs->RecordCount(), 5);
 }
 
-TEST(MemoryRecordset, SortsByKeysWithTiesInTheirOrder) {
-  struct Case {
-    const char* keys;
-    const char* names;
-  } cases[] = {
-      {"Code, Date DESC", "avocado,apple,apricot,Banana,cherry"},
-      {"Qty", "Banana,apricot,apple,avocado,cherry"},
-      {"Qty DESC", "cherry,apple,avocado,apricot,Banana"},
-      {"Value", "cherry,Banana,avocado,apple,apricot"},
-      {"Value DESC, Name", "apple,apricot,avocado,Banana,cherry"},
-      {"Name", "apple,apricot,avocado,Banana,cherry"},
-      {"Name ASC", "apple,apricot,avocado,Banana,cherry"},
-      {"BranchId desc, [Name] DESC", "avocado,apricot,apple,cherry,Banana"},
-      {"T.Qty, T.Name DESC", "Banana,apricot,avocado,apple,cherry"},
-      {"", "apple,Banana,avocado,cherry,apricot"},
-  };
-  for (const auto& c : cases) {
-    auto rs = Fruit();
-    rs->Sort("Qty DESC");  // an earlier order must not leak into the next
-    rs->Sort(c.keys);
-    EXPECT_EQ(Walk(*rs), c.names) << c.keys;
-  }
-}
-
 TEST(MemoryRecordset, SortAppliesToTheFilteredRows) {
   auto rs = Fruit();
   rs->Filter("BranchId<>Null");
@@ -151,42 +109,6 @@ TEST(MemoryRecordset, SortAppliesToTheFilteredRows) {
   EXPECT_EQ(Walk(*rs), "avocado,apricot,apple");
   rs->Filter("Qty<3");
   EXPECT_EQ(Walk(*rs), "Banana,apricot") << "a later filter keeps the sort";
-}
-
-TEST(MemoryRecordset, BadCriteriaNameTheText) {
-  struct Case {
-    const char* criteria;
-    const char* message;
-  } cases[] = {
-      {"Nope='x'", "cannot use the criteria \"Nope='x'\": there is no field named 'Nope'"},
-      {"Code=", "cannot use the criteria \"Code=\": a value is missing after the comparison"},
-      {"Code='x", "cannot use the criteria \"Code='x\": a text has no closing quote"},
-      {"(Code='x'", "cannot use the criteria \"(Code='x'\": a '(' is not closed"},
-      {"Value='abc'",
-       "cannot use the criteria \"Value='abc'\": 'abc' is not an amount for the field 'Value'"},
-      {"Date=#2024-13-45#",
-       "cannot use the criteria \"Date=#2024-13-45#\": '2024-13-45' is not a date for the field "
-       "'Date'"},
-      {"Code>Null",
-       "cannot use the criteria \"Code>Null\": Null can only be compared with = or <>"},
-      {"Code='x' Qty=1", "cannot use the criteria \"Code='x' Qty=1\": unexpected 'Qty'"},
-      {"Qty=abc", "cannot use the criteria \"Qty=abc\": expected a value at 'abc'"},
-  };
-  for (const auto& c : cases) {
-    auto rs = Fruit();
-    try {
-      rs->Filter(c.criteria);
-      ADD_FAILURE() << "no error for " << c.criteria;
-    } catch (const RecordsetError& e) {
-      EXPECT_EQ(std::string(e.what()), c.message);
-    }
-    EXPECT_EQ(rs->RecordCount(), 5) << "a bad filter leaves the rows as they were";
-    EXPECT_THROW(rs->Find(c.criteria), RecordsetError) << c.criteria;
-  }
-  auto rs = Fruit();
-  EXPECT_THROW(rs->Sort("Code UP"), RecordsetError);
-  EXPECT_THROW(rs->Sort("Code,,Name"), RecordsetError);
-  EXPECT_THROW(rs->Sort("Missing"), RecordsetError);
 }
 
 TEST(MemoryRecordset, QueryResultsAreReadOnly) {

@@ -19,13 +19,6 @@ using TempDir = trellin::testing::TempFolder;
 using testing::Walk;
 using testing::Write;
 
-std::string Bytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
 TEST(SqliteDatabase, FilesThatAreNotCompanyFilesGiveClearMessages) {
   TempDir dir;
   std::string text_file = dir.File("notes.txt");
@@ -150,7 +143,7 @@ TEST(SqliteDatabase, NeverWritesTheCompanyFile) {
   TempDir dir;
   std::string path = dir.File("company.db");
   MakeCompany(path);
-  std::string before = Bytes(path);
+  std::string before = trellin::testing::ReadFile(path);
   {
     auto db = SqliteDatabase::Open(path);
     EXPECT_TRUE(db->ReadOnly());
@@ -169,7 +162,7 @@ TEST(SqliteDatabase, NeverWritesTheCompanyFile) {
     db->EndSnapshot();
     EXPECT_EQ(db->RecordCount("Line", ""), 3);
   }
-  EXPECT_EQ(Bytes(path), before) << "the file's bytes changed";
+  EXPECT_EQ(trellin::testing::ReadFile(path), before) << "the file's bytes changed";
 }
 
 TEST(SqliteDatabase, ASnapshotHoldsWhileAnotherProcessWrites) {

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "EngineTestSupport.h"
 #include "layouts/EmbeddedLayouts.h"
 #include "platform/engine/LayoutLibrary.h"
+#include "tests/support/TempFolder.h"
 
 namespace trellin::engine {
 namespace {
@@ -116,12 +116,11 @@ TEST(LayoutLoader, BadLayoutsNameFileLineAndProblem) {
 }
 
 TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
-  auto dir = std::filesystem::temp_directory_path() / "trellin_layout_override";
-  std::filesystem::create_directories(dir);
-  {
-    std::ofstream out(dir / "arOverridden.yaml");
-    out << "Report: {Caption: From the template folder}\nSections:\n  - Name: Detail\n";
-  }
+  const trellin::testing::TempFolder folder("trellin-layouts");
+  const std::filesystem::path& dir = folder.Path();
+  trellin::testing::WriteFile(
+      dir / "arOverridden.yaml",
+      "Report: {Caption: From the template folder}\nSections:\n  - Name: Detail\n");
   auto compiled = [](std::string_view designer) -> std::optional<StoredLayout> {
     std::string text = "Report: {Caption: Compiled}\nSections:\n  - {Name: Detail, Bad: 1}\n";
     if (designer == "arOverridden" || designer == "arCompiled")
@@ -145,10 +144,8 @@ TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
 
   // A user's layout by file name comes from the template folder; a bad or missing one leaves an
   // empty report and no error.
-  {
-    std::ofstream bad(dir / "Broken.yaml");
-    bad << "Sections:\n  - Name: Detail\n  - Name: Detail\n";
-  }
+  trellin::testing::WriteFile(dir / "Broken.yaml",
+                              "Sections:\n  - Name: Detail\n  - Name: Detail\n");
   ActiveReport::SetLayoutProvider(std::make_shared<LayoutLibrary>(compiled, dir));
   ActiveReport by_name("arUser");
   EXPECT_TRUE(by_name.LoadLayoutFile("arOverridden.yaml"));
@@ -159,7 +156,6 @@ TEST(LayoutLibrary, TemplateFolderOverridesTheCompiledLayout) {
   ActiveReport absent("arUser");
   EXPECT_FALSE(absent.LoadLayoutFile((dir / "Nowhere.yaml").string()));
   ActiveReport::SetLayoutProvider(nullptr);
-  std::filesystem::remove_all(dir);
 }
 
 TEST(LayoutLibrary, EveryStoredLayoutLoads) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "EngineTestSupport.h"
+#include "platform/runtime/Strings.h"
 
 namespace trellin::engine {
 namespace {
@@ -92,44 +93,17 @@ Sections:
     report.Sections()["ghKey"].SetVisible(false);
   };
   KeepingSink sink = testing::Run(report);
-  const std::vector<std::string> expected = {"Initialize",
-                                             "ReportStart",
-                                             "DataInitialize",
-                                             "ReportHeader.Format",
-                                             "ReportHeader.BeforePrint",
-                                             "PageHeader.Format",
-                                             "PageHeader.BeforePrint",
-                                             "PageHeader.AfterPrint",
-                                             "ReportHeader.AfterPrint",
-                                             "FetchData",
-                                             "ghKey.Format",
-                                             "ghKey.BeforePrint",
-                                             "ghKey.AfterPrint",
-                                             "Detail.Format",
-                                             "Detail.BeforePrint",
-                                             "Detail.AfterPrint",
-                                             "FetchData",
-                                             "gfKey.Format",
-                                             "gfKey.BeforePrint",
-                                             "gfKey.AfterPrint",
-                                             "ghKey.Format",
-                                             "ghKey.BeforePrint",
-                                             "ghKey.AfterPrint",
-                                             "Detail.Format",
-                                             "Detail.BeforePrint",
-                                             "Detail.AfterPrint",
-                                             "gfKey.Format",
-                                             "gfKey.BeforePrint",
-                                             "gfKey.AfterPrint",
-                                             "ReportFooter.Format",
-                                             "ReportFooter.BeforePrint",
-                                             "ReportFooter.AfterPrint",
-                                             "PageFooter.Format",
-                                             "PageFooter.BeforePrint",
-                                             "PageFooter.AfterPrint",
-                                             "ReportEnd",
-                                             "Terminate"};
-  EXPECT_EQ(report.log, expected);
+  // Each event as "Section.Event", in order.
+  const std::string expected =
+      "Initialize ReportStart DataInitialize ReportHeader.Format ReportHeader.BeforePrint "
+      "PageHeader.Format PageHeader.BeforePrint PageHeader.AfterPrint ReportHeader.AfterPrint "
+      "FetchData ghKey.Format ghKey.BeforePrint ghKey.AfterPrint Detail.Format "
+      "Detail.BeforePrint Detail.AfterPrint FetchData gfKey.Format gfKey.BeforePrint "
+      "gfKey.AfterPrint ghKey.Format ghKey.BeforePrint ghKey.AfterPrint Detail.Format "
+      "Detail.BeforePrint Detail.AfterPrint gfKey.Format gfKey.BeforePrint gfKey.AfterPrint "
+      "ReportFooter.Format ReportFooter.BeforePrint ReportFooter.AfterPrint PageFooter.Format "
+      "PageFooter.BeforePrint PageFooter.AfterPrint ReportEnd Terminate";
+  EXPECT_EQ(Join(report.log, " "), expected);
   EXPECT_EQ(sink.log, (std::vector<std::string>{"Begin", "End"}));
   EXPECT_EQ(sink.pages.size(), 1u);
 }

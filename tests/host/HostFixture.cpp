@@ -1,7 +1,6 @@
 #include "tests/host/HostFixture.h"
 
 #include <algorithm>
-#include <random>
 
 #include "platform/engine/ReportEngine.h"
 #include "platform/host/ParameterDialogue.h"
@@ -31,10 +30,6 @@ void WriteTestCompany(const std::filesystem::path& path) {
 }
 
 void HostTest::SetUp() {
-  std::random_device random;
-  folder_ = std::filesystem::temp_directory_path() /
-            ("trellin-host-" + std::to_string(random()) + "-" + std::to_string(random()));
-  std::filesystem::create_directories(folder_);
   company_ = folder_ / "harbour.db";
   WriteTestCompany(company_);
   service_ = ReportService::Open(company_.string());
@@ -50,8 +45,6 @@ void HostTest::TearDown() {
   if (host_) host_->SetArReport(nullptr);
   host_.reset();
   service_.reset();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 DesignerPtr HostTest::Prepare(const std::string& key,

@@ -16,6 +16,8 @@
 #include "platform/host/ReportHost.h"
 #include "platform/host/run/ReportService.h"
 
+#include "tests/support/TempFolder.h"
+
 namespace trellin::host::testing {
 
 // Keeps every page, for the tests to read.
@@ -58,7 +60,7 @@ class HostTest : public ::testing::Test {
   DesignerPtr Prepare(const std::string& key,
                       const std::map<std::string, std::string>& values = {});
 
-  std::filesystem::path folder_;
+  trellin::testing::TempFolder folder_{"trellin-host"};
   std::filesystem::path company_;
   std::unique_ptr<ReportService> service_;
   std::shared_ptr<TLReport> host_;

@@ -10,38 +10,17 @@
 #include "platform/sql/Lexer.h"
 #include "platform/sql/Translate.h"
 #include "platform/sql/Typed.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::sql {
 namespace {
 
 TEST(DateLiteral, AcceptsIsoAndMonthFirstForms) {
-  struct Case {
-    const char* text;
-    std::optional<std::string> iso;
-  } cases[] = {
-      {"2024-03-31", "2024-03-31"},
-      {"2024-03-31 00:00:00", "2024-03-31"},  // midnight compares equal to a plain date
-      {"2024-03-31 23:59:59", "2024-03-31 23:59:59"},
-      {"2024-3-1 7:05", "2024-03-01 07:05:00"},
-      {"3/31/2024", "2024-03-31"},
-      {"12/1/2024 5:30:00 PM", "2024-12-01 17:30:00"},
-      {"12/1/2024 12:00 AM", "2024-12-01"},
-      {"12/1/2024 12:00 pm", "2024-12-01 12:00:00"},
-      {" 2/29/2024 ", "2024-02-29"},
-      {"2/29/2023", std::nullopt},
-      {"2024-02-30", std::nullopt},
-      {"2024-13-01", std::nullopt},
-      {"13/1/2024", std::nullopt},
-      {"2024-03-31 24:00:00", std::nullopt},
-      {"2024-03-31 10:60", std::nullopt},
-      {"1/1/24", std::nullopt},
-      {"13:00 PM", std::nullopt},
-      {"2024-03-31 10:00 PMX", std::nullopt},
-      {"", std::nullopt},
-      {"today", std::nullopt},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(JetDateToIso(c.text), c.iso) << "#" << c.text << "#";
+  for (const trellin::testing::CaseRow& row :
+       trellin::testing::ReadCases("sql/date_literals.tsv", 2)) {
+    const std::optional<std::string> iso =
+        row.fields[1] == "-" ? std::nullopt : std::optional<std::string>(row.fields[1]);
+    EXPECT_EQ(JetDateToIso(row.fields[0]), iso) << row.Where();
   }
 }
 
