@@ -8,6 +8,8 @@
 #include <regex>
 #include <sstream>
 
+#include <sqlite3.h>
+
 #include "platform/demo/DemoCompany.h"
 #include "platform/engine/DumpPage.h"
 #include "platform/engine/ReportEngine.h"
@@ -15,6 +17,7 @@
 #include "platform/host/run/RunReport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
+#include "tests/support/CaseFile.h"
 #include "tests/support/DemoCache.h"
 #include "tests/support/TestPaths.h"
 
@@ -121,6 +124,74 @@ void ExpectGolden(const std::string& area, const std::string& name, const std::s
   std::stringstream expected;
   expected << file.rdbuf();
   EXPECT_EQ(expected.str(), actual) << "golden file " << path.string();
+}
+
+void ExpectGoldenRuns(host::ReportService& service, const std::string& area, std::string_view table,
+                      const std::string& separator) {
+  const std::vector<trellin::testing::CaseRow> rows = trellin::testing::ReadCases(table, 2);
+  ASSERT_FALSE(rows.empty()) << table << " holds no runs";
+  for (const trellin::testing::CaseRow& row : rows) {
+    SCOPED_TRACE(row.Where() + " " + row.fields[0]);
+    const std::vector<std::string> assignments(row.fields.begin() + 2, row.fields.end());
+    const std::vector<std::string> pages =
+        DumpPages(OpenWithValues(service, row.fields[1], assignments));
+    ASSERT_FALSE(pages.empty());
+    EXPECT_FALSE(pages.back().starts_with("errors:")) << pages.back();
+    ExpectGolden(area, row.fields[0], Join(pages, separator));
+  }
+}
+
+Currency DumpedAmount(const DumpRow& row, const std::string& name) {
+  auto found = row.find(name);
+  if (found == row.end()) return Currency();
+  std::string value = found->second.first;
+  if (value.empty() || value.back() != '@') return Currency();
+  value.pop_back();
+  return Currency::Parse(value).value_or(Currency());
+}
+
+BooksSql::BooksSql() {
+  if (sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr) !=
+      SQLITE_OK) {
+    ADD_FAILURE() << "cannot open the demo company";
+  }
+}
+
+BooksSql::~BooksSql() { sqlite3_close(db_); }
+
+std::vector<std::vector<std::string>> BooksSql::Rows(const std::string& sql) const {
+  std::vector<std::vector<std::string>> rows;
+  sqlite3_stmt* statement = nullptr;
+  EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(db_) << "\n  " << sql;
+  while (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW) {
+    std::vector<std::string> row;
+    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+      const unsigned char* text = sqlite3_column_text(statement, i);
+      row.emplace_back(text != nullptr ? reinterpret_cast<const char*>(text) : "");
+    }
+    rows.push_back(std::move(row));
+  }
+  sqlite3_finalize(statement);
+  return rows;
+}
+
+std::vector<std::string> BooksSql::Texts(const std::string& sql) const {
+  std::vector<std::string> texts;
+  for (std::vector<std::string>& row : Rows(sql)) texts.push_back(std::move(row.at(0)));
+  return texts;
+}
+
+Currency BooksSql::Money(const std::string& sql) const {
+  sqlite3_stmt* statement = nullptr;
+  EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(db_) << "\n  " << sql;
+  Currency money;
+  if (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW) {
+    money = Currency::FromRaw(sqlite3_column_int64(statement, 0));
+  }
+  sqlite3_finalize(statement);
+  return money;
 }
 
 std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind) {

@@ -8,11 +8,15 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/Designer.h"
 #include "platform/host/run/ReportService.h"
+#include "platform/runtime/Currency.h"
+
+struct sqlite3;
 
 namespace trellin::reports::testing {
 
@@ -52,13 +56,42 @@ class DemoReports : public ::testing::Test {
 // the environment the file is written instead, and the test notes it.
 void ExpectGolden(const std::string& area, const std::string& name, const std::string& actual);
 
+// Runs each row of the case table tests/<table> (golden name, key, then one "NAME=VALUE" a
+// field) on `service` and compares its pages, joined by `separator`, with the area's golden file
+// of that name, as ExpectGolden; a run that reports errors fails.
+void ExpectGoldenRuns(host::ReportService& service, const std::string& area, std::string_view table,
+                      const std::string& separator = "\n");
+
 // One printed row of a dump: control name -> (value as dumped, printed text).
 using DumpRow = std::map<std::string, std::pair<std::string, std::string>>;
 // The rows of one kind ("Detail", "ReportFooter", ...) of a dump, in order.
 [[nodiscard]] std::vector<DumpRow> RowsOf(const std::string& dump, const std::string& kind);
 // The printed text of every control named `name` (in the "row" lines of a dump), in order.
 [[nodiscard]] std::vector<std::string> TextsOf(const std::string& dump, const std::string& name);
+// The money a dumped field holds ("1234.5@"); 0 when it did not print or holds no money.
+[[nodiscard]] Currency DumpedAmount(const DumpRow& row, const std::string& name);
 // The printed lines of a dump (texts only), for searching.
 [[nodiscard]] std::vector<std::string> PrintedTexts(const std::string& dump);
+
+// The demo company read with plain SQL, beside the reports: what a report prints is checked
+// against what the books hold. A query that does not prepare fails the test.
+class BooksSql {
+ public:
+  BooksSql();
+  ~BooksSql();
+  BooksSql(const BooksSql&) = delete;
+  BooksSql& operator=(const BooksSql&) = delete;
+  // Every row, each column as text ("" for Null).
+  [[nodiscard]] std::vector<std::vector<std::string>> Rows(const std::string& sql) const;
+  // The first column of every row, as text.
+  [[nodiscard]] std::vector<std::string> Texts(const std::string& sql) const;
+  // The first column of the first row as stored money (ten-thousandths), 0 without a row.
+  [[nodiscard]] Currency Money(const std::string& sql) const;
+  // The same in cents.
+  [[nodiscard]] std::int64_t Cents(const std::string& sql) const { return Money(sql).Raw() / 100; }
+
+ private:
+  ::sqlite3* db_ = nullptr;
+};
 
 }  // namespace trellin::reports::testing

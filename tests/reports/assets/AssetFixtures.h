@@ -1,10 +1,9 @@
 #pragma once
-// What the asset report tests share: the dump of a run, parameter lists, the demo company read
-// with plain SQL, printed amounts in cents, and a hand-made company of one SQL file on top of
-// business/real_company.sql (years to 31 March 2025, the clock at 1 April 2025).
+// What the asset report tests share: the dump of a run, parameter lists, printed amounts in cents,
+// and a hand-made company of one SQL file on top of business/real_company.sql (years to 31 March
+// 2025, the clock at 1 April 2025).
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <cctype>
 #include <memory>
@@ -25,41 +24,6 @@ inline std::vector<std::string> With(std::vector<std::string> a,
   a.insert(a.end(), b.begin(), b.end());
   return a;
 }
-
-// The demo company read with plain SQL, beside the reports.
-class PlainSql {
- public:
-  PlainSql() { sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr); }
-  ~PlainSql() { sqlite3_close(db_); }
-  PlainSql(const PlainSql&) = delete;
-  PlainSql& operator=(const PlainSql&) = delete;
-  // The first column of the first row, in cents.
-  [[nodiscard]] std::int64_t Cents(const std::string& sql) const {
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK) << sql;
-    std::int64_t cents = 0;
-    if (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
-      cents = sqlite3_column_int64(stmt, 0) / 100;  // stored ten-thousandths
-    }
-    sqlite3_finalize(stmt);
-    return cents;
-  }
-  // The first column of every row, as text.
-  [[nodiscard]] std::vector<std::string> Texts(const std::string& sql) const {
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK) << sql;
-    std::vector<std::string> texts;
-    while (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
-      const unsigned char* text = sqlite3_column_text(stmt, 0);
-      texts.emplace_back(text == nullptr ? "" : reinterpret_cast<const char*>(text));
-    }
-    sqlite3_finalize(stmt);
-    return texts;
-  }
-
- private:
-  sqlite3* db_ = nullptr;
-};
 
 // A printed amount in cents: "(1,234.56)" is -123456.
 inline std::int64_t CentsOf(const std::string& text) {

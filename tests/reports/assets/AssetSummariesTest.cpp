@@ -1,6 +1,6 @@
-// The purchase and disposal summaries: golden page dumps on the demo company, their sums and
-// lines against plain SQL over AssetTransaction, and the edges of their bounds on hand-made
-// assets (summaries.sql).
+// The purchase and disposal summaries (golden runs in golden_runs.tsv): their sums and lines on
+// the demo company against plain SQL over AssetTransaction, and the edges of their bounds on
+// hand-made assets (summaries.sql).
 
 #include "core/host/Database.h"
 #include "reports/assets/arfaPurchaseSummary.h"
@@ -10,31 +10,6 @@ namespace trellin::reports::testing {
 namespace {
 
 class SummariesDemo : public DemoReports {};
-
-TEST_F(SummariesDemo, Dumps) {
-  const std::vector<std::string> year = {"Period=Custom", "DateFrom=1/04/2024",
-                                         "DateTo=31/03/2025"};
-  struct Case {
-    const char* key;
-    const char* name;
-    std::vector<std::string> values;
-  };
-  const Case cases[] = {
-      {"AssetPurchaseSummary", "year", year},
-      {"AssetPurchaseSummary", "grouped", {"Period=ALL", "Groupings=Category", "OrderBy=Name"}},
-      {"AssetPurchaseSummary", "summary", {"Period=ALL", "Groupings=Type", "Summary=True"}},
-      {"AssetPurchaseSummary",
-       "tax-status",
-       {"Period=ALL", "UseTaxBasis=True", "StatusIn Use=False", "OrderBy=Status"}},
-      {"AssetDisposalSummary", "all", {"Period=ALL"}},
-      {"AssetDisposalSummary", "grouped", {"Period=ALL", "Groupings=Status,Category"}},
-      {"AssetDisposalSummary", "summary", {"Period=ALL", "Groupings=Category", "Summary=True"}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    ExpectGolden("assets", std::string(c.key) + "-" + c.name, Dump(Open(c.key, c.values)));
-  }
-}
 
 // The detail lines of a summary: an asset's line carries txtAssetId; the lines of its movements,
 // which the sub-report prints, do not.
@@ -84,7 +59,7 @@ TEST_F(SummariesDemo, SumsAndAssetsAreThoseOfPlainSqlOverTheMovements) {
       {"5/10/2023", "31/03/2026", "2023-10-05", "2026-03-31"},
       {"1/04/2024", "31/03/2025", "2024-04-01", "2025-03-31"},
   };
-  const PlainSql sql;
+  const BooksSql sql;
   for (const Key& k : keys) {
     for (const Period& period : periods) {
       for (const char* amount : {"Value", "TaxValue"}) {

@@ -81,25 +81,8 @@ std::vector<std::string> Flags(bool shown, std::initializer_list<int> except = {
 
 const std::vector<std::string> kYear = {"Period=Custom", "DateFrom=1/04/2024", "DateTo=31/03/2025"};
 
-TEST_F(AssetsDemo, DepreciationRunGoldens) {
-  struct Case {
-    const char* name;
-    std::vector<std::string> settings;
-  };
-  const Case cases[] = {
-      {"run", {"DateDated=31/10/2025"}},
-      {"run-full-category",
-       {"DateDated=31/10/2025", "FullDetails=True", "GroupBy=Category", "Reference=DEP-OCT",
-        "glSource=FA"}},
-      {"run-selected-type",
-       {"DateDated=31/10/2025", "Selected=PLA101..PLA107,VEH105", "SelectedOnly=True",
-        "GroupBy=Type", "ShadeFirstRow=True", "glSource=ZZ"}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    ExpectGolden("assets", std::string("AssetDepreciationCalculation-") + c.name,
-                 Dump(Open("AssetDepreciationCalculation", c.settings)));
-  }
+TEST_F(AssetsDemo, Goldens) {
+  ExpectGoldenRuns(Service(), "assets", "reports/assets/golden_runs.tsv");
 }
 
 TEST_F(AssetsDemo, DepreciationScheduleGoldens) {
@@ -127,7 +110,7 @@ TEST_F(AssetsDemo, DepreciationScheduleGoldens) {
 }
 
 TEST_F(AssetsDemo, ScheduleLinesAddAcrossAndTieToTheLedgersAssetAccounts) {
-  const PlainSql sql;
+  const BooksSql sql;
   for (const char* to : {"2025-03-31", "2024-03-31", "2025-11-30"}) {
     SCOPED_TRACE(to);
     const std::string dmy =

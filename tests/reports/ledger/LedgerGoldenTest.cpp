@@ -1,4 +1,5 @@
-// Every statement on the demo company, compared with its golden page dumps.
+// Every statement on the demo company, compared with its golden page dumps (the runs are the rows
+// of golden_statements.tsv).
 
 #include <set>
 #include <sstream>
@@ -9,79 +10,11 @@
 namespace trellin::ledger_testing {
 namespace {
 
-struct GoldenCase {
-  const char* name;
-  const char* key;
-  std::vector<std::string> assignments;
-};
-
-const GoldenCase kCases[] = {
-    {"TrialBalance", "TrialBalance", {"ToDate=2025-11-30"}},
-    {"TrialBalanceByType", "TrialBalance", {"ToDate=2025-11-30", "AccountsGroupBy=Type"}},
-    {"TrialBalanceByBranch", "TrialBalance", {"ToDate=2025-11-30", "Groupings=Branch"}},
-    {"FinancialStatement", "FinancialStatement", {"ToDate=2025-11-30"}},
-    {"FinancialStatementByType",
-     "FinancialStatement",
-     {"ToDate=2025-11-30", "AccountsGroupBy=Type"}},
-    {"FinancialStatementByDepartment",
-     "FinancialStatement",
-     {"Period=MTD", "FromDate=2025-11-01", "ToDate=2025-11-30", "Groupings=Department",
-      "AccountTotalLevel=2"}},
-    // The expenses, the saver account, petty cash and the payables with few lines in a month:
-    // bank entries with and without a party, on a statement page and not yet.
-    {"GeneralLedger",
-     "GeneralLedger",
-     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1200..1299, 3020..3030, 4030..4110"}},
-    // Opening lines by branch, each with its own lines; a statement per branch of the ledger.
-    {"GeneralLedgerSplitBranch",
-     "GeneralLedger",
-     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1240..1260, 4030", "Split=Branch"}},
-    {"GeneralLedgerByBranch",
-     "GeneralLedger",
-     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1250..1260, 4110", "Groupings=Branch",
-      "Rounding=Whole"}},
-    // The document lines under the lines posted from a document; none under a journal.
-    {"GeneralLedgerDrilldown",
-     "GeneralLedger",
-     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1210..1225, 1285", "Drilldown=true"}},
-    {"GeneralLedgerThousandsTaxInclusive",
-     "GeneralLedger",
-     {"Period=MTD", "ToDate=2025-11-30", "Accounts=1210..1230, 4030..4040", "Rounding=Thousands",
-      "TaxInclusive=true"}},
-    // The deleted department MKT prints with an empty name.
-    {"TrialBalanceSplitDepartment",
-     "TrialBalance",
-     {"ToDate=2025-11-30", "Accounts=1000..1299", "Split=Department"}},
-    {"FinancialStatementSplitBranch",
-     "FinancialStatement",
-     {"ToDate=2025-11-30", "Accounts=3000..4999", "Split=Branch"}},
-    {"PeriodSummarySplitBranch",
-     "PeriodSummary",
-     {"EndDate=2025-11-30", "Frequency=Quarterly", "ShowTotal=true", "Accounts=1000..1099",
-      "Split=Branch"}},
-    {"EndOfYearTrialBalance", "EndOfYearTrialBalance", {"FiscalYear=2025"}},
-    {"FiveYearSummary", "FiveYearSummary", {}},
-    {"PeriodSummary", "PeriodSummary", {"EndDate=2025-11-30", "ShowTotal=true"}},
-    {"MovementReport", "MovementReport", {"DateAsAt=2025-11-30"}},
-    {"VarianceReport", "VarianceReport", {"ToDate=2025-11-30"}},
-    {"LastYearComparison", "LastYearComparison", {"ToDate=2025-11-30"}},
-    {"BudgetCashFlow", "BudgetCashFlow", {"EndDate=2025-11-30", "Frequency=Quarterly"}},
-    {"BudgetCashFlowMonthlyTotal", "BudgetCashFlow", {"EndDate=2025-11-30", "ShowTotal=true"}},
-    {"BudgetSummary", "BudgetSummary", {"EndDate=2026-03-31", "ShowTotal=true"}},
-    // The clock is pinned: the month captions run from Dec24 to Nov25.
-    {"AccountReportsNew", "AccountReportsNew", {}},
-    {"BudgetVarianceReport",
-     "BudgetVarianceReport",
-     {"ToDate=2025-11-30", "AdjustCreditTypeAccounts=true"}},
-};
-
 class LedgerGolden : public LedgerReports {};
 
 TEST_F(LedgerGolden, EveryStatementMatchesItsGoldenDump) {
-  for (const GoldenCase& c : kCases) {
-    SCOPED_TRACE(c.name);
-    ExpectLedgerGolden(c.name, Run(c.key, c.assignments));
-  }
+  reports::testing::ExpectGoldenRuns(Service(), "ledger", "reports/ledger/golden_statements.tsv",
+                                     "");
 }
 
 TEST_F(LedgerGolden, EveryPageOfAGroupSaysWhichGroupItIs) {

@@ -7,8 +7,6 @@
 #include <map>
 #include <set>
 
-#include <sqlite3.h>
-
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Format.h"
@@ -19,41 +17,6 @@ namespace trellin::reports::testing {
 namespace {
 
 class LedgerListsChecks : public DemoReports {};
-
-// Rows of one query on the demo company, each a vector of texts.
-std::vector<std::vector<std::string>> Query(const std::string& sql) {
-  sqlite3* db = nullptr;
-  std::vector<std::vector<std::string>> rows;
-  if (sqlite3_open_v2(DemoCompanyPath().c_str(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-    ADD_FAILURE() << "cannot open the demo company";
-    sqlite3_close(db);
-    return rows;
-  }
-  sqlite3_stmt* statement = nullptr;
-  EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(db);
-  while (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW) {
-    std::vector<std::string> row;
-    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-      const unsigned char* text = sqlite3_column_text(statement, i);
-      row.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
-    }
-    rows.push_back(std::move(row));
-  }
-  sqlite3_finalize(statement);
-  sqlite3_close(db);
-  return rows;
-}
-
-// The money a dumped field holds ("1234.5@"); 0 for an empty one.
-Currency MoneyOf(const DumpRow& row, const std::string& name) {
-  auto found = row.find(name);
-  if (found == row.end()) return Currency();
-  std::string value = found->second.first;
-  if (value.empty() || value.back() != '@') return Currency();
-  value.pop_back();
-  return Currency::Parse(value).value_or(Currency());
-}
 
 // The money of the one field `name` in the dump ("name=1234.5@"); 0 when there is none.
 Currency FooterMoney(const std::string& dump, const std::string& name) {
@@ -82,13 +45,14 @@ TEST_F(LedgerListsChecks, AYearOfLedgerLinesIsEachAccountsMovementAndBalances) {
     // "Total 1010  Sales - Shop"
     const std::vector<std::string> words = Split(TextOf(row, "gfLabel1"), " ");
     ASSERT_GE(words.size(), 2u);
-    listed[words[1]] =
-        MoneyOf(row, "GroupFooter1SummaryDebit") - MoneyOf(row, "GroupFooter1SummaryCredit");
+    listed[words[1]] = DumpedAmount(row, "GroupFooter1SummaryDebit") -
+                       DumpedAmount(row, "GroupFooter1SummaryCredit");
   }
   std::map<std::string, Currency> books;
-  for (const auto& row : Query("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
-                               "'2024-04-01' AND Date < '2025-04-01' AND Type Is Null GROUP BY "
-                               "AccountId")) {
+  for (const auto& row :
+       BooksSql().Rows("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
+                       "'2024-04-01' AND Date < '2025-04-01' AND Type Is Null GROUP BY "
+                       "AccountId")) {
     books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
   }
   ASSERT_GT(books.size(), 20u);
@@ -109,7 +73,7 @@ TEST_F(LedgerListsChecks, UnpresentedOnlyListsExactlyTheUnpresentedCheques) {
       "t.glBankTransactionId = b.glBankTransactionId AND t.glBankTransactionSequence = 0 WHERE "
       "t.Value < 0";
   std::multiset<std::string> unpresented, all;
-  for (const auto& row : Query(withdrawals)) {
+  for (const auto& row : BooksSql().Rows(withdrawals)) {
     if (row[2] == "1") all.insert(row[0]);
     if (row[1] == "1") unpresented.insert(row[0]);
   }
@@ -143,7 +107,7 @@ TEST_F(LedgerListsChecks, EachBanksClosingIsItsAccountsBalanceOnTheLastDate) {
     ASSERT_EQ(banks.size(), 2u) << to;  // CHQ and SAVE; the retired OLD shares CHQ's account
     ASSERT_EQ(closings.size(), banks.size()) << to;
     for (std::size_t i = 0; i < banks.size(); ++i) {
-      const auto books = Query(
+      const auto books = BooksSql().Rows(
           "SELECT Coalesce(Sum(Value), 0) FROM glTransaction WHERE AccountId = (SELECT "
           "AssetAccountId FROM Bank WHERE BankId = '" +
           banks[i] + "') AND Date < date('" + to + "', '+1 day')");
@@ -166,9 +130,9 @@ TEST_F(LedgerListsChecks, BankHighLowAgreesWithARunningSumOfTheBooks) {
            "\n");
   Currency balance;
   std::map<std::string, Currency> moved;  // by day
-  for (const auto& row :
-       Query("SELECT substr(Date, 1, 10), Sum(Value) FROM glTransaction WHERE AccountId = "
-             "'3010' AND Date < '2025-09-01' GROUP BY 1")) {
+  for (const auto& row : BooksSql().Rows(
+           "SELECT substr(Date, 1, 10), Sum(Value) FROM glTransaction WHERE AccountId = "
+           "'3010' AND Date < '2025-09-01' GROUP BY 1")) {
     const Currency value = Currency::FromRaw(std::stoll(row[1]));
     if (row[0] < "2025-06-04") {
       balance += value;
@@ -202,12 +166,12 @@ TEST_F(LedgerListsChecks, BankHighLowAgreesWithARunningSumOfTheBooks) {
     SCOPED_TRACE(w.from.ToIso());
     EXPECT_EQ(TextOf(rows[i], "txtFrom"), day_text(w.from));
     EXPECT_EQ(TextOf(rows[i], "txtTo"), day_text(w.to));
-    EXPECT_EQ(MoneyOf(rows[i], "txtOpening"), w.opening);
-    EXPECT_EQ(MoneyOf(rows[i], "txtLowest"), w.lowest);
+    EXPECT_EQ(DumpedAmount(rows[i], "txtOpening"), w.opening);
+    EXPECT_EQ(DumpedAmount(rows[i], "txtLowest"), w.lowest);
     EXPECT_EQ(TextOf(rows[i], "txtLowestOn"), day_text(w.lowest_on));
-    EXPECT_EQ(MoneyOf(rows[i], "txtHighest"), w.highest);
+    EXPECT_EQ(DumpedAmount(rows[i], "txtHighest"), w.highest);
     EXPECT_EQ(TextOf(rows[i], "txtHighestOn"), day_text(w.highest_on));
-    EXPECT_EQ(MoneyOf(rows[i], "txtClosing"), w.closing);
+    EXPECT_EQ(DumpedAmount(rows[i], "txtClosing"), w.closing);
     // The cheque account may be overdrawn by 50,000.00.
     EXPECT_EQ(TextOf(rows[i], "txtOverLimit"),
               w.lowest < Currency::FromRaw(-500000000) ? "Over limit" : "");
@@ -216,9 +180,9 @@ TEST_F(LedgerListsChecks, BankHighLowAgreesWithARunningSumOfTheBooks) {
   }
   const std::vector<DumpRow> footers = RowsOf(dump, "GroupFooter");
   ASSERT_EQ(footers.size(), 1u);
-  EXPECT_EQ(MoneyOf(footers[0], "txtRunLowest"), run.lowest);
+  EXPECT_EQ(DumpedAmount(footers[0], "txtRunLowest"), run.lowest);
   EXPECT_EQ(TextOf(footers[0], "txtRunLowestOn"), day_text(run.lowest_on));
-  EXPECT_EQ(MoneyOf(footers[0], "txtRunHighest"), run.highest);
+  EXPECT_EQ(DumpedAmount(footers[0], "txtRunHighest"), run.highest);
   EXPECT_EQ(TextOf(footers[0], "txtRunHighestOn"), day_text(run.highest_on));
 }
 
@@ -229,12 +193,12 @@ TEST_F(LedgerListsChecks, EachLodgementSlipIsThatDaysBankReceipts) {
       Join(RunPages(Open("Lodgements", {"DatedFrom=2025-11-01", "DatedTo=2025-11-07"})), "\n");
   std::map<std::string, std::pair<std::size_t, Currency>> books;  // by day
   Currency week;
-  for (const auto& row :
-       Query("SELECT substr(b.Date, 1, 10), Count(*), Sum(t.Value) FROM glBankTransaction b "
-             "JOIN glTransaction t ON t.glBankTransactionId = b.glBankTransactionId AND "
-             "t.glBankTransactionSequence = 0 WHERE b.Date >= '2025-11-01' AND b.Date < "
-             "'2025-11-08' AND b.glBankTransactionId In (SELECT glBankTransactionId FROM "
-             "Transactions WHERE Type = 35) GROUP BY 1")) {
+  for (const auto& row : BooksSql().Rows(
+           "SELECT substr(b.Date, 1, 10), Count(*), Sum(t.Value) FROM glBankTransaction b "
+           "JOIN glTransaction t ON t.glBankTransactionId = b.glBankTransactionId AND "
+           "t.glBankTransactionSequence = 0 WHERE b.Date >= '2025-11-01' AND b.Date < "
+           "'2025-11-08' AND b.glBankTransactionId In (SELECT glBankTransactionId FROM "
+           "Transactions WHERE Type = 35) GROUP BY 1")) {
     const Currency sum = Currency::FromRaw(std::stoll(row[2]));
     books[row[0]] = {std::stoul(row[1]), sum};
     week += sum;
@@ -251,7 +215,7 @@ TEST_F(LedgerListsChecks, EachLodgementSlipIsThatDaysBankReceipts) {
     ASSERT_LT(slip, days.size());
     ASSERT_EQ(days[slip].size(), 12u) << days[slip];
     listed[days[slip++].substr(1, 10)] = {std::stoul(TextOf(row, "txtSlipCount")),
-                                          MoneyOf(row, "txtSlipTotal")};
+                                          DumpedAmount(row, "txtSlipTotal")};
   }
   EXPECT_EQ(listed, books);
   EXPECT_EQ(FooterMoney(dump, "txtReportTotal"), week);
@@ -274,16 +238,16 @@ TEST_F(LedgerListsChecks, EachBankEntrysSplitLinesAddUpToItsAmount) {
     if (row.find("txtEntryId") != row.end()) {
       close();
       entry = TextOf(row, "txtEntryId");
-      amount = MoneyOf(row, "txtAmount");
+      amount = DumpedAmount(row, "txtAmount");
       split = Currency();
       ++entries;
     } else {
-      split += MoneyOf(row, "txtGross");
+      split += DumpedAmount(row, "txtGross");
     }
   }
   close();
   EXPECT_GT(entries, 100u);
-  const auto books = Query(
+  const auto books = BooksSql().Rows(
       "SELECT Sum(t.Value) FROM glTransaction t JOIN glBankTransaction b ON "
       "b.glBankTransactionId = t.glBankTransactionId WHERE t.glBankTransactionSequence = 0 AND "
       "b.Date >= '2025-10-01' AND b.Date < '2025-11-01'");
@@ -301,14 +265,14 @@ TEST_F(LedgerListsChecks, TheChartsBalancesAreTheBooksAndTheDebitsEqualTheCredit
         "\n");
     std::map<std::string, Currency> listed;
     for (const DumpRow& row : RowsOf(dump, "Detail")) {
-      const Currency balance = MoneyOf(row, "txtDebit") - MoneyOf(row, "txtCredit");
+      const Currency balance = DumpedAmount(row, "txtDebit") - DumpedAmount(row, "txtCredit");
       if (balance != Currency()) listed[TextOf(row, "txtCode")] = balance;
     }
     std::map<std::string, Currency> books;
     for (const auto& row :
-         Query(std::string("SELECT AccountId, Sum(Value) FROM glTransaction "
-                           "WHERE Date < date('") +
-               as_at + "', '+1 day') GROUP BY AccountId HAVING Sum(Value) <> 0")) {
+         BooksSql().Rows(std::string("SELECT AccountId, Sum(Value) FROM glTransaction "
+                                     "WHERE Date < date('") +
+                         as_at + "', '+1 day') GROUP BY AccountId HAVING Sum(Value) <> 0")) {
       books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
     }
     ASSERT_GT(books.size(), 10u) << as_at;
@@ -328,17 +292,18 @@ TEST_F(LedgerListsChecks, AccountMatrixRowsAreTheAccountsMovements) {
   std::map<std::string, Currency> cells;
   for (const DumpRow& row : RowsOf(dump, "Detail")) {
     const std::string account = TextOf(row, "txtCode");
-    totals[account] = MoneyOf(row, "txtAcrossTotal");
+    totals[account] = DumpedAmount(row, "txtAcrossTotal");
     for (const auto& [name, value] : row) {
       if (name.rfind("txtAcross", 0) != 0 || name == "txtAcrossTotal") continue;
-      const Currency cell = MoneyOf(row, name);
+      const Currency cell = DumpedAmount(row, name);
       if (cell != Currency()) cells[account + " " + name.substr(9)] = cell;
     }
   }
   std::map<std::string, Currency> books;
-  for (const auto& row : Query("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
-                               "'2025-04-01' AND Date < '2025-10-01' AND Type Is Null GROUP BY "
-                               "AccountId HAVING Sum(Value) <> 0")) {
+  for (const auto& row :
+       BooksSql().Rows("SELECT AccountId, Sum(Value) FROM glTransaction WHERE Date >= "
+                       "'2025-04-01' AND Date < '2025-10-01' AND Type Is Null GROUP BY "
+                       "AccountId HAVING Sum(Value) <> 0")) {
     books[row[0]] = Currency::FromRaw(std::stoll(row[1]));
   }
   ASSERT_GT(books.size(), 10u);
@@ -346,9 +311,9 @@ TEST_F(LedgerListsChecks, AccountMatrixRowsAreTheAccountsMovements) {
   // The demo's branches in code order are AKL and TGA: columns 1 and 2, then "(none)".
   std::map<std::string, Currency> split;
   for (const auto& row :
-       Query("SELECT AccountId, Coalesce(BranchId, ''), Sum(Value) FROM "
-             "glTransaction WHERE Date >= '2025-04-01' AND Date < '2025-10-01' "
-             "AND Type Is Null GROUP BY AccountId, BranchId HAVING Sum(Value) <> 0")) {
+       BooksSql().Rows("SELECT AccountId, Coalesce(BranchId, ''), Sum(Value) FROM "
+                       "glTransaction WHERE Date >= '2025-04-01' AND Date < '2025-10-01' "
+                       "AND Type Is Null GROUP BY AccountId, BranchId HAVING Sum(Value) <> 0")) {
     const std::string column = row[1] == "AKL" ? "1" : row[1] == "TGA" ? "2" : "None";
     split[row[0] + " " + column] = Currency::FromRaw(std::stoll(row[2]));
   }
