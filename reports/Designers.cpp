@@ -12,6 +12,7 @@
 #include "reports/admin/arDocumentList.h"
 #include "reports/admin/arGridContent.h"
 #include "reports/admin/arLog.h"
+#include "reports/admin/arOtherPartyDetail.h"
 #include "reports/admin/arOtherPartyList.h"
 #include "reports/admin/arPostcodeList.h"
 #include "reports/admin/arScriptList.h"
@@ -133,6 +134,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arGridContent", CreatearGridContent},
     {"arDocumentList", CreatearDocumentList},
     {"arContactDetailList", CreatearContactDetailList},
+    {"arOtherPartyDetail", CreatearOtherPartyDetail},
 };
 
 }  // namespace
