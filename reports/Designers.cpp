@@ -43,6 +43,7 @@
 #include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "reports/receivables/ardsImportErrorsList.h"
+#include "reports/receivables/ardsPenaltyInterests.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
@@ -95,6 +96,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsDirectCreditSchedule", CreateardsDirectCreditSchedule},
     {"ardsImportErrorsList", CreateardsImportErrorsList},
     {"ardsBatchTransactions", CreateardsBatchTransactions},
+    {"ardsPenaltyInterests", CreateardsPenaltyInterests},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},

@@ -36,6 +36,12 @@ TEST_F(ReceivablesListsGolden, PageDumps) {
        "BatchTransactions",
        {"Ledger=Payables", "ProcessFrom=2025-11-24", "ProcessTo=2025-11-30", "OrderBy=Code",
         "Columns=TransId,Date,Type,Code,Name,Reference,Gross,Outstanding"}},
+      // ISLAN006's interest (1.45) is raised to STD's minimum charge of 5.00; ANCHO002's is not.
+      {"PenaltyInterests-two-customers", "PenaltyInterests", {"Customers=ANCHO002,ISLAN006"}},
+      // A month earlier, without the minimum: each charge is its items' interest.
+      {"PenaltyInterests-October-no-minimum-by-name",
+       "PenaltyInterests",
+       {"Customers=A..D", "DateAsAt=2025-10-31", "MinimumInterest=False", "OrderBy=Name"}},
       {"TransactionTypeList", "TransactionTypeList", {}},
       {"TransactionTypeList-payables-by-class",
        "TransactionTypeList",
