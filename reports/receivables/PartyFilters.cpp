@@ -36,11 +36,13 @@ void AppendPartyPlaceFilters(std::string& where, const Parameters& parameters, s
                                kRangeText);
 }
 
-void AppendPartyListFilters(std::string& where, const Parameters& parameters,
-                            std::string& heading) {
+void AppendPartyListFilters(std::string& where, const Parameters& parameters, std::string& heading,
+                            PartyColumns columns) {
   for (const ListFilter& filter : kListFilters) {
-    AppendListParameterCondition(where, filter.field, filter.parameter, parameters, heading,
-                                 kRangeText);
+    const std::string_view field = filter.field;
+    const bool qualified = columns == PartyColumns::kQualified && !field.ends_with("PayTermId");
+    AppendListParameterCondition(where, (qualified ? "OtherParty." : "") + std::string(field),
+                                 filter.parameter, parameters, heading, kRangeText);
   }
   // A status given as anything but one number filters nothing.
   if (IsNumeric(parameters.Value("Status", Variant()).Text())) {

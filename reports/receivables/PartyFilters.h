@@ -21,10 +21,16 @@ void AppendPartyFilter(std::string& where, const Parameters& parameters, std::st
 void AppendPartyPlaceFilters(std::string& where, const Parameters& parameters, std::string& heading,
                              const std::string& locations, const std::string& employees);
 
+// How the category and type filters name their columns: bare, as the ledgers' queries do, or
+// `OtherParty.`-qualified, as the statements' and remittances' queries do (their payment-term
+// column stays bare).
+enum class PartyColumns { kBare, kQualified };
+
 // Adds the category, type and payment-term filters on the party's columns (the other side's
 // parameters do not exist and add nothing), and `Status` when its value is one number; each adds
 // its line to `heading`. Throws as AppendPartyFilter.
-void AppendPartyListFilters(std::string& where, const Parameters& parameters, std::string& heading);
+void AppendPartyListFilters(std::string& where, const Parameters& parameters, std::string& heading,
+                            PartyColumns columns = PartyColumns::kBare);
 
 // Adds the filters of the user-defined fields of `table` ("OtherParty", "Transactions"): for n
 // from 1 to 20, the parameter `table`.UserDefined n on the column of that name.

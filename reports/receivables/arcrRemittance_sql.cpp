@@ -66,14 +66,8 @@ std::string arcrRemittance::GetSQLWhere() const {
   std::string unused;
   AppendListParameterCondition(where, "OtherParty.OtherPartyId", "Suppliers", p, unused,
                                kRangeText);
-  AppendListParameterCondition(where, "OtherParty.LocationId", "Locations", p, unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.EmployeeId", "Employees", p, unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.SupplierCategoryId", "SupplierCategories", p,
-                               unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.SupplierTypeId", "SupplierTypes", p, unused,
-                               kRangeText);
-  AppendListParameterCondition(where, "SupplierPayTermId", "SupplierPaymentTerms", p, unused,
-                               kRangeText);
+  AppendPartyPlaceFilters(where, p, unused, "Locations", "Employees");
+  AppendPartyListFilters(where, p, unused, PartyColumns::kQualified);
   const Variant id = p.Value("TransactionId", Variant::Null());
   if (!id.IsNull() && !id.IsEmpty() && id.ToCurrency() != Currency()) {
     where += " AND Transactions.TransactionId=" + std::to_string(id.ToLong());

@@ -84,14 +84,8 @@ std::string ardsStatement::GetSQLWhere() const {
   std::string unused;
   AppendListParameterCondition(where, "OtherParty.OtherPartyId", "Customers", p, unused,
                                kRangeText);
-  AppendListParameterCondition(where, "OtherParty.LocationId", "Locations", p, unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.EmployeeId", "Employees", p, unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.CustomerCategoryId", "CustomerCategories", p,
-                               unused, kRangeText);
-  AppendListParameterCondition(where, "OtherParty.CustomerTypeId", "CustomerTypes", p, unused,
-                               kRangeText);
-  AppendListParameterCondition(where, "CustomerPayTermId", "CustomerPaymentTerms", p, unused,
-                               kRangeText);
+  AppendPartyPlaceFilters(where, p, unused, "Locations", "Employees");
+  AppendPartyListFilters(where, p, unused, PartyColumns::kQualified);
   // The statement declares none of these, so they add nothing; a caller's own would filter.
   for (const char* table : {"OtherParty", "Item", "Transactions"}) {
     AppendUserDefinedFilters(where, p, unused, table);
