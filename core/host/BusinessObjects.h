@@ -19,6 +19,8 @@
 
 namespace trellin {
 
+class Tax;  // core/host/Application.h
+
 // One address of a party. Its kind is the stored AddressId ("Postal", "Delivery", ...).
 struct PartyAddress {
   std::string kind;
@@ -199,6 +201,38 @@ class ItemStockLevel {
                                                    bool exclude_allocated) = 0;
 };
 
+// Which rule priced an issue of stock (`ItemCosting::Cost`), in the order they are tried.
+enum class ItemCostRule : std::int16_t {
+  UnknownItem = 0,  // no such item: no cost
+  NonStock = 1,     // an item of which no stock is kept: its cost price as stored
+  OwnNumber = 2,    // a serial or batch number: the cost of the lines that brought it in
+  Average = 3,      // what is on hand at the location (every location for none) at the date
+  LastReceipt = 4,  // nothing on hand there: the unit cost of the last purchase, any location
+  CostPrice = 5,    // never bought: the item's cost price, less the tax it holds
+};
+
+// What an issue of stock costs.
+struct ItemCost {
+  Currency Value;  // of the whole quantity, to the cent, half away from zero
+  ItemCostRule Rule = ItemCostRule::UnknownItem;
+};
+
+// The cost of issuing stock of an item: a stocktake adjustment, a job's use of stock. Read from
+// the company's stock lines at each call, through the item's index. Codes match without regard
+// to case or blanks at the ends; the tax list given must outlive the object. Throws
+// DatabaseError when the company cannot be read. One thread at a time.
+class ItemCosting {
+ public:
+  virtual ~ItemCosting() = default;
+  // The cost of `quantity` of `item_id` (signed: the value has the quantity's sign) at the end
+  // of `date` (nullopt: every line) at `location_id` ("" every location), of the serial or
+  // batch number `serial_number` ("" none). `include_undated`: whether lines with no process
+  // date count when a date is given (the stock status counts them, a stocktake does not).
+  [[nodiscard]] virtual ItemCost Cost(std::string_view item_id, double quantity,
+                                      std::optional<Date> date, std::string_view location_id,
+                                      std::string_view serial_number, bool include_undated) = 0;
+};
+
 // The look-ups of one report run. Each kind is read from the company at its first look-up and
 // kept, so a run sees one set of objects; make a new instance (BusinessLayer::CreateObjects) for
 // the next run. Codes match without regard to case or blanks at the ends. Each returns nullptr for
@@ -215,6 +249,12 @@ class BusinessObjects {
   [[nodiscard]] virtual const trellin::AssetCategory* FindAssetCategory(std::string_view code) = 0;
   // The stock levels of the run's items; each call makes a fresh one that reads on first use.
   [[nodiscard]] virtual std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() = 0;
+  // The costing of issues of the run's items, taking tax out of cost prices by `tax`, which must
+  // outlive it. A business layer that keeps no stock throws std::logic_error.
+  [[nodiscard]] virtual std::unique_ptr<trellin::ItemCosting> CreateItemCosting(const Tax& tax) {
+    (void)tax;
+    throw std::logic_error("This business layer keeps no stock.");
+  }
   // The reconciliation of bank `code` as at `dated_to` (every unreconciled line when it is
   // absent); nullopt for a bank the company does not hold. A business layer that keeps no bank
   // statements throws std::logic_error.

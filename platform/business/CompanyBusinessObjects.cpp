@@ -5,6 +5,7 @@
 
 #include "platform/business/AssetBook.h"
 #include "platform/business/CompanyAssetDepreciation.h"
+#include "platform/business/CompanyItemCosting.h"
 #include "platform/business/CompanyItemStockLevel.h"
 #include "platform/runtime/Strings.h"
 
@@ -246,6 +247,10 @@ const AssetCategory* CompanyBusinessObjects::FindAssetCategory(std::string_view 
 
 std::unique_ptr<ItemStockLevel> CompanyBusinessObjects::CreateItemStockLevel() {
   return std::make_unique<CompanyItemStockLevel>(database_);
+}
+
+std::unique_ptr<ItemCosting> CompanyBusinessObjects::CreateItemCosting(const Tax& tax) {
+  return std::make_unique<CompanyItemCosting>(database_, tax);
 }
 
 const std::shared_ptr<const AssetBook>& CompanyBusinessObjects::Assets() {

@@ -1,8 +1,10 @@
 // The stock levels of a hand-made company (stock.sql): each figure of the item DOC against a
-// count made by hand from its lines, at every location and at each one; and the tax list.
+// count made by hand from its lines, at every location and at each one; the tax list; and the
+// cost of an issue of stock by each of its rules.
 
 #include <gtest/gtest.h>
 
+#include "platform/business/CompanyItemCosting.h"
 #include "platform/business/CompanyItemStockLevel.h"
 #include "platform/business/CompanyOptions.h"
 #include "tests/support/FixtureCompany.h"
@@ -112,6 +114,55 @@ TEST_F(StockCompany, TheTaxListKnowsItsCodesAndTheTaxHeldToTheCent) {
   }
   const business::CompanyTax listless(business::TaxValues{});
   EXPECT_FALSE(listless.TaxCategory("S"));
+}
+
+TEST_F(StockCompany, AnIssueIsCostedByTheFirstRuleThatFinds) {
+  const business::CompanyTax tax(business::TaxValues{}, company_->Database());
+  business::CompanyItemCosting costing(company_->Database(), tax);
+  const std::optional<Date> june = Date::FromYmd(2025, 6, 30);
+  using Rule = ItemCostRule;
+  const struct {
+    const char* item;
+    double quantity;
+    std::optional<Date> date;
+    const char* location;
+    const char* serial;
+    bool include_undated;
+    std::int64_t want;  // ten-thousandths
+    Rule rule;
+  } cases[] = {
+      // The average: 4 costing 380.00 at MAIN, so 3 cost 285.00; the sign is the quantity's.
+      {"WRK", 3, june, "MAIN", "", true, 2850000, Rule::Average},
+      {"wrk", -1, june, "", "", true, -950000, Rule::Average},
+      // A number at the cost of its own lines, not the item's average (110.00).
+      {"SER", -1, june, "MAIN", "A2", true, -1200000, Rule::OwnNumber},
+      // Nothing on hand at MAIN: the last purchase, 2 at 25.00, gives 12.50 a unit.
+      {"VAR5", 5, june, "MAIN", "", true, 625000, Rule::LastReceipt},
+      // Nothing at SHOP2, where no line is, though stock is elsewhere: the last purchase, at
+      // any location, at 10.00 a unit.
+      {"DOC", 2, june, "SHOP2", "", true, 200000, Rule::LastReceipt},
+      // Never bought: the cost price less the tax it holds (11.50 holds 1.50).
+      {"TAXC", 2, june, "MAIN", "", true, 200000, Rule::CostPrice},
+      // Before its purchase VAR5 has no receipt either: its cost price (no tax code).
+      {"VAR5", 1, Date::FromYmd(2025, 3, 31), "", "", true, 100000, Rule::CostPrice},
+      // UND's undated line (5 costing 50.00) counts only when asked; left out, nothing was
+      // on hand or bought by 31 May.
+      {"UND", 1, Date::FromYmd(2025, 5, 31), "", "", true, 100000, Rule::Average},
+      {"UND", 1, Date::FromYmd(2025, 5, 31), "", "", false, 100000, Rule::CostPrice},
+      // No date: every line; 6 costing 60.00.
+      {"UND", 6, std::nullopt, "", "", false, 600000, Rule::Average},
+      // No stock kept: the cost price as it stands; no such item: nothing.
+      {"LAB", 2, june, "", "", true, 0, Rule::NonStock},
+      {"NOSUCH", 2, june, "", "", true, 0, Rule::UnknownItem},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.item) + " x " + std::to_string(c.quantity) + " at '" + c.location +
+                 "' number '" + c.serial + "'");
+    const ItemCost cost =
+        costing.Cost(c.item, c.quantity, c.date, c.location, c.serial, c.include_undated);
+    EXPECT_EQ(cost.Value.Raw(), c.want);
+    EXPECT_EQ(cost.Rule, c.rule);
+  }
 }
 
 }  // namespace

@@ -12,6 +12,12 @@
 --   LAB   labour: no stock kept
 --   DOC   the open documents of the stock level object (see the tests for the hand count)
 --   R6 R5 RBIG RLATE RNET RALLOC R00 RNOSUP  reorder at MAIN, minimum 5, maximum 20
+--   MOVE  5 costing 50.00 before June 2025; in June +10 at 100.00 (20), -4 at 40.00 (30),
+--         +1 at 10.00 (30, a return), 5.00 (18), -1 at 10.00 (19), +2 at 20.00 (29), +1 at
+--         10.00 (13): opening 50.00, in 125.00, out 30.00, adjusted 0.00, closing 145.00
+--   VAR10 8 on hand at MAIN costing 80.00, counted 10
+--   VAR5  bought 2 at 12.50 and sold them: nothing on hand at MAIN, counted 5
+--   TAXC  never bought, cost 11.50 with tax in (10.00 without)
 INSERT INTO CompanySetting VALUES ('Company','Name','Harbour Stock Ltd'),
   ('Formats','Date','d/mm/yyyy'),('Formats','Currency','#,##0.00;(#,##0.00)'),
   ('Periods','CurrentDateAR','2025-06-30'),
@@ -43,12 +49,17 @@ INSERT INTO Item (ItemId, Description, PLU, ItemCategoryId, ItemTypeId, Supplier
   ('RNET','Order netted','R05','RE','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
   ('RALLOC','Some allocated','R06','RE','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
   ('R00','No levels','R07','RE','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
-  ('RNOSUP','No supplier','R08','RE','STOCK',NULL,1,1,100000,NULL,200000,NULL);
+  ('RNOSUP','No supplier','R08','RE','STOCK',NULL,1,1,100000,NULL,200000,NULL),
+  ('MOVE','Moved about','M01','GEN','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
+  ('VAR10','Counted over','V01','GEN','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
+  ('VAR5','Counted from none','V02','GEN','STOCK','SUPA',1,1,100000,NULL,200000,NULL),
+  ('TAXC','Never bought','V03','GEN','STOCK','SUPA',1,1,115000,'S',200000,NULL);
 INSERT INTO ItemLocation (ItemId, LocationId, Shelf, MinReorder, MaxReorder, InUse) VALUES
   ('INC','MAIN','A1',0,0,1),('LOC','MAIN','A2',0,0,1),('LOC','SHOP','S1',0,0,1),
   ('R6','MAIN','B1',5,20,1),('R5','MAIN','B2',5,20,1),('RBIG','MAIN','B3',5,20,1),
   ('RLATE','MAIN','B4',5,20,1),('RNET','MAIN','B5',5,20,1),('RALLOC','MAIN','B6',5,20,1),
-  ('R00','MAIN','B7',0,0,1),('RNOSUP','MAIN','B8',5,20,1);
+  ('R00','MAIN','B7',0,0,1),('RNOSUP','MAIN','B8',5,20,1),
+  ('MOVE','MAIN','C1',0,0,1),('VAR10','MAIN','C2',0,0,1),('VAR5','MAIN','C3',0,0,1);
 INSERT INTO TransactionLine (Type, DateProcess, ItemId, LocationId, SerialNumber, Quantity,
   ItemCost) VALUES
   (20,'2025-05-01','INC','MAIN',NULL,3,270000),
@@ -105,3 +116,18 @@ INSERT INTO acBatchTransactionLine (acBatchTransactionId, Type, ItemId, Location
   (6,42,'DOC','SHOP',0,'Documents',4,2,200000,400000,60000),
   (6,42,'DOC','SHOP',1,'Documents',1,1,200000,200000,30000),
   (7,90,'RALLOC','MAIN',0,'Some allocated',4,3,200000,600000,90000);
+INSERT INTO TransactionLine (Type, DateProcess, ItemId, LocationId, SerialNumber, Quantity,
+  ItemCost) VALUES
+  (20,'2025-05-01','MOVE','MAIN',NULL,5,500000),
+  (20,'2025-06-02','MOVE','MAIN',NULL,10,1000000),
+  (30,'2025-06-05','MOVE','MAIN',NULL,-4,-400000),
+  (30,'2025-06-06','MOVE','MAIN',NULL,1,100000),
+  (18,'2025-06-07','MOVE','MAIN',NULL,0,50000),
+  (19,'2025-06-08','MOVE','MAIN',NULL,-1,-100000),
+  (29,'2025-06-09','MOVE','MAIN',NULL,2,200000),
+  (13,'2025-06-10','MOVE','MAIN',NULL,1,100000),
+  (20,'2025-05-01','VAR10','MAIN',NULL,8,800000),
+  (20,'2025-04-01','VAR5','MAIN',NULL,2,250000),
+  (30,'2025-05-01','VAR5','MAIN',NULL,-2,-250000);
+INSERT INTO ItemStocktake (ItemId, LocationId, SerialNumber, Quantity) VALUES
+  ('VAR10','MAIN',NULL,10),('VAR5','MAIN',NULL,5);
