@@ -241,6 +241,15 @@ void arOtherPartyDetail::OnFormat(Section& section) {
   ListDesigner::OnFormat(section);
 }
 
+void arOtherPartyDetail::Detail_Format() {
+  const bool customer = !CardText(Fields(), "CustomerLine").empty();
+  const bool supplier = !CardText(Fields(), "SupplierLine").empty();
+  Field("lblCustomer").SetVisible(customer);
+  Field("txtCustomer").SetVisible(customer);
+  Field("lblSupplier").SetVisible(supplier);
+  Field("txtSupplier").SetVisible(supplier);
+}
+
 void arOtherPartyDetailTransSub::ActiveReport_Initialize() { PrepareDataControl(DataControl()); }
 
 std::string arOtherPartyDetailTransSub::SQL() const {

@@ -29,7 +29,8 @@ class arOtherPartyDetail : public ListDesigner {
   void OnFormat(Section& section) override;
 
  protected:
-  void Detail_Format() override {}
+  // Cards are not shaded by turns; a side the party does not trade on prints no line.
+  void Detail_Format() override;
 
  private:
   std::shared_ptr<arOtherPartyDetailTransSub> transactions_;
