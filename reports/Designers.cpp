@@ -43,6 +43,7 @@
 #include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "reports/receivables/ardsImportErrorsList.h"
+#include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsPenaltyInterests.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
@@ -98,6 +99,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsBatchTransactions", CreateardsBatchTransactions},
     {"ardsPenaltyInterests", CreateardsPenaltyInterests},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
+    {"ardsInvoice", CreateardsInvoice, "PurchaseOrder,Delivery Docket"},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},

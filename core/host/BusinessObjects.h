@@ -140,6 +140,24 @@ struct TaxCategory {
   bool inclusive = false;
 };
 
+// A kind of document: "INV" a "Tax Invoice" of class 30, and the message its documents print.
+struct DocumentType {
+  std::string code;
+  std::string description;
+  std::int16_t type = 0;  // the numeric class: 20-29 payables, 30-39 receivables, 80, 90
+  std::string message;
+};
+
+// How an item's stock is counted, as stored in Item.Inventory.
+enum class ItemTracking : std::int16_t { None = 0, Plain = 1, Serial = 2, Batch = 3 };
+
+// An item as the documents print it.
+struct StockItem {
+  std::string code;
+  std::string description;
+  ItemTracking tracking = ItemTracking::None;
+};
+
 struct Employee {
   std::string code;
   std::string name;
@@ -246,6 +264,12 @@ class BusinessObjects {
   [[nodiscard]] virtual const trellin::BankDetails* FindBank(std::string_view code) = 0;
   [[nodiscard]] virtual const trellin::TaxCategory* FindTaxCategory(std::string_view code) = 0;
   [[nodiscard]] virtual const trellin::Employee* FindEmployee(std::string_view code) = 0;
+  // The kinds of document, the items and the locations' branches, each read whole at its first
+  // look-up. FindLocationBranch gives the branch of location `code`: nullptr when the location
+  // is not held or has no branch the company holds.
+  [[nodiscard]] virtual const trellin::DocumentType* FindDocumentType(std::string_view code) = 0;
+  [[nodiscard]] virtual const trellin::StockItem* FindItem(std::string_view code) = 0;
+  [[nodiscard]] virtual const trellin::Branch* FindLocationBranch(std::string_view code) = 0;
   [[nodiscard]] virtual const trellin::AssetCategory* FindAssetCategory(std::string_view code) = 0;
   // The stock levels of the run's items; each call makes a fresh one that reads on first use.
   [[nodiscard]] virtual std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() = 0;

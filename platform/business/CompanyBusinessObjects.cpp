@@ -139,6 +139,26 @@ AssetCategory ReadAssetCategory(const Recordset& rs) {
           TextOf(rs, "Revaluation"), TextOf(rs, "DisposalType")};
 }
 
+DocumentType ReadDocumentType(const Recordset& rs) {
+  DocumentType type;
+  type.code = TextOf(rs, "TransactionTypeId");
+  type.description = TextOf(rs, "Description");
+  const Variant& number = rs.Value("Type");
+  type.type = number.IsNull() ? 0 : static_cast<std::int16_t>(number.ToLong());
+  type.message = TextOf(rs, "Message");
+  return type;
+}
+
+StockItem ReadItem(const Recordset& rs) {
+  StockItem item;
+  item.code = TextOf(rs, "ItemId");
+  item.description = TextOf(rs, "Description");
+  const Variant& inventory = rs.Value("Inventory");
+  item.tracking =
+      inventory.IsNull() ? ItemTracking::None : static_cast<ItemTracking>(inventory.ToLong());
+  return item;
+}
+
 }  // namespace
 
 CompanyBusinessObjects::CompanyBusinessObjects(std::shared_ptr<trellin::Database> database)
@@ -243,6 +263,28 @@ const AssetCategory* CompanyBusinessObjects::FindAssetCategory(std::string_view 
            "FROM AssetCategory",
            ReadAssetCategory);
   return FindIn(asset_categories_, code);
+}
+
+const DocumentType* CompanyBusinessObjects::FindDocumentType(std::string_view code) {
+  LoadOnce(document_types_, *database_,
+           "SELECT TransactionTypeId,Description,Type,Message FROM TransactionType",
+           ReadDocumentType);
+  return FindIn(document_types_, code);
+}
+
+const StockItem* CompanyBusinessObjects::FindItem(std::string_view code) {
+  LoadOnce(items_, *database_, "SELECT ItemId,Description,Inventory FROM Item", ReadItem);
+  return FindIn(items_, code);
+}
+
+const Branch* CompanyBusinessObjects::FindLocationBranch(std::string_view code) {
+  LoadOnce(location_branches_, *database_, "SELECT LocationId,BranchId FROM Location",
+           [](const Recordset& rs) {
+             return LocationBranch{TextOf(rs, "LocationId"), TextOf(rs, "BranchId")};
+           });
+  const LocationBranch* location = FindIn(location_branches_, code);
+  if (location == nullptr || location->branch.empty()) return nullptr;
+  return FindBranch(location->branch);
 }
 
 std::unique_ptr<ItemStockLevel> CompanyBusinessObjects::CreateItemStockLevel() {

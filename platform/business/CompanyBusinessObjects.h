@@ -28,6 +28,9 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] const trellin::TaxCategory* FindTaxCategory(std::string_view code) override;
   [[nodiscard]] const trellin::Employee* FindEmployee(std::string_view code) override;
   [[nodiscard]] const trellin::AssetCategory* FindAssetCategory(std::string_view code) override;
+  [[nodiscard]] const trellin::DocumentType* FindDocumentType(std::string_view code) override;
+  [[nodiscard]] const trellin::StockItem* FindItem(std::string_view code) override;
+  [[nodiscard]] const trellin::Branch* FindLocationBranch(std::string_view code) override;
   [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
   [[nodiscard]] std::unique_ptr<trellin::ItemCosting> CreateItemCosting(
       const Tax& tax) override;
@@ -53,6 +56,14 @@ class CompanyBusinessObjects : public BusinessObjects {
   std::optional<ByCode<trellin::TaxCategory>> tax_categories_;
   std::optional<ByCode<trellin::Employee>> employees_;
   std::optional<ByCode<trellin::AssetCategory>> asset_categories_;
+  std::optional<ByCode<trellin::DocumentType>> document_types_;
+  std::optional<ByCode<trellin::StockItem>> items_;
+  // A location's code and its branch's.
+  struct LocationBranch {
+    std::string code;
+    std::string branch;
+  };
+  std::optional<ByCode<LocationBranch>> location_branches_;
   std::shared_ptr<const AssetBook> assets_;  // read at the first asset call
   [[nodiscard]] const std::shared_ptr<const AssetBook>& Assets();
 };

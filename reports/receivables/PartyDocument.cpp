@@ -49,6 +49,18 @@ BranchBlock BranchBlockOf(const Branch* branch, bool australian, const std::stri
   block.details = "Phone    " + branch->phone;
   if (!branch->fax.empty()) block.details += kLineBreak + ("Facsimile  " + branch->fax);
   if (!branch->email.empty()) block.details += kLineBreak + ("Email    " + branch->email);
+  std::vector<std::string> methods;
+  std::vector<std::string> details;
+  const bool web = UCase(branch->email).rfind("WWW", 0) == 0;
+  for (auto [caption, value] : {std::pair{"Phone:", &branch->phone},
+                                {"Facsimile:", &branch->fax},
+                                {web ? "Website:" : "Email:", &branch->email}}) {
+    if (value->empty()) continue;
+    methods.emplace_back(caption);
+    details.push_back(*value);
+  }
+  block.contact_methods = Join(methods, kLineBreak);
+  block.contact_details = Join(details, kLineBreak);
   std::vector<std::string> footer{branch->name};
   footer.insert(footer.end(), branch->address_lines.begin(), branch->address_lines.end());
   block.footer = Join(footer, ", ");

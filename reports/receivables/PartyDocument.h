@@ -49,12 +49,17 @@ void SetMessage(Control& message, const std::string& text);
 // The branch's letterhead, parted by CR LF: its name, address lines, details ("Phone    ",
 // "Facsimile  ", "Email    " and those present) and the stub's footer line (the name and address
 // joined by ", ", then on AU companies two line breaks, "ABN: " and `tax_number`, when there is
-// one). No branch leaves every text empty.
+// one). The documents print the details in two columns: `contact_methods` the captions "Phone:",
+// "Facsimile:" and "Email:" (or "Website:" for an address starting "www", any case), one a line
+// for those present, and `contact_details` their values on the same lines. No branch leaves every
+// text empty.
 struct BranchBlock {
   std::string name;
   std::string address;
   std::string details;
   std::string footer;
+  std::string contact_methods;
+  std::string contact_details;
 };
 [[nodiscard]] BranchBlock BranchBlockOf(const Branch* branch, bool australian,
                                         const std::string& tax_number);

@@ -43,6 +43,13 @@ class ForgetfulObjects : public BusinessObjects {
   const AssetCategory* FindAssetCategory(std::string_view code) override {
     return real_->FindAssetCategory(code);
   }
+  const DocumentType* FindDocumentType(std::string_view code) override {
+    return real_->FindDocumentType(code);
+  }
+  const StockItem* FindItem(std::string_view code) override { return real_->FindItem(code); }
+  const Branch* FindLocationBranch(std::string_view code) override {
+    return real_->FindLocationBranch(code);
+  }
   std::unique_ptr<ItemStockLevel> CreateItemStockLevel() override {
     return real_->CreateItemStockLevel();
   }
