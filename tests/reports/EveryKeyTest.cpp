@@ -335,7 +335,13 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
   data::SqliteDatabase& database = Service().Database();
   database.SetQueryLog(
       [&](std::string_view, const std::string& sqlite) { queries.insert(sqlite); });
-  DesignerPtr designer = Open(key, {});
+  // The documents' defaults print every document the company holds, thousands of pages: one
+  // week of them is enough for checks of what a page holds.
+  static const std::set<std::string> kDocuments = {"InvoiceAR", "InvoiceAP", "PackingSlip"};
+  DesignerPtr designer =
+      Open(key, kDocuments.count(key) != 0
+                    ? std::vector<std::string>{"ProcessFrom=01/10/2025", "ProcessTo=07/10/2025"}
+                    : std::vector<std::string>{});
   TeeSink tee;
   {
     auto csv_sink = render::MakeSink(render::Format::Csv, csv);

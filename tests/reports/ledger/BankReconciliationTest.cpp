@@ -23,7 +23,7 @@ class BankReconciliation : public DemoReports {
   }
 };
 
-bool Printed(const DumpRow& row, const std::string& name) { return row.count(name) > 0; }
+bool HasField(const DumpRow& row, const std::string& name) { return row.count(name) > 0; }
 
 // InUse always filters; Active only on request, and then the run says so.
 TEST_F(BankReconciliation, InUseAlwaysFiltersAndActiveOnlyOnRequest) {
@@ -60,7 +60,7 @@ TEST_F(BankReconciliation, FiguresAgreeWithTheBooks) {
       "= 'CHQ')");
   bool reconciled_seen = false;
   for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
-    if (!Printed(footer, "numVariance")) continue;
+    if (!HasField(footer, "numVariance")) continue;
     reconciled_seen = true;
     EXPECT_EQ(DumpedAmount(footer, "numReconciled"), page_lines);
     EXPECT_EQ(DumpedAmount(footer, "numVariance"), Currency::FromWhole(15));
@@ -82,8 +82,8 @@ TEST_F(BankReconciliation, ASaverWithNothingUnreconciled) {
   ASSERT_FALSE(headers.empty());
   Currency reconciled;
   for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
-    if (Printed(footer, "numReconciled")) reconciled = DumpedAmount(footer, "numReconciled");
-    if (Printed(footer, "numVariance")) {
+    if (HasField(footer, "numReconciled")) reconciled = DumpedAmount(footer, "numReconciled");
+    if (HasField(footer, "numVariance")) {
       EXPECT_EQ(footer.at("numVariance").second, "0.00");
     }
   }
