@@ -173,6 +173,93 @@ void WriteStockExtras(DemoContext& ctx) {
                       "ADM",
                       {{account::kStock, adjusted}, {account::kStockAdjustments, -adjusted}}});
   }
+  // Today's other movements at the warehouse, each at the item's average cost there to the cent,
+  // with no document: a customer's credit brings a unit back (31), a unit goes back to its
+  // supplier (21), a unit comes back on a sale (30, a positive quantity), freight is added to
+  // the cost of one item (18, value only), and two units go to the shop (11 twice, opposite
+  // signs). One journal (SC, STKMOVE) posts the value to the accounts each side belongs to.
+  const std::string average = "CAST(ROUND(Sum(ItemCost)/Sum(Quantity)/100.0) AS INTEGER)*100";
+  struct Movement {
+    int type;
+    int position;
+    const char* reason;
+    int quantity;
+    const char* account;  // the other side of the stock account
+  };
+  const Movement movements[] = {
+      {31, 19, "Returned by the customer", 1, account::kCostOfGoods},
+      {21, 20, "Returned to the supplier", -1, account::kStockAdjustments},
+      {30, 21, "Returned on the sale", 1, account::kCostOfGoods},
+  };
+  std::vector<GlLine> moved_value;
+  std::int64_t moved_total = 0;
+  const auto value_of_type = [&](int type) {
+    return SumOf(ctx.db, "SELECT Coalesce(Sum(ItemCost),0) FROM TransactionLine WHERE Type=" +
+                             std::to_string(type) + " AND DateProcess='" + today +
+                             "' AND TransactionId Is Null AND LocationId='" + warehouse + "'");
+  };
+  for (const Movement& m : movements) {
+    Execute(ctx.db,
+            "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+            "ItemCost) SELECT " +
+                std::to_string(m.type) + ",'" + today + "',ItemId,'" + warehouse + "','" +
+                m.reason + "'," + std::to_string(m.quantity) + "," + std::to_string(m.quantity) +
+                "*" + average + " FROM TransactionLine WHERE LocationId='" + warehouse +
+                "' AND ItemId=" + PlainItem(m.position) +
+                " GROUP BY ItemId HAVING Sum(Quantity)>=2",
+            m.reason);
+  }
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 18,'" +
+              today + "',ItemId,'" + warehouse +
+              "','Freight on the last delivery',0,350000 FROM Item WHERE ItemId=" + PlainItem(22),
+          "a carrying cost");
+  for (const Movement& m : movements) {
+    const std::int64_t value = value_of_type(m.type);
+    if (value == 0) continue;
+    moved_value.push_back({m.account, -value});
+    moved_total += value;
+  }
+  if (const std::int64_t freight = value_of_type(18); freight != 0) {
+    moved_value.push_back({account::kFreightInwards, -freight});
+    moved_total += freight;
+  }
+  if (moved_total != 0 || !moved_value.empty()) {
+    moved_value.insert(moved_value.begin(), GlLine{account::kStock, moved_total});
+    ctx.ledger->Post({ctx.calendar.Present(), "SC", "STKMOVE",
+                      "Stock returned, credited and freight " + today, 0, 0, ctx.branches[0], "ADM",
+                      moved_value});
+  }
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 11,'" +
+              today + "',ItemId,'" + warehouse + "','Transfer to " + shop + "',-2,-2*" + average +
+              " FROM TransactionLine WHERE LocationId='" + warehouse +
+              "' AND ItemId=" + PlainItem(23) + " GROUP BY ItemId HAVING Sum(Quantity)>=3",
+          "stock moved from the warehouse");
+  Execute(ctx.db,
+          "INSERT INTO TransactionLine (Type,DateProcess,ItemId,LocationId,Description,Quantity,"
+          "ItemCost) SELECT 11,DateProcess,ItemId,'" +
+              shop + "','Transfer from " + warehouse +
+              "',-Quantity,-ItemCost FROM TransactionLine WHERE LocationId='" + warehouse +
+              "' AND Description='Transfer to " + shop + "' ORDER BY TransactionLineId",
+          "stock moved to the shop");
+  // The stocktake goes on at the shop too: what is there is counted, one unit short of the item
+  // just moved there; and two units of an item the shop has none of (the one freight was added
+  // to) are found on a shelf.
+  Execute(ctx.db,
+          "INSERT INTO ItemStocktake (ItemId,LocationId,SerialNumber,Quantity) SELECT ItemId,'" +
+              shop + "',NULL,Sum(Quantity)-(CASE WHEN ItemId=" + PlainItem(23) +
+              " THEN 1 ELSE 0 END) FROM TransactionLine WHERE LocationId='" + shop +
+              "' GROUP BY ItemId HAVING Sum(Quantity)>0 ORDER BY ItemId",
+          "counts at the shop");
+  Execute(ctx.db,
+          "INSERT INTO ItemStocktake (ItemId,LocationId,SerialNumber,Quantity) SELECT ItemId,'" +
+              shop + "',NULL,2 FROM Item WHERE ItemId=" + PlainItem(22) +
+              " AND NOT EXISTS (SELECT 1 FROM TransactionLine WHERE LocationId='" + shop +
+              "' AND TransactionLine.ItemId=Item.ItemId)",
+          "a count of an item with none on hand");
   // Job invoices drafted for more than is supplied yet, on every other line.
   Execute(ctx.db,
           "UPDATE acBatchTransactionLine SET OrderQuantity=Quantity+(rowid%2) WHERE Type=42",
