@@ -56,6 +56,7 @@
 #include "reports/stock/arItemList.h"
 #include "reports/stock/arLocationList.h"
 #include "reports/stock/arscItemPriceList.h"
+#include "reports/stock/arscMovementReport.h"
 #include "reports/stock/arscPriceChange.h"
 #include "reports/stock/arscSerialNumberReport.h"
 #include "reports/stock/arscStatusReport.h"
@@ -102,7 +103,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsInvoice", CreateardsInvoice, "PurchaseOrder,Delivery Docket"},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
-    {"arscStockOnOrderReport", CreatearscStockOnOrderReport, "StocktakeVarianceReport"},
+    {"arscMovementReport", CreatearscMovementReport},
+    {"arscStockOnOrderReport", CreatearscStockOnOrderReport},
     {"arscStockReorderReport", CreatearscStockReorderReport},
     {"arItemList", CreatearItemList},
     {"arItemAdjustment", CreatearItemAdjustment},

@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* kPurchaseKey = "StockOnOrder";
 constexpr const char* kSalesKey = "StockOnSalesOrders";
+constexpr const char* kStocktakeKey = "StocktakeVarianceReport";
 
 // A column, whether the footers sum it, and the flag that shows it ("" always shown).
 struct OrderColumn {
@@ -81,10 +82,12 @@ void AddFlag(Parameters& p, const char* name, const char* caption) {
 
 DesignerPtr CreatearscStockOnOrderReport() { return std::make_shared<arscStockOnOrderReport>(); }
 
+bool arscStockOnOrderReport::Stocktake() const { return TLReport()->ReportName() == kStocktakeKey; }
+
 bool arscStockOnOrderReport::Purchases() const {
   const std::string& key = TLReport()->ReportName();
   if (key == kPurchaseKey) return true;
-  if (key == kSalesKey) return false;
+  if (key == kSalesKey || key == kStocktakeKey) return false;
   throw std::invalid_argument("The order reports have no report named \"" + key + "\".");
 }
 
@@ -92,6 +95,10 @@ void arscStockOnOrderReport::RefreshParameters(std::string&) {
   const bool purchases = Purchases();
   TLReport()->SetHasParameters(true);
   TLReport()->DataColumns().SetEnabled(true);
+  if (Stocktake()) {
+    RefreshStocktakeParameters();
+    return;
+  }
   trellin::Parameters& p = TLReport()->Parameters();
   AddFlag(p, "Summary", "Summary");
   p.AddDate("DateFrom", Variant::Null(), false, "", Variant::Null(), false, "Date From");
@@ -138,6 +145,10 @@ void arscStockOnOrderReport::RefreshParameters(std::string&) {
 }
 
 void arscStockOnOrderReport::RefreshDataColumns() {
+  if (Stocktake()) {
+    RefreshStocktakeColumns();
+    return;
+  }
   DataColumns& columns = TLReport()->DataColumns();
   const std::string quantity_format = QuantityFormat();
   std::span<const OrderColumn> rows = Purchases() ? std::span<const OrderColumn>(kPurchaseColumns)
@@ -153,6 +164,10 @@ void arscStockOnOrderReport::RefreshDataColumns() {
 void arscStockOnOrderReport::BuildSQL() {
   summary_ = TLReport()->Parameters().Value("Summary", false).ToBool();
   description_.clear();
+  if (Stocktake()) {
+    BuildStocktakeSQL();
+    return;
+  }
   // A flag left unticked hides the columns it shows.
   trellin::Parameters& p = TLReport()->Parameters();
   DataColumns& columns = TLReport()->DataColumns();
@@ -181,13 +196,26 @@ void arscStockOnOrderReport::ActiveReport_ReportStart() {
   TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
   PlaceSummaryFields(summary_, "Code", "Description");
   if (Control* parameters = FindControl("txtParameters")) parameters->SetText(description_);
+  if (Stocktake()) {
+    DataControl().SetRecordset(rows_);
+    Sections()["Detail"].SetVisible(!summary_ && rows_ && !rows_->Eof());
+    return;
+  }
   DataControl().SetSource(sql_);
 }
 
-void arscStockOnOrderReport::ActiveReport_DataInitialize() { Fields().Add("OtherParty"); }
+void arscStockOnOrderReport::ActiveReport_DataInitialize() {
+  Fields().Add("OtherParty");
+  Fields().Add("NewQty");
+}
 
 void arscStockOnOrderReport::ActiveReport_FetchData(bool& eof) {
   if (eof || !objects_) return;
+  if (Stocktake()) {
+    const ReportField* counted = Fields().Find("SumOfQuantity");
+    Fields()["NewQty"].SetValue(counted == nullptr ? Variant::Null() : counted->Value());
+    return;
+  }
   const ReportField* code = Fields().Find("OtherPartyId");
   Variant party;
   if (code != nullptr && !code->Value().IsNull() && !Trim(code->Value().Text()).empty()) {
@@ -249,6 +277,7 @@ void arscStockOnOrderReport::GroupHeaderFormat(Section& section, int level) {
 
 void arscStockOnOrderReport::ActiveReport_ReportEnd() {
   DataControl().SetRecordset(nullptr);
+  rows_.reset();
   objects_.reset();
 }
 

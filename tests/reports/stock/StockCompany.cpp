@@ -33,6 +33,15 @@ std::vector<std::string> StockCompany::Run(const std::string& key,
   return pages;
 }
 
+std::string StockCompany::RunErrors(const std::string& key,
+                                    const std::vector<std::string>& assignments) {
+  const std::vector<std::string> pages = DumpPages(OpenWithValues(*service_, key, assignments));
+  if (pages.empty() || pages.back().rfind("errors:\n", 0) != 0) return {};
+  std::string errors = pages.back().substr(8);  // a line an error
+  if (errors.ends_with('\n')) errors.pop_back();
+  return errors;
+}
+
 std::vector<std::string> StockCompany::Refusals(const std::string& key,
                                                 const std::vector<std::string>& assignments) {
   DesignerPtr designer = host::OpenReport(*service_, key);

@@ -21,6 +21,9 @@ class StockCompany : public ::testing::Test {
   static void TearDownTestSuite();
   [[nodiscard]] static std::vector<std::string> Run(const std::string& key,
                                                     const std::vector<std::string>& assignments);
+  // What a run of `key` with `assignments` reports as errors ("" for none).
+  [[nodiscard]] static std::string RunErrors(const std::string& key,
+                                             const std::vector<std::string>& assignments);
   // What the parameter check says of `assignments` given to `key`, one message a problem.
   [[nodiscard]] static std::vector<std::string> Refusals(
       const std::string& key, const std::vector<std::string>& assignments);

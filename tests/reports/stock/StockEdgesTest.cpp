@@ -160,5 +160,15 @@ TEST_F(StockEdges, ABadBoundOrAnUnknownGroupingIsRefusedInOneClearLine) {
   }
 }
 
+TEST_F(StockEdges, AMovementPeriodThatEndsBeforeItStartsOrAnUnknownGroupingIsOneClearLine) {
+  EXPECT_EQ(RunErrors("StockMovement",
+                      {"Period=Custom", "PeriodDateFrom=01/07/2025", "PeriodDateTo=30/06/2025"}),
+            "ActiveReport_ReportStart: Period Date From: 1/07/2025 is after Period Date To, "
+            "30/06/2025.");
+  EXPECT_EQ(Join(Refusals("StockMovement", {"Groupings=Shelf"}), "\n"),
+            "Groupings: \"Shelf\" is not one of the choices (Department, Item Type, Item Category, "
+            "Location, Supplier).");
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
