@@ -134,6 +134,9 @@ TEST_F(InvoiceDemo, KeysSetTheFlagsThatChooseTheTable) {
     invoice->ReadFlags();
     EXPECT_EQ(invoice->Source(), c.source);
     EXPECT_EQ(invoice->GetSQLWhere(), c.where);
+    // A designer never run keeps its report and the report it: let go of both.
+    invoice->TLReport()->SetArReport(nullptr);
+    invoice->SetTLReport(nullptr);
   }
 }
 
