@@ -5,6 +5,8 @@
 //   LevelAllOptions  "StockLevel" with every option, beside the business layer's stock level
 //                    look-ups alone (the object made and loaded for each item). Target: within 2
 //                    times their time.
+//   MovementYear     "StockMovement" for the financial year to 31 March 2026, every item, beside
+//                    every query it sent run alone. Target: within 2 times their time.
 //
 //   stock_bench --benchmark_filter=StatusAllItems       one at a time, for its own peak
 //   TRELLIN_LEDGER_BENCH_DB=path stock_bench             on a company file already built
@@ -86,7 +88,19 @@ void LevelAllOptions(benchmark::State& state) {
   Report(state, run, alone, items);
 }
 
+void MovementYear(benchmark::State& state) {
+  trellin::bench::SinkRun run;
+  for (auto _ : state) {
+    run = trellin::bench::RunToSink(
+        "StockMovement", {"Period=Custom", "PeriodDateFrom=2025-04-01", "PeriodDateTo=2026-03-31"},
+        true);
+  }
+  const AloneTime alone = trellin::bench::QueriesAlone(run.queries);
+  Report(state, run, alone, 0);
+}
+
 }  // namespace
 
 BENCHMARK(StatusAllItems)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(LevelAllOptions)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(MovementYear)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
