@@ -193,13 +193,7 @@ void arscMovementReport::BuildSQL() {
 void arscMovementReport::ActiveReport_ReportStart() {
   if (TLReport()->DataColumns().Count() == 0) RefreshDataColumns();
   BuildSQL();
-  TLReport()->SetupGroupSections(summary_, -1, true);
-  TLReport()->SetupStandardHeader(true);
-  if (summary_) SummaryHeadings("Code", "Description");
-  const Control& heading = Field("lblHeading");
-  TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
-  PlaceSummaryFields(summary_, "Code", "Description");
-  if (Control* parameters = FindControl("txtParameters")) parameters->SetText(description_);
+  LayOutColumns(summary_, description_);
   DataControl().SetSource(sql_);
 }
 

@@ -200,4 +200,14 @@ void arscStockBase::PlaceSummaryFields(bool summary, const std::string& code_col
   }
 }
 
+void arscStockBase::LayOutColumns(bool summary, const std::string& description) {
+  TLReport()->SetupGroupSections(summary, -1, true);
+  TLReport()->SetupStandardHeader(true);
+  if (summary) SummaryHeadings("Code", "Description");
+  const Control& heading = Field("lblHeading");
+  TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
+  PlaceSummaryFields(summary, "Code", "Description");
+  if (Control* parameters = FindControl("txtParameters")) parameters->SetText(description);
+}
+
 }  // namespace trellin

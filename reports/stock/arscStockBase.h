@@ -104,6 +104,10 @@ class arscStockBase : public Designer {
   // in it the caption is hidden.
   void PlaceSummaryFields(bool summary, const std::string& code_column,
                           const std::string& description_column);
+  // The layout of a column report once its query is built: the group sections (footers only in
+  // summary mode), the standard header, the data columns under "lblHeading" with the code and
+  // description columns of summary mode, and `description` in "txtParameters".
+  void LayOutColumns(bool summary, const std::string& description);
 };
 
 }  // namespace trellin

@@ -138,13 +138,7 @@ void arscStockReorderReport::ActiveReport_ReportStart() {
   objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
   levels_ = objects_->CreateItemStockLevel();
   BuildSQL();
-  TLReport()->SetupGroupSections(summary_, -1, true);
-  TLReport()->SetupStandardHeader(true);
-  if (summary_) SummaryHeadings("Code", "Description");
-  const Control& heading = Field("lblHeading");
-  TLReport()->DataColumns().CreateFields(heading.Top(), 0, 15, 0, true, 0, 10.0f, 8.0f);
-  PlaceSummaryFields(summary_, "Code", "Description");
-  if (Control* parameters = FindControl("txtParameters")) parameters->SetText(description_);
+  LayOutColumns(summary_, description_);
   if (Control* title = FindControl("lblReportTitle"); title && !Caption().empty()) {
     title->SetCaption(Caption());
   }
