@@ -3,7 +3,6 @@
 // the reports' definitions.
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <map>
 #include <regex>
@@ -15,36 +14,20 @@
 namespace trellin::reports::testing {
 namespace {
 
-// The demo company read with plain SQL, beside the reports.
-class PlainSql {
+// The demo company read with plain SQL, beside the reports, as pairs of a text key and a number.
+class PlainSql : public BooksSql {
  public:
-  PlainSql() { sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr); }
-  ~PlainSql() { sqlite3_close(db_); }
-  PlainSql(const PlainSql&) = delete;
-  PlainSql& operator=(const PlainSql&) = delete;
-
-  // Rows of two columns: a text key and a number.
   [[nodiscard]] std::vector<std::pair<std::string, double>> Pairs(const std::string& sql) const {
-    std::vector<std::pair<std::string, double>> rows;
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(db_) << "\n"
-        << sql;
-    while (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
-      const unsigned char* key = sqlite3_column_text(stmt, 0);
-      rows.emplace_back(key ? reinterpret_cast<const char*>(key) : "",
-                        sqlite3_column_double(stmt, 1));
+    std::vector<std::pair<std::string, double>> pairs;
+    for (const std::vector<std::string>& row : Rows(sql)) {
+      pairs.emplace_back(row.at(0), row.at(1).empty() ? 0.0 : std::stod(row.at(1)));
     }
-    sqlite3_finalize(stmt);
-    return rows;
+    return pairs;
   }
   [[nodiscard]] double Number(const std::string& sql) const {
     const auto rows = Pairs("SELECT '', (" + sql + ")");
     return rows.empty() ? 0 : rows[0].second;
   }
-
- private:
-  sqlite3* db_ = nullptr;
 };
 
 constexpr double kMoney = 10000;  // stored ten-thousandths
