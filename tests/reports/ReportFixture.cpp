@@ -182,6 +182,14 @@ std::vector<std::string> BooksSql::Texts(const std::string& sql) const {
   return texts;
 }
 
+std::map<std::string, double> BooksSql::Numbers(const std::string& sql) const {
+  std::map<std::string, double> numbers;
+  for (const std::vector<std::string>& row : Rows(sql)) {
+    numbers[row.at(0)] = row.at(1).empty() ? 0.0 : std::stod(row.at(1));
+  }
+  return numbers;
+}
+
 Currency BooksSql::Money(const std::string& sql) const {
   sqlite3_stmt* statement = nullptr;
   EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)

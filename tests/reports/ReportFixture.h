@@ -85,6 +85,8 @@ class BooksSql {
   [[nodiscard]] std::vector<std::vector<std::string>> Rows(const std::string& sql) const;
   // The first column of every row, as text.
   [[nodiscard]] std::vector<std::string> Texts(const std::string& sql) const;
+  // Rows of a text key and a number, by key (a Null number as 0).
+  [[nodiscard]] std::map<std::string, double> Numbers(const std::string& sql) const;
   // The first column of the first row as stored money (ten-thousandths), 0 without a row.
   [[nodiscard]] Currency Money(const std::string& sql) const;
   // The same in cents.

@@ -3,7 +3,6 @@
 // it prints checked against plain SQL over the same notes.
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <map>
@@ -112,33 +111,6 @@ std::string Printed(const DumpRow& row, const std::string& name) {
   return found == row.end() ? std::string() : found->second.second;
 }
 
-// The demo company read with plain SQL, beside the reports.
-class LogSql {
- public:
-  LogSql() { sqlite3_open_v2(DemoCompanyPath().c_str(), &db_, SQLITE_OPEN_READONLY, nullptr); }
-  ~LogSql() { sqlite3_close(db_); }
-  LogSql(const LogSql&) = delete;
-  LogSql& operator=(const LogSql&) = delete;
-
-  // Rows of a text key and a number, as a map.
-  [[nodiscard]] std::map<std::string, double> Map(const std::string& sql) const {
-    std::map<std::string, double> rows;
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(db_) << "\n"
-        << sql;
-    while (stmt != nullptr && sqlite3_step(stmt) == SQLITE_ROW) {
-      const unsigned char* key = sqlite3_column_text(stmt, 0);
-      rows[key ? reinterpret_cast<const char*>(key) : ""] = sqlite3_column_double(stmt, 1);
-    }
-    sqlite3_finalize(stmt);
-    return rows;
-  }
-
- private:
-  sqlite3* db_ = nullptr;
-};
-
 struct OwnerCheck {
   const char* key;
   std::vector<std::string> assignments;
@@ -191,10 +163,10 @@ TEST_F(LogReports, OwnersAndTheirNotesAreThoseOfPlainSqlOverTheSameConditions) {
        "AssetId",
        "n.EmployeeId='TK' AND n.CompleteDate<'2025-07-01'"},
   };
-  const LogSql sql;
+  const BooksSql sql;
   for (const OwnerCheck& c : checks) {
     SCOPED_TRACE(std::string(c.key) + " " + c.where);
-    const std::map<std::string, double> expected = sql.Map(
+    const std::map<std::string, double> expected = sql.Numbers(
         std::string("SELECT n.") + c.code + ", count(*) FROM " + c.notes + " n JOIN " + c.owner +
         " o ON o." + c.code + "=n." + c.code + " WHERE " + c.where + " GROUP BY n." + c.code);
     ASSERT_FALSE(expected.empty());
@@ -212,25 +184,19 @@ TEST_F(LogReports, OwnersAndTheirNotesAreThoseOfPlainSqlOverTheSameConditions) {
 }
 
 // The balances' dumped value: "-418@" is -418.
-double DumpedMoney(const DumpRow& row, const std::string& name) {
-  const auto found = row.find(name);
-  if (found == row.end()) return 0;
-  return std::stod(found->second.first.substr(0, found->second.first.find('@')));
-}
-
 TEST_F(LogReports, OutstandingIsTheLedgersRemainderAndAllOfItOverdueOnceTheBooksHaveStopped) {
   const struct {
     const char* key;
     const char* sum;  // the sign the side turns its remainder with
     const char* types;
   } sides[] = {{"LogAR", "-", "30 AND 39"}, {"LogAP", "", "20 AND 29"}};
-  const LogSql sql;
+  const BooksSql sql;
   for (const auto& side : sides) {
     SCOPED_TRACE(side.key);
     const std::map<std::string, double> remaining =
-        sql.Map(std::string("SELECT OtherPartyId, ") + side.sum +
-                "Sum(ValueRemaining)/10000.0 FROM Transactions WHERE Type BETWEEN " + side.types +
-                " GROUP BY OtherPartyId");
+        sql.Numbers(std::string("SELECT OtherPartyId, ") + side.sum +
+                    "Sum(ValueRemaining)/10000.0 FROM Transactions WHERE Type BETWEEN " +
+                    side.types + " GROUP BY OtherPartyId");
     const std::vector<PrintedOwner> owners =
         OwnersOf(RunPages(Open(side.key, {"ShowOutstanding=True"})));
     ASSERT_FALSE(owners.empty());
@@ -238,11 +204,11 @@ TEST_F(LogReports, OutstandingIsTheLedgersRemainderAndAllOfItOverdueOnceTheBooks
     for (const PrintedOwner& owner : owners) {
       const auto found = remaining.find(owner.code);
       const double expected = found == remaining.end() ? 0 : found->second;
-      const double total = DumpedMoney(owner.row, "numTotal");
+      const double total = DumpedAmount(owner.row, "numTotal").ToDouble();
       EXPECT_NEAR(total, expected, 0.005) << owner.code;
       // The fixed clock stands after the demo company's last day: every open item is overdue.
-      EXPECT_NEAR(DumpedMoney(owner.row, "numOverdue"), total, 0.005) << owner.code;
-      EXPECT_NEAR(DumpedMoney(owner.row, "numCurrent"), 0, 0.005) << owner.code;
+      EXPECT_NEAR(DumpedAmount(owner.row, "numOverdue").ToDouble(), total, 0.005) << owner.code;
+      EXPECT_NEAR(DumpedAmount(owner.row, "numCurrent").ToDouble(), 0, 0.005) << owner.code;
       if (expected != 0) ++with_balance;
     }
     EXPECT_GT(with_balance, 0);
@@ -256,8 +222,8 @@ TEST_F(LogReports, OutstandingIsTheLedgersRemainderAndAllOfItOverdueOnceTheBooks
 }
 
 TEST_F(LogReports, UnderASubjectGroupAnOwnerPrintsOncePerSubjectWithThatSubjectsNotesOnly) {
-  const LogSql sql;
-  const std::map<std::string, double> expected = sql.Map(
+  const BooksSql sql;
+  const std::map<std::string, double> expected = sql.Numbers(
       "SELECT OtherPartyId || '/' || Subject, count(*) FROM OtherPartyLog GROUP BY OtherPartyId, "
       "Subject");
   std::map<std::string, double> printed;
