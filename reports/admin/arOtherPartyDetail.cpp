@@ -12,12 +12,6 @@ namespace trellin {
 
 namespace {
 
-constexpr ListOrder kCardOrders[] = {
-    {"Code", "OtherParty.OtherPartyId"},
-    {"Name", "OtherParty.Name,OtherParty.OtherPartyId"},
-    {"X Ref", "OtherParty.XRefId,OtherParty.OtherPartyId"},
-};
-
 // The other parties' document set; the dates (the current month at first) bound the documents,
 // not the parties.
 constexpr ListParameter kCardParameters[] = {
@@ -59,7 +53,7 @@ constexpr ListKey kCardKeys[] = {{
                 "OtherParty.CustomerStopCredit,OtherParty.CustomerDiscRate,"
                 "OtherParty.SupplierCategoryId,OtherParty.SupplierTypeId,"
                 "OtherParty.SupplierPayTermId FROM OtherParty",
-    .orders = kCardOrders,
+    .orders = kPartyOrders,
     .parameters = kCardParameters,
 }};
 

@@ -15,12 +15,6 @@ namespace trellin {
 
 namespace {
 
-constexpr ListOrder kPartyOrders[] = {
-    {"Code", "OtherParty.OtherPartyId"},
-    {"Name", "OtherParty.Name,OtherParty.OtherPartyId"},
-    {"X Ref", "OtherParty.XRefId,OtherParty.OtherPartyId"},
-};
-
 // The rows of a side's party set: the parties, their place and people, their classification
 // and terms, the address kind, then the status, the address parts and the active flag.
 constexpr ListParameter kCustomerParameters[] = {

@@ -12,6 +12,13 @@
 
 namespace trellin {
 
+// The orders of the party lists and cards: by code, name or cross-reference, each then by code.
+inline constexpr ListOrder kPartyOrders[] = {
+    {"Code", "OtherParty.OtherPartyId"},
+    {"Name", "OtherParty.Name,OtherParty.OtherPartyId"},
+    {"X Ref", "OtherParty.XRefId,OtherParty.OtherPartyId"},
+};
+
 // The name of a party's credit status 1 to 5 ("None", "Good", "Caution", "Bad", "Adverse"); ""
 // for anything else.
 [[nodiscard]] std::string CreditStatusName(const Variant& status);
