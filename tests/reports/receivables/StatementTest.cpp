@@ -60,19 +60,7 @@ class ForgetfulObjects : public BusinessObjects {
 };
 
 TEST_F(StatementCompany, PagesOfBothStylesMatchTheirGoldenDumps) {
-  const struct {
-    const char* name;
-    std::vector<std::string> assignments;
-  } cases[] = {
-      {"StatementAR", {}},
-      {"StatementAR-open-item-HT-HR-message",
-       {"Other=[HT][HR][OI]", "Message=Thank you for your custom this season.",
-        "Customers=CREDIT..NIL"}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    ExpectGolden("receivables", c.name, Join(DumpPages(Open("StatementAR", c.assignments)), "\n"));
-  }
+  ExpectGoldenRuns(Service(), "receivables", "reports/receivables/statement_golden_runs.tsv");
 }
 
 TEST_F(StatementCompany, CustomersAreIssuedByBalanceMovementAndInOpenItemAnItemOpenAtTheDate) {

@@ -1,6 +1,6 @@
 // The transaction lists on the small company of control.sql: a receipt's pay method and header
 // figures, a document with no lines, text lines, an open batch's remaining and held, the order
-// of entry, and the pay-method words; and each key's page on it.
+// of entry, and the pay-method words (each key's page on it is a run of control_golden_runs.tsv).
 
 #include <gtest/gtest.h>
 
@@ -49,28 +49,6 @@ TEST_F(ControlCompany, ListsShowReceiptsDocumentsWithoutLinesAndTextLinesAsTheyS
   const std::string open = Printed(Open("OpenTransactionListAR", {"ShowFullDetail=true"}));
   EXPECT_NE(open.find("O1"), std::string::npos);
   EXPECT_EQ(open.find("Fit next week"), std::string::npos);
-}
-
-TEST_F(ControlCompany, ListsMatchTheirGoldenDumps) {
-  const struct {
-    const char* name;
-    const char* key;
-    std::vector<std::string> assignments;
-  } cases[] = {
-      {"TransactionListAR-small",
-       "TransactionListAR",
-       {"ShowFullDetail=true", "ShowAllocationDetails=true", "ShowDescriptionLines=true"}},
-      {"TransactionListAP-small",
-       "TransactionListAP",
-       {"ShowFullDetail=true", "ShowAllocationDetails=true", "ShowOutstandingOnly=true"}},
-      {"OpenTransactionListAR-small",
-       "OpenTransactionListAR",
-       {"ShowFullDetail=true", "ShowDescriptionLines=true"}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    ExpectGolden("receivables", c.name, Join(DumpPages(Open(c.key, c.assignments)), "\n"));
-  }
 }
 
 }  // namespace
