@@ -190,6 +190,11 @@ std::map<std::string, double> BooksSql::Numbers(const std::string& sql) const {
   return numbers;
 }
 
+double BooksSql::Number(const std::string& sql) const {
+  const std::vector<std::string> texts = Texts(sql);
+  return texts.empty() || texts[0].empty() ? 0 : std::stod(texts[0]);
+}
+
 Currency BooksSql::Money(const std::string& sql) const {
   sqlite3_stmt* statement = nullptr;
   EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)

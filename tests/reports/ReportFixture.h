@@ -87,6 +87,8 @@ class BooksSql {
   [[nodiscard]] std::vector<std::string> Texts(const std::string& sql) const;
   // Rows of a text key and a number, by key (a Null number as 0).
   [[nodiscard]] std::map<std::string, double> Numbers(const std::string& sql) const;
+  // The first column of the first row as a number, 0 without a row or for Null.
+  [[nodiscard]] double Number(const std::string& sql) const;
   // The first column of the first row as stored money (ten-thousandths), 0 without a row.
   [[nodiscard]] Currency Money(const std::string& sql) const;
   // The same in cents.

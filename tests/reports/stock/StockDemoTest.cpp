@@ -1,6 +1,6 @@
 // The stock reports on the demo company: their figures against plain SQL and the stock account,
-// and golden page dumps of each key with its groupings, summary mode and options, read against
-// the reports' definitions.
+// and golden page dumps of each key with its groupings, summary mode and options, and of the stock
+// lists, read against what each must print (golden_runs.tsv).
 
 #include <gtest/gtest.h>
 
@@ -23,10 +23,6 @@ class PlainSql : public BooksSql {
       pairs.emplace_back(row.at(0), row.at(1).empty() ? 0.0 : std::stod(row.at(1)));
     }
     return pairs;
-  }
-  [[nodiscard]] double Number(const std::string& sql) const {
-    const auto rows = Pairs("SELECT '', (" + sql + ")");
-    return rows.empty() ? 0 : rows[0].second;
   }
 };
 
@@ -240,82 +236,9 @@ TEST_F(StockDemo, MovementTiesToPlainSumsTheStockStatusAndTheStockAccount) {
   }
 }
 
-struct GoldenCase {
-  const char* name;
-  const char* key;
-  std::vector<std::string> assignments;
-};
-
+// The stock reports and the stock lists (golden_runs.tsv).
 TEST_F(StockDemo, PageDumps) {
-  const std::vector<GoldenCase> cases = {
-      {"StockStatus", "StockStatus", {}},
-      {"StockStatus-location-shelf",
-       "StockStatus",
-       {"Groupings=Location,Shelf", "Items=PRT112..PRT123"}},
-      {"StockStatus-serial", "StockStatus", {"Groupings=SerialNumber", "Items=ENG100..ENG103"}},
-      {"StockStatus-summary-category",
-       "StockStatus",
-       {"Summary=True", "Groupings=Item Category", "OrderBy=Name"}},
-      {"StockLevel-every-option",
-       "StockLevel",
-       {"DateAsAt=30/11/2025", "OptionAPOpen=True", "OptionAROpen=True", "OptionSalesOrders=True",
-        "OptionSalesOrdersToSupply=True", "OptionSalesOrdersLessHeld=True",
-        "OptionJobInvoices=True", "OptionJobInvoicesToSupply=True",
-        "OptionOptionJobInvoicesLessHeld=True", "OptionPurchaseOrders=True",
-        "OptionArrivalDate=True", "OptionValueOnHand=True", "IncludeZeroOnHand=True",
-        "Groupings=Location", "Items=PRT112..PRT123,ENG100..ENG103"}},
-      {"StockReorder", "StockReorder", {"DateAsAt=30/11/2025"}},
-      {"StockReorder-fill",
-       "StockReorder",
-       {"DateAsAt=30/11/2025", "FillToMaximum=True", "Groupings=Location", "OrderBy=Name",
-        "Items=PRT112..PRT123"}},
-      {"StockOnOrder", "StockOnOrder", {}},
-      {"StockOnOrder-filled",
-       "StockOnOrder",
-       {"Filled=True", "ShowSupplier=True", "ShowLocation=True", "Groupings=Item,Location",
-        "Items=ELC148..ENG111"}},
-      {"StockOnOrder-eda",
-       "StockOnOrder",
-       {"Groupings=EDA", "OrderBy=EDA", "ShowSupplierCode=True"}},
-      {"StockOnSalesOrders", "StockOnSalesOrders", {"ShowCustomer=True", "Groupings=Customer"}},
-      {"StockMovement", "StockMovement", {}},
-      {"StockMovement-all-quantity",
-       "StockMovement",
-       {"Period=ALL", "ShowQuantity=True", "Items=PRT112..PRT123"}},
-      {"StockMovement-custom-location",
-       "StockMovement",
-       {"Period=Custom", "PeriodDateFrom=01/07/2025", "PeriodDateTo=30/11/2025",
-        "Groupings=Location", "Items=PRT100..PRT130"}},
-      {"StockMovement-department-quantity",
-       "StockMovement",
-       {"Period=Custom", "PeriodDateFrom=01/07/2025", "PeriodDateTo=30/11/2025",
-        "Groupings=Department", "ShowQuantity=True", "Items=PRT100..PRT115"}},
-      // The counts at the warehouse and the shop, on hand over every location: an item counted
-      // at the warehouse with stock at the shop shows a false variance, which the location
-      // grouping below does not.
-      {"StocktakeVarianceReport", "StocktakeVarianceReport", {"DateAsAt=30/11/2025"}},
-      {"StocktakeVarianceReport-location",
-       "StocktakeVarianceReport",
-       {"DateAsAt=30/11/2025", "Groupings=Location"}},
-      {"StocktakeVarianceReport-shelf",
-       "StocktakeVarianceReport",
-       {"DateAsAt=30/11/2025", "OrderBy=Shelf", "Locations=MAIN", "IncludeZeroVariance=True",
-        "Items=PRT100..PRT115"}},
-      {"StocktakeVarianceReport-serial",
-       "StocktakeVarianceReport",
-       {"DateAsAt=30/11/2025", "PrintSerialNumber=True", "Groupings=Location",
-        "IncludeZeroVariance=True", "Items=ENG100..ENG111"}},
-      {"StockMovement-summary-supplier",
-       "StockMovement",
-       {"Period=YTD", "Summary=True", "Groupings=Supplier", "OrderBy=Name"}},
-  };
-  for (const GoldenCase& c : cases) {
-    SCOPED_TRACE(c.name);
-    std::vector<std::string> pages = RunPages(Open(c.key, c.assignments));
-    ASSERT_FALSE(pages.empty());
-    EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
-    ExpectGolden("stock", c.name, Join(pages, "\n"));
-  }
+  ExpectGoldenRuns(Service(), "stock", "reports/stock/golden_runs.tsv");
 }
 
 }  // namespace
