@@ -62,6 +62,7 @@ std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns, bool 
 Variant ParseValue(std::string_view typed) {
   if (typed == "null") return Variant::Null();
   if (typed == "empty") return Variant();
+  if (typed == "missing") return Variant::Missing();
   if (typed.size() >= 2 && typed[1] == ':') {
     const std::string_view text = typed.substr(2);
     switch (typed[0]) {

@@ -28,8 +28,8 @@ struct CaseRow {
 
 // A value written as its type and text: "d:1.5" Double, "l:12" Long, "m:-499.99" Currency,
 // "s:abc" String (the rest of the field, blanks kept), "t:2024-03-05" or "t:2024-03-05 14:05:09"
-// Date, "b:true" / "b:false" Boolean, "null" Null, "empty" Empty. Throws std::invalid_argument
-// for anything else.
+// Date, "b:true" / "b:false" Boolean, "null" Null, "empty" Empty, "missing" Missing. Throws
+// std::invalid_argument for anything else.
 [[nodiscard]] Variant ParseValue(std::string_view typed);
 
 }  // namespace trellin::testing
