@@ -45,6 +45,7 @@
 #include "reports/receivables/ardsImportErrorsList.h"
 #include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsPenaltyInterests.h"
+#include "reports/receivables/ardscrOpeningBalances.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
@@ -99,6 +100,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsImportErrorsList", CreateardsImportErrorsList},
     {"ardsBatchTransactions", CreateardsBatchTransactions},
     {"ardsPenaltyInterests", CreateardsPenaltyInterests},
+    {"ardscrOpeningBalances", CreateardscrOpeningBalances},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     {"ardsInvoice", CreateardsInvoice, "PurchaseOrder,Delivery Docket"},
     // reports/stock

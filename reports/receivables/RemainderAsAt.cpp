@@ -19,6 +19,18 @@ std::string AllocationsProcessedFromSQL(std::int64_t transaction_id, Date from) 
          id + " AND Transactions.DateProcess>=" + bound;
 }
 
+std::string AllocatedFromCondition(Date from) {
+  const std::string bound = Database::SQLDate(from);
+  return "(Transactions.TransactionId In (SELECT TransactionAllocation.TransactionId1 FROM "
+         "TransactionAllocation INNER JOIN Transactions AS Later ON "
+         "TransactionAllocation.TransactionId2=Later.TransactionId WHERE Later.DateProcess>=" +
+         bound +
+         ") OR Transactions.TransactionId In (SELECT TransactionAllocation.TransactionId2 FROM "
+         "TransactionAllocation INNER JOIN Transactions AS Later ON "
+         "TransactionAllocation.TransactionId1=Later.TransactionId WHERE Later.DateProcess>=" +
+         bound + "))";
+}
+
 void ForEachAllocatedValue(Database& database, std::string_view allocations_sql,
                            const std::function<void(Currency, const Recordset&)>& give_back) {
   std::shared_ptr<Recordset> rs = database.Query(allocations_sql);

@@ -21,6 +21,12 @@ namespace trellin {
 // joined in, whose DateProcess decides.
 [[nodiscard]] std::string AllocationsProcessedFromSQL(std::int64_t transaction_id, Date from);
 
+// A condition on `Transactions` of a list's query: the transaction took part in an allocation
+// whose other transaction was processed on or after `from`, so that it had more open before
+// `from` than it has today. With "Transactions.ValueRemaining<>0" beside it, it takes in every
+// transaction that can have had anything open on the day before `from`.
+[[nodiscard]] std::string AllocatedFromCondition(Date from);
+
 // Calls `give_back` with each non-Null "AllocatedValue" that `allocations_sql` returns and the
 // row it stands on, in the order of the rows. Throws DatabaseError for a query that fails.
 void ForEachAllocatedValue(Database& database, std::string_view allocations_sql,

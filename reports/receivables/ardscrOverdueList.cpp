@@ -20,7 +20,7 @@ namespace {
 
 // The groupings of the list that it resolves itself; the others go to the shared definitions.
 // A grouping on the documents' employee or location narrows each party's documents to its group.
-struct ListGrouping {
+struct OverdueGrouping {
   const char* name;
   const char* field;
   const char* key_field;
@@ -29,7 +29,7 @@ struct ListGrouping {
 };
 
 // clang-format off
-constexpr ListGrouping kListGroupings[] = {
+constexpr OverdueGrouping kListGroupings[] = {
     {"Employee", "Transactions.EmployeeId", "EmployeeId", "SELECT EmployeeId,Name FROM Employee", true},
     {"Location", "Transactions.LocationId", "LocationId", "SELECT LocationId,Description FROM Location", true},
     {"Customer Employee", "OtherParty.EmployeeId", "EmployeeId", "SELECT EmployeeId,Name FROM Employee", false},
@@ -47,13 +47,13 @@ constexpr const char* kListGroupingsPayables =
     "Term,Employee,Location,Status";
 
 // The columns a data export of the list offers: name, field, kind.
-struct ListColumn {
+struct OverdueColumn {
   const char* caption;
   const char* field;
   int data_type;
 };
 
-constexpr ListColumn kListColumns[] = {
+constexpr OverdueColumn kListColumns[] = {
     {"Code", "OtherPartyId", kColumnCode},
     {"Name", "Name", kColumnText},
     {"X Ref", "XRefId", kColumnText},
@@ -63,8 +63,8 @@ constexpr ListColumn kListColumns[] = {
     {"Overdue", "TotalOverdue", kColumnMoney},
 };
 
-const ListGrouping* FindListGrouping(const std::string& name) {
-  for (const ListGrouping& row : kListGroupings) {
+const OverdueGrouping* FindListGrouping(const std::string& name) {
+  for (const OverdueGrouping& row : kListGroupings) {
     if (name == row.name) return &row;
   }
   return nullptr;
@@ -115,7 +115,7 @@ void ardscrOverdueList::RefreshParameters(std::string& ReportName) {
 
 void ardscrOverdueList::RefreshDataColumns() {
   DataColumns& columns = TLReport()->DataColumns();
-  for (const ListColumn& c : kListColumns) {
+  for (const OverdueColumn& c : kListColumns) {
     columns.Add(c.field, c.field, c.data_type, c.caption, "", -1, -1, -1, -1, "(auto)", 0, 0, "",
                 true, "", false, false);
   }
@@ -210,7 +210,7 @@ void ardscrOverdueList::AddGroupings(std::string& select, std::string& group_by,
                                      std::string& order) {
   document_groups_.clear();
   auto own_grouping = [&](ChosenGrouping& g) {
-    const ListGrouping* own = FindListGrouping(g.name);
+    const OverdueGrouping* own = FindListGrouping(g.name);
     if (own == nullptr) return false;
     g.field = own->field;
     g.key_field = own->key_field;

@@ -1,0 +1,68 @@
+// The working lists of the sub-ledgers on the demo company, what each prints checked against the
+// books (their golden runs are rows of golden_runs.tsv).
+
+#include <gtest/gtest.h>
+
+#include "platform/demo/DemoCompany.h"
+#include "reports/receivables/ardscrOpeningBalances.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+class WorkingLists : public DemoReports {};
+
+// The balances brought forward add up to the side's balance by process date, and stand below the
+// control account by the hand journal only from the day after it.
+TEST_F(WorkingLists, OpeningBalancesAgreeWithTheBooksAndMissTheHandJournalOnlyAfterIt) {
+  BooksSql books;
+  struct Case {
+    const char* ledger;
+    const char* journal;      // the hand journal on the side's control account
+    int days_after;           // DateAsAt, from the journal's date; below -1000 the default (BOY)
+    std::int64_t difference;  // ledger less control account, stored money
+  };
+  const Case cases[] = {
+      // Brought forward into the day after the journal: the journal is in the account only.
+      {"Receivables", "JNL-ADJ1", 1, -demo::kReceivablesControlDifference},
+      // Into the journal's own day: nothing of that day is brought forward yet.
+      {"Receivables", "JNL-ADJ1", 0, 0},
+      {"Receivables", "JNL-ADJ1", -2000, 0},
+      // The payables journal is a credit: the suppliers' balance falls short of it as well.
+      {"Payables", "JNL-ADJ2", 1, demo::kPayablesControlDifference},
+      {"Payables", "JNL-ADJ2", -2000, 0},
+  };
+  for (const Case& c : cases) {
+    const std::string journal_date = books.Texts(
+        std::string("SELECT Min(Date) FROM glTransaction WHERE Reference='") + c.journal + "'")[0];
+    ASSERT_FALSE(journal_date.empty()) << c.journal;
+    std::vector<std::string> values = {std::string("Ledger=") + c.ledger};
+    std::string as_at = books.Texts("SELECT date('" + journal_date + "','" +
+                                    std::to_string(c.days_after) + " days')")[0];
+    if (c.days_after < -1000) {
+      as_at.clear();
+    } else {
+      values.push_back("DateAsAt=" + as_at);
+    }
+    SCOPED_TRACE(std::string(c.ledger) + " " + (as_at.empty() ? "BOY" : as_at));
+    DesignerPtr designer = Open("OpeningBalances", values);
+    const std::vector<std::string> pages = RunPages(designer);
+    ASSERT_FALSE(pages.empty());
+    ASSERT_FALSE(pages.back().starts_with("errors:")) << pages.back();
+    const auto& report = dynamic_cast<const ardscrOpeningBalances&>(*designer);
+    if (as_at.empty()) as_at = report.OpenedOn().ToIso();
+    const bool receivables = std::string(c.ledger) == "Receivables";
+    const std::string range = receivables ? "30 AND 39" : "20 AND 29";
+    const std::string sign = receivables ? "-" : "";
+    const Currency books_balance =
+        books.Money("SELECT Sum(" + sign + "ValueRemaining) FROM Transactions WHERE Type BETWEEN " +
+                    range) -
+        books.Money("SELECT Sum(" + sign + "Value) FROM Transactions WHERE Type BETWEEN " + range +
+                    " AND DateProcess>='" + as_at + "'");
+    EXPECT_EQ(report.LedgerTotal(), books_balance);
+    EXPECT_EQ(report.LedgerTotal() - report.ControlAccount(), Currency::FromRaw(c.difference));
+  }
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
