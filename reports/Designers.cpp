@@ -45,12 +45,13 @@
 #include "reports/receivables/ardsImportErrorsList.h"
 #include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsPenaltyInterests.h"
-#include "reports/receivables/ardscrOpeningBalances.h"
+#include "reports/receivables/ardsSalesAnalysisReport.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrControlReport.h"
 #include "reports/receivables/ardscrLedger.h"
+#include "reports/receivables/ardscrOpeningBalances.h"
 #include "reports/receivables/ardscrOverdueList.h"
 #include "reports/receivables/ardscrTransactionList.h"
 #include "reports/stock/arItemAdjustment.h"
@@ -103,6 +104,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrOpeningBalances", CreateardscrOpeningBalances},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     {"ardsInvoice", CreateardsInvoice, "PurchaseOrder,Delivery Docket"},
+    {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscMovementReport", CreatearscMovementReport},

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/host/Section.h"
 #include "platform/runtime/Format.h"

@@ -1,0 +1,220 @@
+// The sales analysis on the demo company: its figures against plain SQL over the same lines,
+// the gross profit percentage of rows, groups and the report from their own sums, the client
+// order, the tax and rounding options, and the golden page dumps of golden_analysis.tsv.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <regex>
+
+#include "platform/runtime/Strings.h"
+#include "reports/receivables/AnalysisFigures.h"
+#include "tests/reports/ReportFixture.h"
+
+namespace trellin::reports::testing {
+namespace {
+
+// September 2026: a whole month of the demo company's sales.
+const std::vector<std::string> kMonth = {"Period=Custom", "PeriodDateFrom=2025-09-01",
+                                         "PeriodDateTo=2025-09-30"};
+const std::string kMonthLines =
+    " TransactionLine.DateProcess>='2025-09-01' AND TransactionLine.DateProcess<'2025-10-01'";
+
+std::vector<std::string> With(std::vector<std::string> values,
+                              const std::vector<std::string>& more) {
+  values.insert(values.end(), more.begin(), more.end());
+  return values;
+}
+
+// The value and the printed text of a footer's total of `column`, from a dump's row lines: the
+// column layout names it section + "Summary" + column, which may hold a blank ("GP %").
+struct Total {
+  double value = 0;
+  std::string text;
+};
+std::vector<Total> TotalsOf(const std::string& dump, const std::string& section,
+                            const std::string& column) {
+  const std::regex cell(
+      std::regex_replace(section + "Summary" + column, std::regex(R"([%])"), R"(\%)") +
+      R"re(=("[^"]*"|\S+) "([^"]*)")re");
+  std::vector<Total> totals;
+  // A row's cells may follow a text of several lines, so the whole dump is searched.
+  for (auto it = std::sregex_iterator(dump.begin(), dump.end(), cell); it != std::sregex_iterator();
+       ++it) {
+    std::string value = (*it)[1];
+    if (!value.empty() && value.back() == '@') value.pop_back();
+    totals.push_back({ParseNumber(value).value_or(0), (*it)[2]});
+  }
+  return totals;
+}
+
+double ReportTotal(const std::string& dump, const std::string& column) {
+  const std::vector<Total> totals = TotalsOf(dump, "ReportFooter", column);
+  return totals.empty() ? -1e300 : totals.back().value;
+}
+
+class SalesAnalysis : public DemoReports {
+ protected:
+  static std::string Run(const std::string& key, const std::vector<std::string>& values) {
+    const std::vector<std::string> pages = RunPages(Open(key, values));
+    EXPECT_FALSE(pages.empty());
+    if (!pages.empty()) {
+      EXPECT_FALSE(pages.back().starts_with("errors:")) << pages.back();
+    }
+    return Join(pages, "\n");
+  }
+};
+
+TEST(GrossProfit, PercentFollowsNetAndCosts) {
+  struct Case {
+    double net, costs, percent;
+  } const cases[] = {
+      {100, 60, 40},   // 40 of 100
+      {0, 25, -100},   // costs on nothing sold
+      {0, 0, 0},       // nothing at all
+      {-50, -20, 60},  // a credit: (-50 - -20) / -50
+      {80, 100, -25},  // sold below cost
+  };
+  for (const Case& c : cases) {
+    EXPECT_DOUBLE_EQ(GrossProfitPercent(Currency::FromDouble(c.net), Currency::FromDouble(c.costs)),
+                     c.percent)
+        << c.net << " " << c.costs;
+  }
+}
+
+TEST_F(SalesAnalysis, TotalsOfAMonthEqualTheSumsOfItsLines) {
+  BooksSql books;
+  const std::string from =
+      " FROM TransactionLine INNER JOIN Transactions ON Transactions.TransactionId = "
+      "TransactionLine.TransactionId INNER JOIN OtherParty ON OtherParty.OtherPartyId = "
+      "Transactions.OtherPartyId INNER JOIN Item ON Item.ItemId = TransactionLine.ItemId WHERE "
+      "TransactionLine.Type BETWEEN 30 AND 34 AND (IsCustomer=1 OR IsCustomer IS NULL) AND" +
+      kMonthLines;
+  const std::string dump = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
+  struct Column {
+    const char* name;
+    const char* sum;
+  } const columns[] = {{"Sales", "-Sum(TransactionLine.Value+TransactionLine.Discount)"},
+                       {"Disc", "-Sum(TransactionLine.Discount)"},
+                       {"Net", "-Sum(TransactionLine.Value)"},
+                       {"Costs", "-Sum(TransactionLine.ItemCost)"}};
+  for (const Column& c : columns) {
+    const Currency books_sum = books.Money("SELECT " + std::string(c.sum) + from);
+    EXPECT_NE(books_sum, Currency()) << c.name;
+    EXPECT_NEAR(ReportTotal(dump, c.name), books_sum.ToDouble(), 0.00005) << c.name;
+  }
+  const std::vector<std::string> qty = books.Texts("SELECT -Sum(TransactionLine.Quantity)" + from);
+  EXPECT_NEAR(ReportTotal(dump, "Qty"), ParseNumber(qty.at(0)).value_or(0), 0.005);
+
+  // Items count the same sales lines (no stock lines without the stock options).
+  const std::string items = Run("ItemSalesAnalysis", With(kMonth, {"Summary=True"}));
+  EXPECT_NEAR(ReportTotal(items, "Net"), ReportTotal(dump, "Net"), 0.00005);
+  EXPECT_NEAR(ReportTotal(items, "Costs"), ReportTotal(dump, "Costs"), 0.00005);
+}
+
+TEST_F(SalesAnalysis, AJobsSalesEqualItsLines) {
+  BooksSql books;
+  const std::vector<std::string> jobs = books.Texts(
+      "SELECT Transactions.JobId FROM Transactions INNER JOIN TransactionLine ON "
+      "Transactions.TransactionId=TransactionLine.TransactionId WHERE Transactions.JobId IS NOT "
+      "NULL AND TransactionLine.Type IN (30,31) GROUP BY Transactions.JobId ORDER BY "
+      "Sum(-TransactionLine.Value) DESC LIMIT 1");
+  ASSERT_FALSE(jobs.empty());
+  const std::string job = jobs.front();
+  const std::string lines =
+      " FROM Transactions INNER JOIN TransactionLine ON "
+      "Transactions.TransactionId=TransactionLine.TransactionId INNER JOIN Item ON "
+      "Item.ItemId=TransactionLine.ItemId WHERE Transactions.JobId='" +
+      job + "'";
+  const std::string dump = Run("JobAnalysis", {"Period=ALL", "Jobs=" + job, "Summary=True"});
+  EXPECT_NEAR(ReportTotal(dump, "Net"),
+              books
+                  .Money("SELECT -Sum(TransactionLine.Value)" + lines +
+                         " AND TransactionLine.Type IN (30,31)")
+                  .ToDouble(),
+              0.00005);
+}
+
+TEST_F(SalesAnalysis, GroupsAndTheReportWorkTheirPercentFromTheirOwnSums) {
+  const std::string dump =
+      Run("SalesAnalysisAR", With(kMonth, {"Summary=True", "Groupings=Customer Category"}));
+  int groups = 0;
+  for (const std::string section : {"GroupFooter1", "ReportFooter"}) {
+    const std::vector<Total> nets = TotalsOf(dump, section, "Net");
+    const std::vector<Total> costs = TotalsOf(dump, section, "Costs");
+    const std::vector<Total> percents = TotalsOf(dump, section, "GP %");
+    ASSERT_EQ(nets.size(), percents.size()) << section;
+    ASSERT_EQ(costs.size(), percents.size()) << section;
+    for (std::size_t i = 0; i < nets.size(); ++i) {
+      const double expected = nets[i].value == 0
+                                  ? (costs[i].value == 0 ? 0 : -100)
+                                  : (nets[i].value - costs[i].value) / nets[i].value * 100;
+      EXPECT_NEAR(percents[i].value, expected, 1e-9) << section << " " << i;
+      if (section == std::string("GroupFooter1")) ++groups;
+    }
+  }
+  EXPECT_GE(groups, 2);
+}
+
+TEST_F(SalesAnalysis, FigureOrdersDescendOnTheClient) {
+  const std::string dump =
+      Run("SalesAnalysisAR",
+          With(kMonth, {"Summary=False", "ShowTransactions=False", "OrderBy=Sales"}));
+  std::vector<double> sales;
+  for (const DumpRow& row : RowsOf(dump, "Detail")) {
+    for (const auto& [name, cell] : row) {
+      if (name.find("Sales") != std::string::npos) {
+        std::string value = cell.first;
+        if (!value.empty() && value.back() == '@') value.pop_back();
+        sales.push_back(ParseNumber(value).value_or(0));
+      }
+    }
+  }
+  ASSERT_GE(sales.size(), 3U);
+  EXPECT_TRUE(std::is_sorted(sales.rbegin(), sales.rend()));
+}
+
+TEST_F(SalesAnalysis, TaxInclusiveMovesSalesAndNetButNotDiscountOrCosts) {
+  BooksSql books;
+  const Currency tax = books.Money(
+      "SELECT -Sum(TransactionLine.TaxValue) FROM TransactionLine INNER JOIN Transactions ON "
+      "Transactions.TransactionId = TransactionLine.TransactionId INNER JOIN OtherParty ON "
+      "OtherParty.OtherPartyId = Transactions.OtherPartyId INNER JOIN Item ON Item.ItemId = "
+      "TransactionLine.ItemId WHERE TransactionLine.Type BETWEEN 30 AND 34 AND" +
+      kMonthLines);
+  ASSERT_NE(tax, Currency());
+  const std::string exclusive = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
+  const std::string inclusive =
+      Run("SalesAnalysisAR", With(kMonth, {"Summary=True", "TaxInclusive=True"}));
+  EXPECT_NEAR(ReportTotal(inclusive, "Sales") - ReportTotal(exclusive, "Sales"), tax.ToDouble(),
+              0.00005);
+  EXPECT_NEAR(ReportTotal(inclusive, "Net") - ReportTotal(exclusive, "Net"), tax.ToDouble(),
+              0.00005);
+  EXPECT_EQ(ReportTotal(inclusive, "Disc"), ReportTotal(exclusive, "Disc"));
+  EXPECT_EQ(ReportTotal(inclusive, "Costs"), ReportTotal(exclusive, "Costs"));
+  EXPECT_NE(PrintedTexts(inclusive), PrintedTexts(exclusive));
+}
+
+TEST_F(SalesAnalysis, ThousandsChangeTheTextNotTheSums) {
+  const std::string normal = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
+  const std::string thousands =
+      Run("SalesAnalysisAR", With(kMonth, {"Summary=True", "Rounding=Thousands"}));
+  const std::vector<Total> exact = TotalsOf(normal, "ReportFooter", "Sales");
+  const std::vector<Total> shown = TotalsOf(thousands, "ReportFooter", "Sales");
+  ASSERT_EQ(exact.size(), 1U);
+  ASSERT_EQ(shown.size(), 1U);
+  EXPECT_EQ(shown[0].value, exact[0].value);
+  // 1,234,567 shows as 1,235: the text is the exact sum in thousands, rounded.
+  const long thousands_shown = std::lround(exact[0].value / 1000);
+  EXPECT_EQ(Replace(shown[0].text, ",", ""), std::to_string(thousands_shown)) << shown[0].text;
+  const std::vector<std::string> lines = PrintedTexts(thousands);
+  EXPECT_NE(std::find(lines.begin(), lines.end(), "Figures shown in thousands"), lines.end());
+}
+
+TEST_F(SalesAnalysis, PageDumps) {
+  ExpectGoldenRuns(Service(), "receivables", "reports/receivables/golden_analysis.tsv");
+}
+
+}  // namespace
+}  // namespace trellin::reports::testing
