@@ -1,6 +1,6 @@
 // The sales analysis on the demo company: its figures against plain SQL over the same lines,
 // the gross profit percentage of rows, groups and the report from their own sums, the client
-// order, the tax and rounding options, and the golden page dumps of golden_analysis.tsv.
+// order, the tax and rounding options, and the golden page dumps of analysis_golden_runs.tsv.
 
 #include <gtest/gtest.h>
 
@@ -213,7 +213,7 @@ TEST_F(SalesAnalysis, ThousandsChangeTheTextNotTheSums) {
 }
 
 TEST_F(SalesAnalysis, PageDumps) {
-  ExpectGoldenRuns(Service(), "receivables", "reports/receivables/golden_analysis.tsv");
+  ExpectGoldenRuns(Service(), "receivables", "reports/receivables/analysis_golden_runs.tsv");
 }
 
 }  // namespace
