@@ -75,13 +75,13 @@ const Variant& FieldValue(const Fields& fields, std::string_view name) {
   return field == nullptr ? kNull : field->Value();
 }
 
-Currency MoneyOf(const Variant& value) {
+Currency InterestMoneyOf(const Variant& value) {
   return value.IsNull() || value.IsEmpty() ? Currency() : value.ToCurrency();
 }
 
 // What the customer owes on the item, shown positive as the receivables side turns it.
 Currency Owed(const Fields& fields) {
-  const Currency stored = MoneyOf(FieldValue(fields, "ValueRemaining"));
+  const Currency stored = InterestMoneyOf(FieldValue(fields, "ValueRemaining"));
   return SideOf(LedgerSideKind::Receivables).sign == "-" ? -stored : stored;
 }
 
@@ -162,7 +162,7 @@ void ardsPenaltyInterests::ActiveReport_ReportStart() {
   const Date as_at = AsAt();
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::string code = UCase(rs->Value(rs->FieldIndex("OtherPartyId")).Text());
-    const Currency owed = -MoneyOf(rs->Value(rs->FieldIndex("ValueRemaining")));
+    const Currency owed = -InterestMoneyOf(rs->Value(rs->FieldIndex("ValueRemaining")));
     const Variant& due = rs->Value(rs->FieldIndex("DatePayment"));
     const long days = due.IsNull()
                           ? 0
@@ -170,7 +170,7 @@ void ardsPenaltyInterests::ActiveReport_ReportStart() {
                                 rs->Value(rs->FieldIndex("GraceDays")).ToLong();
     const double rate = rs->Value(rs->FieldIndex("Rate")).ToDouble();
     charges_[code].interest += PenaltyInterestOn(owed, rate, days);
-    minimums[code] = MoneyOf(rs->Value(rs->FieldIndex("MinimumCharge")));
+    minimums[code] = InterestMoneyOf(rs->Value(rs->FieldIndex("MinimumCharge")));
   }
   rs->MoveFirst();
   for (auto& [code, charge] : charges_) {

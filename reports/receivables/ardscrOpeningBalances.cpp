@@ -99,7 +99,7 @@ constexpr ListKey kOpeningKeys[] = {{
 
 constexpr std::string_view kPartyGrouping = "Other Party";
 
-Currency MoneyOf(const Variant& value) {
+Currency BalanceMoneyOf(const Variant& value) {
   return value.IsNull() || value.IsEmpty() ? Currency() : value.ToCurrency();
 }
 
@@ -212,7 +212,7 @@ void ardscrOpeningBalances::ActiveReport_ReportStart() {
     const int remaining_field = rs->FieldIndex("ValueRemaining");
     for (; !rs->Eof(); rs->MoveNext()) {
       const std::int64_t id = rs->Value(id_field).ToLong();
-      const Currency stored = RemainderAsAt(db, MoneyOf(rs->Value(remaining_field)),
+      const Currency stored = RemainderAsAt(db, BalanceMoneyOf(rs->Value(remaining_field)),
                                             AllocationsProcessedFromSQL(id, as_at));
       const Currency open = turned ? -stored : stored;
       open_[id] = open;
@@ -270,7 +270,7 @@ void ardscrOpeningBalances::ActiveReport_DataInitialize() {
 void ardscrOpeningBalances::ActiveReport_FetchData(bool&) {
   if (Fields().Find("Value") == nullptr) return;
   const bool turned = Side().sign == "-";
-  const Currency original = MoneyOf(FieldValue(Fields(), "Value"));
+  const Currency original = BalanceMoneyOf(FieldValue(Fields(), "Value"));
   const auto found = open_.find(FieldValue(Fields(), "TransactionId").ToLong());
   Fields().Item("Original").SetValue(Variant(turned ? -original : original));
   Fields().Item("Open").SetValue(Variant(found == open_.end() ? Currency() : found->second));
@@ -283,7 +283,7 @@ void ardscrOpeningBalances::OnFormat(Section& section) {
       include_zero_ || (party != parties_.end() && party->second != Currency());
   if (section.Type() == SectionType::Detail) {
     const Variant& open = FieldValue(Fields(), "Open");
-    section.SetVisible(shown_[section.Name()] && party_shown && MoneyOf(open) != Currency());
+    section.SetVisible(shown_[section.Name()] && party_shown && BalanceMoneyOf(open) != Currency());
     return;
   }
   const bool header = section.Type() == SectionType::GroupHeader;
