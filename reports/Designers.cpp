@@ -55,6 +55,7 @@
 #include "reports/receivables/ardscrOverdueList.h"
 #include "reports/receivables/ardscrTransactionList.h"
 #include "reports/stock/arItemAdjustment.h"
+#include "reports/stock/arItemDetail.h"
 #include "reports/stock/arItemList.h"
 #include "reports/stock/arLocationList.h"
 #include "reports/stock/arscItemPriceList.h"
@@ -117,6 +118,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arscItemPriceList", CreatearscItemPriceList},
     {"arscSerialNumberReport", CreatearscSerialNumberReport},
     {"arLocationList", CreatearLocationList},
+    {"arItemDetail", CreatearItemDetail},
     {"arscStockSheets", CreatearscStockSheets},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},

@@ -74,6 +74,9 @@ struct Prices {
 };
 [[nodiscard]] Prices ItemPrices(Currency price, std::string_view tax_code);
 
+// How many user-defined fields an item has (`Item.UserDefined1` to 20).
+inline constexpr int kItemUserFieldCount = 20;
+
 // A money field's value; zero for Null or empty.
 [[nodiscard]] Currency ItemMoney(const Variant& value);
 

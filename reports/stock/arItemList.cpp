@@ -82,8 +82,6 @@ constexpr ListKey kItemKeys[] = {{
 // Prices are read across, not added up.
 constexpr std::string_view kItemUntotalled[] = {"Cost", "Sell", "SellInc", "OnHand"};
 
-constexpr int kItemUserFields = 20;
-
 }  // namespace
 
 arItemList::arItemList() : ListDesigner("arItemList", kItemKeys, "Item List") {}
@@ -101,7 +99,7 @@ void arItemList::RefreshDataColumns() {
   FitStockColumns(columns, kItemUntotalled);
   // Each user-defined field the company has named, captioned by its name, waits to be picked.
   const Options& options = TrellinReportGlobals::RequireApplication().Options();
-  for (int n = 1; n <= kItemUserFields; ++n) {
+  for (int n = 1; n <= kItemUserFieldCount; ++n) {
     const UserDefinedField field = options.UserDefinedFields(UserDefinedKind::Item, n);
     if (field.Name.empty()) continue;
     const std::string name = "UserDefined" + std::to_string(n);

@@ -173,5 +173,43 @@ TEST_F(StockLists, PriceListInclusivePricesAreTheExclusiveOnesWithTheirCategorys
   EXPECT_GT(coded, 0);
 }
 
+// An item card's stock line ("4.00 on hand at 30/11/2025, value 13,492.58") is the item list's
+// figures at the same date, and its locations' stock adds up to it.
+TEST_F(StockLists, ItemDetailsStockIsTheItemListsAndItsLocationsAddUp) {
+  const std::string as_at = "DateAsAt=30/11/2025";
+  const std::string categories = "ItemCategories=ELEC,SAFE";
+  const auto list = RunPages(
+      Open("ItemList", {as_at, categories, "Kind=1,2,3", "Columns=Code,Description,OnHand,Value"}));
+  const auto quantity = TextByCode(list, "txtOnHand");
+  const auto value = TextByCode(list, "txtValue");
+  const std::string cards = Join(RunPages(Open("ItemDetails", {as_at, categories})), "\n");
+  // A card's row, then its locations' rows, up to the next card.
+  static const std::regex card(R"re(row Detail Detail txtCode="([^"]+)")re");
+  static const std::regex stock(R"re(txtStock="(\S+) on hand at 30/11/2025, value (\S+)")re");
+  static const std::regex located(
+      R"re(row Detail Detail txtLocation=.* txtOnHand=\S+ "([^"]*)")re");
+  std::vector<std::pair<std::string, std::size_t>> starts;
+  for (auto it = std::sregex_iterator(cards.begin(), cards.end(), card);
+       it != std::sregex_iterator(); ++it) {
+    starts.emplace_back((*it)[1], it->position());
+  }
+  ASSERT_EQ(starts.size(), quantity.size());
+  for (std::size_t i = 0; i < starts.size(); ++i) {
+    const auto& [code, at] = starts[i];
+    const std::string text =
+        cards.substr(at, (i + 1 < starts.size() ? starts[i + 1].second : cards.size()) - at);
+    std::smatch found;
+    ASSERT_TRUE(std::regex_search(text, found, stock)) << code;
+    EXPECT_EQ(found[1], quantity.at(code)) << code;
+    EXPECT_EQ(found[2], value.at(code)) << code;
+    double at_locations = 0;
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), located);
+         it != std::sregex_iterator(); ++it) {
+      at_locations += Amount((*it)[1]);
+    }
+    EXPECT_NEAR(at_locations, Amount(quantity.at(code)), 0.001) << code;
+  }
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
