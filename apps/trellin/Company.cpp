@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "apps/trellin/Commands.h"
+#include "platform/data/CompanyFile.h"
 
 namespace trellin::cli {
 
@@ -29,8 +30,15 @@ std::filesystem::path CompanyPath(const std::optional<std::string>& db_option) {
 std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option) {
   std::filesystem::path path = CompanyPath(db_option);
   bool is_default = !db_option && CompanyPath(std::nullopt) == DefaultDemoPath();
-  if (is_default && !std::filesystem::exists(path)) {
-    std::fprintf(stderr, "trellin: no company file given; building the demo company at %s\n",
+  // The demo company is rebuilt when it was made for another schema: an earlier version's file
+  // lacks what this version's reports read.
+  const bool missing = !std::filesystem::exists(path);
+  if (is_default &&
+      (missing || data::ReadCompanySchemaStamp(path.string()) != data::CompanySchemaStamp())) {
+    std::fprintf(stderr,
+                 missing ? "trellin: no company file given; building the demo company at %s\n"
+                         : "trellin: the demo company at %s was built by another version of "
+                           "trellin; building it afresh\n",
                  path.c_str());
     try {
       BuildDemo(path, 1, 1, "NZ", LastMonthEnd());

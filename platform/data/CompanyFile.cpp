@@ -1,5 +1,6 @@
 #include "platform/data/CompanyFile.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -31,6 +32,31 @@ void Exec(sqlite3* db, const std::string& sql, const std::string& what) {
 
 }  // namespace
 
+int CompanySchemaStamp() {
+  // FNV-1a over the schema text, kept positive and never 0 (SQLite's "not set").
+  std::uint32_t hash = 2166136261u;
+  for (char c : CompanySchemaSql()) {
+    hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+  }
+  const int stamp = static_cast<int>(hash & 0x7fffffffu);
+  return stamp == 0 ? 1 : stamp;
+}
+
+int ReadCompanySchemaStamp(const std::string& path) {
+  sqlite3* db = nullptr;
+  int stamp = 0;
+  if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, "PRAGMA user_version", -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW) {
+      stamp = sqlite3_column_int(stmt, 0);
+    }
+    sqlite3_finalize(stmt);
+  }
+  sqlite3_close(db);
+  return stamp;
+}
+
 std::unique_ptr<CompanyFileWriter> CreateCompanyFile(const std::string& path) {
   std::string temp = TempPath(path);
   // A temporary file left by a build that was killed is stale; start clean.
@@ -45,6 +71,8 @@ std::unique_ptr<CompanyFileWriter> CreateCompanyFile(const std::string& path) {
   Exec(db, "PRAGMA journal_mode=WAL", "cannot create the company file '" + path + "'");
   Exec(db, "BEGIN;" + std::string(CompanySchemaSql()) + ";COMMIT;",
        "cannot apply the company schema to '" + path + "'");
+  Exec(db, "PRAGMA user_version=" + std::to_string(CompanySchemaStamp()),
+       "cannot stamp the company file '" + path + "'");
   return writer;
 }
 

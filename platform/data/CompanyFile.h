@@ -33,6 +33,13 @@ class CompanyFileWriter {
   sqlite3* db_;
 };
 
+// A number that names this build's company schema: a file created by CreateCompanyFile holds it
+// (SQLite's user_version), so a file made for another schema can be told without reading it.
+[[nodiscard]] int CompanySchemaStamp();
+
+// The schema stamp `path` holds; 0 for a file created otherwise, or one that cannot be read.
+[[nodiscard]] int ReadCompanySchemaStamp(const std::string& path);
+
 // Creates `path + ".tmp"` afresh with the company schema applied, in WAL mode. Throws
 // DatabaseError naming the path when the file cannot be created or the schema fails.
 [[nodiscard]] std::unique_ptr<CompanyFileWriter> CreateCompanyFile(const std::string& path);

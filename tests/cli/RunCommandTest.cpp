@@ -1,5 +1,6 @@
 // trellin run, params and demo: the main job as a user drives it.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 
@@ -159,13 +160,27 @@ TEST(DemoCommand, BuildsACompanyTheReportsRunOn) {
   EXPECT_FALSE(std::filesystem::exists(folder.Path() / "x.db"));
 }
 
-TEST(DefaultCompany, IsTheDemoBuiltOnFirstUse) {
-  // RunTrellin gives the binary a HOME of its own, so the demo company lands there.
+TEST(DefaultCompany, IsTheDemoBuiltOnFirstUseAndAgainForAnotherSchema) {
+  // The binary's HOME is the test's folder, so the demo company lands there.
   TempFolder folder;
-  RunResult first =
-      RunTrellin({"run", "CustomerTypeList", "-o", (folder.Path() / "types.txt").string()});
+  const std::vector<std::string> home = {"HOME=" + folder.Path().string()};
+  const std::string out = (folder.Path() / "types.txt").string();
+  RunResult first = RunTrellin({"run", "CustomerTypeList", "-o", out}, home);
   EXPECT_EQ(first.exit_code, 0) << first.err;
-  EXPECT_NE(first.err.find("building the demo company"), std::string::npos) << first.err;
+  EXPECT_NE(first.err.find("no company file given; building the demo company"), std::string::npos)
+      << first.err;
+
+  // A demo company an earlier version made for another schema is built afresh, not misread.
+  const std::filesystem::path demo = folder.Path() / ".local" / "share" / "trellin" / "demo.db";
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open(demo.c_str(), &db), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(db, "PRAGMA user_version=7", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(db);
+  RunResult stale = RunTrellin({"run", "CustomerTypeList", "-o", out}, home);
+  EXPECT_EQ(stale.exit_code, 0) << stale.err;
+  EXPECT_NE(stale.err.find("was built by another version of trellin; building it afresh"),
+            std::string::npos)
+      << stale.err;
 }
 
 }  // namespace

@@ -45,6 +45,10 @@ TEST(CompanyFile, CommitPutsACompleteFileInPlace) {
   EXPECT_FALSE(fs::exists(path + ".tmp-wal"));
   EXPECT_EQ(ReadOne(path, "PRAGMA journal_mode"), "wal");
   EXPECT_EQ(ReadOne(path, "SELECT Value FROM CompanySetting WHERE Key='Name'"), "Demo");
+  // Stamped with this build's schema; a file that is no company file carries no stamp.
+  EXPECT_EQ(ReadCompanySchemaStamp(path), CompanySchemaStamp());
+  EXPECT_NE(CompanySchemaStamp(), 0);
+  EXPECT_EQ(ReadCompanySchemaStamp(dir.File("none.db")), 0);
   EXPECT_THROW(writer->Commit(), DatabaseError);
 }
 
