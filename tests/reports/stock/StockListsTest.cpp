@@ -173,6 +173,28 @@ TEST_F(StockLists, PriceListInclusivePricesAreTheExclusiveOnesWithTheirCategorys
   EXPECT_GT(coded, 0);
 }
 
+// Without carried costs the item adjustments are the stock movement's Adjustments column, in
+// quantity and in value, over the same period.
+TEST_F(StockLists, ItemAdjustmentsWithoutCarryCostAreTheMovementsAdjustments) {
+  const std::string adjustments =
+      Join(RunPages(Open("ItemAdjustments",
+                         {"DatedFrom=2020-01-01", "DatedTo=2025-11-30", "Items=PRT100..PRT130",
+                          "TypeCarryCost=False", "Summary=True", "Groupings=Item Category"})),
+           "\n");
+  for (const bool quantity : {true, false}) {
+    const std::string movement =
+        Join(RunPages(Open("StockMovement",
+                           {"Period=Custom", "PeriodDateFrom=01/01/2020", "PeriodDateTo=30/11/2025",
+                            "Items=PRT100..PRT130", "Summary=True", "Groupings=Supplier",
+                            std::string("ShowQuantity=") + (quantity ? "True" : "False")})),
+             "\n");
+    EXPECT_NEAR(FooterTotal(adjustments, quantity ? "Quantity" : "Value"),
+                FooterTotal(movement, "Adjustments"), 0.001)
+        << (quantity ? "quantity" : "value");
+  }
+  EXPECT_NE(FooterTotal(adjustments, "Value"), 0);
+}
+
 // An item card's stock line ("4.00 on hand at 30/11/2025, value 13,492.58") is the item list's
 // figures at the same date, and its locations' stock adds up to it.
 TEST_F(StockLists, ItemDetailsStockIsTheItemListsAndItsLocationsAddUp) {
