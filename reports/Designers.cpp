@@ -17,12 +17,14 @@
 #include "reports/admin/arPostcodeList.h"
 #include "reports/admin/arScriptList.h"
 #include "reports/admin/arUserRolePermissionList.h"
+#include "reports/assets/arfaAssetList.h"
 #include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
 #include "reports/assets/arfaDisposalSummary.h"
 #include "reports/assets/arfaFutureValueSchedule.h"
 #include "reports/assets/arfaPurchaseSummary.h"
+#include "reports/assets/arfaTransactionList.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -127,6 +129,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaFutureValueSchedule", CreatearfaFutureValueSchedule},
     {"arfaPurchaseSummary", CreatearfaPurchaseSummary},
     {"arfaDisposalSummary", CreatearfaDisposalSummary},
+    {"arfaAssetList", CreatearfaAssetList},
+    {"arfaTransactionList", CreatearfaTransactionList},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},
