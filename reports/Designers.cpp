@@ -25,6 +25,7 @@
 #include "reports/assets/arfaFutureValueSchedule.h"
 #include "reports/assets/arfaPurchaseSummary.h"
 #include "reports/assets/arfaTransactionList.h"
+#include "reports/jobs/arJobList.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -131,6 +132,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaDisposalSummary", CreatearfaDisposalSummary},
     {"arfaAssetList", CreatearfaAssetList},
     {"arfaTransactionList", CreatearfaTransactionList},
+    // reports/jobs
+    {"arJobList", CreatearJobList},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

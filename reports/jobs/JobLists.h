@@ -1,0 +1,67 @@
+#pragma once
+// What the job lists share: the job filters as list rows (the statuses, the opened and closed
+// dates, jobs, locations, categories, employees and customers), the join to the contact a job is
+// charged to, and the groupings. Every job fact is read here from the `Job` and `JobContact`
+// tables, in one place, so that a business-layer job object can take these reads over.
+
+#include <string_view>
+
+#include "core/ListDesigner.h"
+
+namespace trellin {
+
+// A job with the contact it is charged to and that party's name.
+inline constexpr std::string_view kJobListSql =
+    "SELECT Job.JobId,Job.Description,Job.Status,Job.JobCategoryId,JobContact.OtherPartyId,"
+    "OtherParty.Name,Job.OrderNo,Job.LocationId,Job.EmployeeId,Job.DateOpened,Job.DateClosed,"
+    "Job.UserDefined1,Job.UserDefined2,Job.UserDefined3,Job.UserDefined4,Job.UserDefined5,"
+    "Job.UserDefined6,Job.UserDefined7,Job.UserDefined8,Job.UserDefined9,Job.UserDefined10,"
+    "Job.UserDefined11,Job.UserDefined12,Job.UserDefined13,Job.UserDefined14,Job.UserDefined15,"
+    "Job.UserDefined16,Job.UserDefined17,Job.UserDefined18,Job.UserDefined19,Job.UserDefined20"
+    " FROM (Job INNER JOIN JobContact ON Job.JobId=JobContact.JobId) LEFT JOIN OtherParty ON "
+    "JobContact.OtherPartyId=OtherParty.OtherPartyId";
+
+// Each job once, on the contact it is charged to.
+inline constexpr std::string_view kJobChargedContact = "JobContact.Charge=True";
+
+// A job's stored statuses, each a check box "Status" + the status, all ticked at first.
+inline constexpr ListChoice kJobStatuses[] = {{"Open"},      {"Closed"}, {"Costing"},
+                                              {"Completed"}, {"Hold"},   {"Template"}};
+
+inline constexpr ListParameter kJobFilters[] = {
+    {.kind = ListParameterKind::DatePair,
+     .name = "OpenedDate",
+     .caption = "Opened",
+     .field = "Job.DateOpened"},
+    {.kind = ListParameterKind::DatePair,
+     .name = "ClosedDate",
+     .caption = "Closed",
+     .field = "Job.DateClosed"},
+    {.kind = ListParameterKind::CheckBoxes,
+     .name = "Status",
+     .caption = "Job Statuses",
+     .field = "Job.Status",
+     .choices = kJobStatuses},
+    {.kind = ListParameterKind::Standard, .field = "Job.JobId", .index = 22, .primary = true},
+    {.kind = ListParameterKind::Standard, .field = "Job.LocationId", .index = 23, .primary = true},
+    {.kind = ListParameterKind::Standard,
+     .caption = "Categories",
+     .field = "Job.JobCategoryId",
+     .index = 21,
+     .primary = true},
+    {.kind = ListParameterKind::Standard, .field = "Job.EmployeeId", .index = 15, .primary = true},
+    {.kind = ListParameterKind::Standard,
+     .field = "JobContact.OtherPartyId",
+     .index = 8,
+     .primary = true},
+};
+
+// The job's own fields, where the standard grouping would read the wrong table's.
+inline constexpr ListGrouping kJobGroupings[] = {
+    {"Employee", "Job.EmployeeId", "SELECT EmployeeId,Name FROM Employee", "EmployeeId"},
+    {"Location", "Job.LocationId", "SELECT LocationId,Description FROM Location", "LocationId"},
+    {"Customer", "JobContact.OtherPartyId", "SELECT OtherPartyId,Name FROM OtherParty",
+     "OtherPartyId"},
+};
+
+}  // namespace trellin
