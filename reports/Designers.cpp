@@ -107,7 +107,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsPenaltyInterests", CreateardsPenaltyInterests},
     {"ardscrOpeningBalances", CreateardscrOpeningBalances},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
-    {"ardsInvoice", CreateardsInvoice, "PurchaseOrder,Delivery Docket"},
+    {"ardsInvoice", CreateardsInvoice},
     {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},

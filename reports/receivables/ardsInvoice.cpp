@@ -252,13 +252,16 @@ void ardsInvoice::OtherPartyHeader_Format() {
   const bool is_po = purchase_order_ || type == DocumentClass::PurchaseOrder;
 
   // The label beside the order number.
+  // A purchase order's date required is a date (a spreadsheet sorts it as one), in the
+  // company's date format.
   std::string order_label;
-  std::string order_text = h.order_no;
+  Variant order_value(h.order_no);
+  std::string order_format;
   if (is_po) {
     if (IsGiven(h.date_required)) {
       order_label = "Date Required:";
-      order_text =
-          Format(h.date_required, TrellinReportGlobals::RequireBusinessLayer().DateFormat());
+      order_value = Variant(h.date_required.ToDate());
+      order_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
     }
   } else if (!h.order_no.empty()) {
     order_label = type == DocumentClass::SupplierCredit || type == DocumentClass::CustomerCredit
@@ -266,7 +269,8 @@ void ardsInvoice::OtherPartyHeader_Format() {
                       : "Order Number:";
   }
   Field("lblOrderNo").SetCaption(order_label);
-  Field("txtOrderNo").SetText(order_label.empty() ? std::string() : order_text);
+  Field("txtOrderNo").SetOutputFormat(order_format);
+  Field("txtOrderNo").SetValue(order_label.empty() ? Variant(std::string()) : order_value);
   Field("lblInternalReference").SetVisible(!h.internal_reference.empty());
   Field("txtInternalReference").SetText(h.internal_reference);
   Field("lblOPCode").SetCaption(supplier_doc ? "Supplier:" : "Customer:");
