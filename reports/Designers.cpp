@@ -49,6 +49,7 @@
 #include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsPenaltyInterests.h"
 #include "reports/receivables/ardsSalesAnalysisReport.h"
+#include "reports/receivables/ardsSalesSummaryReport.h"
 #include "reports/receivables/ardsStatement.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
@@ -109,6 +110,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     {"ardsInvoice", CreateardsInvoice},
     {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
+    {"ardsSalesSummaryReport", CreateardsSalesSummaryReport},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscMovementReport", CreatearscMovementReport},

@@ -4,6 +4,7 @@
 
 #include "reports/receivables/arcrRemittance.h"
 
+#include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "platform/runtime/Strings.h"
 

@@ -11,6 +11,7 @@
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/AnalysisFigures.h"
 #include "reports/receivables/ReceivablesShared.h"
+#include "reports/receivables/SalesAnalysisShared.h"
 #include "reports/receivables/ardsSalesAnalysisReport.h"
 
 namespace trellin {
@@ -29,7 +30,7 @@ struct SalesAnalysisKey {
 };
 
 // clang-format off
-constexpr SalesAnalysisKey kKeys[] = {
+constexpr SalesAnalysisKey kSalesAnalysisKeys[] = {
     {"SalesAnalysisAR", AnalysisRows::Parties, "OtherParty.OtherPartyId,OtherParty.Name,OtherParty.XRefId",
      "Customers ", "OtherPartyId", "Name", "Code,Name,X Ref,Sales,Quantity,Discount,Net Sales,Costs",
      "Employee,Department,Location,Customer Category,Customer Employee,Customer Location,Customer "
@@ -47,37 +48,10 @@ constexpr SalesAnalysisKey kKeys[] = {
 };
 
 // The client sort of each OrderBy choice; any other choice sorts on the row's key.
-constexpr AnalysisOrder kOrders[] = {
+constexpr AnalysisOrder kSalesAnalysisOrders[] = {
     {"Description", "Description"}, {"Name", "Name"}, {"X Ref", "XRefId"},
     {"Quantity", "Qty DESC"}, {"Sales", "Sales DESC"}, {"Discount", "Disc DESC"},
     {"Net Sales", "NetSales DESC"}, {"Costs", "Costs DESC"}, {"Purchases", "Purchases DESC"},
-};
-
-// The list filters of the sales keys, in the dialogue's order: parameter, standard row, caption
-// ("" the row's own), field.
-struct SalesFilter {
-  std::string_view name;
-  long index;
-  std::string_view caption;
-  std::string_view field;
-};
-
-constexpr SalesFilter kSalesFilters[] = {
-    {"Customers", 8, "", "Transactions.OtherPartyId"},
-    {"Locations", 23, "", "TransactionLine.LocationId"},
-    {"Departments", 14, "", "TransactionLine.DeptId"},
-    {"Employees", 15, "", "Transactions.EmployeeId"},
-    {"CustomerPaymentTerms", 12, "Payment Terms", "OtherParty.CustomerPayTermId"},
-    {"CustomerEmployees", 10, "", "OtherParty.EmployeeId"},
-    {"ItemCategories", 16, "", "Item.ItemCategoryId"},
-    {"ItemTypes", 20, "", "Item.ItemTypeId"},
-    {"Items", 18, "", "TransactionLine.ItemId"},
-    {"Jobs", 22, "", "Transactions.JobId"},
-    {"JobCategories", 21, "", "Job.JobCategoryId"},
-    {"Suppliers", 33, "", "Item.SupplierId"},
-    {"CustomerCategories", 9, "", "OtherParty.CustomerCategoryId"},
-    {"CustomerTypes", 13, "", "OtherParty.CustomerTypeId"},
-    {"CustomerLocations", 11, "", "OtherParty.LocationId"},
 };
 
 // The filters that tie a line to a customer: with any of them set, stock lines, which have no
@@ -87,53 +61,23 @@ constexpr std::string_view kCustomerSideFilters[] = {
     "CustomerPaymentTerms", "JobCategories", "AddressId", "Jobs"};
 
 // The stock transactions ItemSalesAnalysis may count in its costs.
-struct StockType {
+struct SalesStockType {
   std::string_view parameter;
   std::string_view type;
   std::string_view word;
 };
-constexpr StockType kStockTypes[] = {{"IncludeAdjustments", "13", "Adjustment"},
+constexpr SalesStockType kSalesStockTypes[] = {{"IncludeAdjustments", "13", "Adjustment"},
                                      {"IncludeStocktakes", "11", "Stocktake"},
                                      {"IncludeRevaluations", "14", "Revaluation"}};
 
 // The job statuses, stored by name.
-constexpr std::string_view kStatuses[] = {"Open", "Closed", "Costing", "Completed", "Hold",
+constexpr std::string_view kJobStatuses[] = {"Open", "Closed", "Costing", "Completed", "Hold",
                                           "Template"};
 
-// The report's own groupings; the rest go to the shared table.
-struct OwnGrouping {
-  std::string_view name;
-  std::string_view field;
-  std::string_view list_sql;  // "IsSupplier=" is followed by the database's true
-  std::string_view key_field;
-};
-constexpr OwnGrouping kOwnGroupings[] = {
-    {"Supplier", "Item.SupplierId",
-     "SELECT OtherPartyId AS SupplierId,Name FROM OtherParty WHERE IsSupplier=", "SupplierId"},
-    {"Customer", "Transactions.OtherPartyId", "SELECT OtherPartyId,Name FROM OtherParty",
-     "OtherPartyId"},
-    {"Customer Employee", "OtherParty.EmployeeId AS OtherPartyEmployeeId",
-     "SELECT EmployeeId,Name FROM Employee", "OtherPartyEmployeeId"},
-    {"Customer Payment Term", "OtherParty.CustomerPayTermId",
-     "SELECT PaymentTermId As CustomerPayTermId,Description FROM PaymentTerm",
-     "CustomerPayTermId"},
-    {"Job Category", "Job.JobCategoryId", "SELECT JobCategoryId,Description FROM JobCategory",
-     "JobCategoryId"},
-    {"Employee", "Transactions.EmployeeId", "SELECT EmployeeId,Name FROM Employee", "EmployeeId"},
-};
 // clang-format on
 
-// The lists the job keys offer: those on the job, the item and the line, none on the customer's
-// record, which their queries do not read.
-bool IsJobFilter(std::string_view name) {
-  constexpr std::string_view kJobFilters[] = {"Jobs",           "JobCategories", "Items",
-                                              "ItemCategories", "ItemTypes",     "Locations",
-                                              "Departments",    "Employees"};
-  return std::find(std::begin(kJobFilters), std::end(kJobFilters), name) != std::end(kJobFilters);
-}
-
-const SalesAnalysisKey& KeyOf(const std::string& key) {
-  for (const SalesAnalysisKey& row : kKeys) {
+const SalesAnalysisKey& SalesAnalysisKeyOf(const std::string& key) {
+  for (const SalesAnalysisKey& row : kSalesAnalysisKeys) {
     if (EqualsIgnoreCase(row.key, key)) return row;
   }
   throw std::invalid_argument("ardsSalesAnalysisReport does not serve the key \"" + key + "\".");
@@ -152,19 +96,19 @@ struct AnalysisColumn {
 constexpr float kFigureWidth = 1150;
 constexpr std::string_view kPercentMask = "#0.00;(#0.00)";
 
-std::string Text(std::string_view view) { return std::string(view); }
+std::string AsString(std::string_view view) { return std::string(view); }
 
 }  // namespace
 
 DesignerPtr CreateardsSalesAnalysisReport() { return std::make_shared<ardsSalesAnalysisReport>(); }
 
 void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
-  const SalesAnalysisKey& key = KeyOf(ReportName);
+  const SalesAnalysisKey& key = SalesAnalysisKeyOf(ReportName);
   rows_kind_ = key.rows;
   TLReport()->SetHasParameters(true);
   TLReport()->DataColumns().SetEnabled(true);
   trellin::Parameters& p = TLReport()->Parameters();
-  p.AddList("OrderBy", "Code", true, "", "Code", Text(key.orders), false, "Order By");
+  p.AddList("OrderBy", "Code", true, "", "Code", AsString(key.orders), false, "Order By");
   p.AddBoolean("Summary", false, false, "", false, false, "Summary");
   p.AddList("Period", "MTD", true, "", "MTD", "ALL,MTD,QTD,YTD,Custom", false, "Period");
   p.AddDate("PeriodDateFrom", Variant(), true, "", Variant(), false, "Period Date From");
@@ -192,21 +136,15 @@ void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
       p.AddBoolean("IncludeStocktakes", false, false, "", false, false, "Include Stocktakes");
       p.AddBoolean("IncludeRevaluations", false, false, "", false, false, "Include Revaluations");
     }
-    for (const SalesFilter& f : kSalesFilters) {
-      CreateStandardParameter(f.index, p, f.name == "Customers" || f.name == "Items", Text(f.name),
-                              Text(f.caption));
-    }
+    AddSalesListParameters(p, false);
   } else {
-    for (const SalesFilter& f : kSalesFilters) {
-      if (!IsJobFilter(f.name)) continue;
-      CreateStandardParameter(f.index, p, f.name == "Jobs", Text(f.name), Text(f.caption));
-    }
+    AddSalesListParameters(p, true);
     p.AddDate("OpenedDateFrom", Variant(), false, "", Variant(), false, "Opened From");
     p.AddDate("OpenedDateTo", Variant(), false, "", Variant(), false, "Opened To");
     p.AddDate("ClosedDateFrom", Variant(), false, "", Variant(), false, "Closed From");
     p.AddDate("ClosedDateTo", Variant(), false, "", Variant(), false, "Closed To");
-    for (std::string_view status : kStatuses) {
-      p.AddBoolean("Status" + Text(status), true, false, "", true, false, Text(status));
+    for (std::string_view status : kJobStatuses) {
+      p.AddBoolean("Status" + AsString(status), true, false, "", true, false, AsString(status));
     }
     p.AddSQLList("ChargeCustomer", Variant(), false, "", Variant(),
                  "SELECT JobContact.OtherPartyId, OtherParty.Name FROM OtherParty INNER JOIN "
@@ -222,23 +160,23 @@ void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
                  "Costs Plus Disbursements");
     p.AddBoolean("TotalCosts", false, false, "", false, false, "Total Costs");
   }
-  p.AddMultiList("Groupings", Variant(), false, "", Variant(), Text(key.groupings), false, false,
-                 "Groupings");
+  p.AddMultiList("Groupings", Variant(), false, "", Variant(), AsString(key.groupings), false,
+                 false, "Groupings");
 }
 
 void ardsSalesAnalysisReport::RefreshDataColumns() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = KeyOf(TLReport()->ReportName());
+  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
   DataColumns& columns = TLReport()->DataColumns();
   const bool costs = p.Value("IncludeCosts", true).ToBool();
   const bool total_costs = p.Value("TotalCosts", false).ToBool();
   const int decimals = RoundingDecimals(p.Value("Rounding", "Normal").Text());
   auto add = [&](std::string_view name, std::string_view field, int kind, float width,
                  bool totalled, std::string_view format, bool shown) {
-    DataColumn& column =
-        columns.Add(Text(name), Text(field), kind, Text(name), "", width, width < 0 ? 2400 : -1, -1,
-                    -1, Text(format), format == "Round" ? std::max(0, decimals) : 0, 0, "", true,
-                    "", totalled, false);
+    DataColumn& column = columns.Add(AsString(name), AsString(field), kind, AsString(name), "",
+                                     width, width < 0 ? 2400 : -1, -1, -1, AsString(format),
+                                     format == "Round" ? std::max(0, decimals) : 0, 0, "", true, "",
+                                     totalled, false);
     column.Hidden = !shown;
   };
   add("Code", key.key_field, kColumnCode, 1150, false, "(auto)", true);
@@ -263,9 +201,9 @@ void ardsSalesAnalysisReport::RefreshDataColumns() {
 
 void ardsSalesAnalysisReport::ReadOptions() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = KeyOf(TLReport()->ReportName());
+  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
   rows_kind_ = key.rows;
-  key_field_ = Text(key.key_field);
+  key_field_ = AsString(key.key_field);
   auto flag = [&](const char* name) { return p.Value(name, false).ToBool(); };
   summary_ = flag("Summary");
   include_costs_ = flag("IncludeCosts");
@@ -282,12 +220,13 @@ void ardsSalesAnalysisReport::ReadOptions() {
 
 void ardsSalesAnalysisReport::AddHeadings() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = KeyOf(TLReport()->ReportName());
+  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
   const std::string date_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
   auto date_text = [&](const Variant& date) {
     return HasDate(date) ? Format(date, date_format) : std::string();
   };
-  AppendDescription(heading_, Text(key.word) + "ordered by " + p.Value("OrderBy", "Code").Text());
+  AppendDescription(heading_,
+                    AsString(key.word) + "ordered by " + p.Value("OrderBy", "Code").Text());
   const std::string period = p.Value("Period", "MTD").Text();
   if (EqualsIgnoreCase(period, "Custom")) {
     AppendDateRangeDescription(heading_, "Period Covered", p.Value("PeriodDateFrom", Variant()),
@@ -306,12 +245,7 @@ void ardsSalesAnalysisReport::AddHeadings() {
 
 void ardsSalesAnalysisReport::AddFilters(std::string& where) {
   trellin::Parameters& p = TLReport()->Parameters();
-  for (const SalesFilter& f : kSalesFilters) {
-    if (JobKey() && !IsJobFilter(f.name)) continue;
-    std::string field = Text(f.field);
-    if (f.name == "Items" && ItemKey()) field = "Item.ItemId";
-    AppendListParameterCondition(where, field, Text(f.name), p, heading_, kRangeText);
-  }
+  AppendSalesListFilters(where, p, heading_, JobKey(), ItemKey());
   if (!JobKey()) {
     if (rows_kind_ == AnalysisRows::Parties) {
       AppendListParameterCondition(where, "Transactions.Reference", "References", p, heading_,
@@ -329,12 +263,12 @@ void ardsSalesAnalysisReport::AddFilters(std::string& where) {
                              p.Value("ClosedDateTo", Variant()), "Closed", heading_);
     std::vector<std::string> names;
     std::vector<std::string> quoted;
-    for (std::string_view status : kStatuses) {
-      if (!p.Value("Status" + Text(status), true).ToBool()) continue;
-      names.push_back(Text(status));
+    for (std::string_view status : kJobStatuses) {
+      if (!p.Value("Status" + AsString(status), true).ToBool()) continue;
+      names.push_back(AsString(status));
       quoted.push_back(Database::SQLString(status));
     }
-    if (names.size() == std::size(kStatuses)) {
+    if (names.size() == std::size(kJobStatuses)) {
       AppendDescription(heading_, "Include All Job Statuses");
     } else {
       // With none ticked no job counts: "IN ('')" matches no status.
@@ -395,10 +329,10 @@ void ardsSalesAnalysisReport::AddLineTypes(std::string& where) {
   }
   std::vector<std::string> types;
   std::vector<std::string> words;
-  for (const StockType& stock : kStockTypes) {
+  for (const SalesStockType& stock : kSalesStockTypes) {
     if (!p.Value(stock.parameter, false).ToBool()) continue;
-    types.push_back(Text(stock.type));
-    words.push_back(Text(stock.word));
+    types.push_back(AsString(stock.type));
+    words.push_back(AsString(stock.word));
   }
   if (types.empty()) {
     AppendSQLCondition(where, sales);
@@ -463,27 +397,7 @@ std::string ardsSalesAnalysisReport::FromSQL() const {
 
 void ardsSalesAnalysisReport::AddGroupings(std::string& select, std::string& group_by) {
   const std::string base = ItemKey() || JobKey() ? "Item" : "OtherParty";
-  auto own = [&](ChosenGrouping& g) {
-    for (const OwnGrouping& row : kOwnGroupings) {
-      if (g.name != row.name) continue;
-      g.field = Text(row.field);
-      g.list_sql = Text(row.list_sql);
-      if (row.name == "Supplier") {
-        g.list_sql += Database::SQLBoolean(true) + " ORDER BY OtherPartyId";
-      }
-      g.key_field = Text(row.key_field);
-      return true;
-    }
-    // The lines' own fields read from TransactionLine, the item's from Item.
-    std::string table = base;
-    if (g.name == "Department" || g.name == "Location" || g.name == "Job") {
-      table = "TransactionLine";
-    }
-    if (g.name == "Item") table = "Item";
-    std::string name = g.name;
-    GetGroupingDefinition(name, g.field, g.list_sql, g.key_field, table);
-    return !g.field.empty();
-  };
+  auto own = [&](ChosenGrouping& g) { return SalesGrouping(g, base); };
   std::vector<ChosenGrouping> groups =
       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), base, own,
                       UnknownGrouping::kSkip, kGroupLevels);
@@ -504,16 +418,16 @@ void ardsSalesAnalysisReport::AddGroupings(std::string& select, std::string& gro
 void ardsSalesAnalysisReport::BuildSQL() {
   ReadOptions();
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = KeyOf(TLReport()->ReportName());
+  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
   heading_.clear();
   AddHeadings();
   std::string where;
   AddFilters(where);
   AddLineTypes(where);
   where_ = where;
-  sort_ = AnalysisSort(kOrders, p.Value("OrderBy", "Code").Text(), key_field_);
+  sort_ = AnalysisSort(kSalesAnalysisOrders, p.Value("OrderBy", "Code").Text(), key_field_);
   if (sort_ != key_field_) sort_ += "," + key_field_;
-  std::string select = Text(key.identity);
+  std::string select = AsString(key.identity);
   std::string group_by = select;
   AddGroupings(select, group_by);
   const std::string quantity =

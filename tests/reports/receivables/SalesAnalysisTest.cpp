@@ -10,6 +10,7 @@
 
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/AnalysisFigures.h"
+#include "reports/receivables/ardsSalesSummaryReport.h"
 #include "tests/reports/ReportFixture.h"
 
 namespace trellin::reports::testing {
@@ -210,6 +211,40 @@ TEST_F(SalesAnalysis, ThousandsChangeTheTextNotTheSums) {
   EXPECT_EQ(Replace(shown[0].text, ",", ""), std::to_string(thousands_shown)) << shown[0].text;
   const std::vector<std::string> lines = PrintedTexts(thousands);
   EXPECT_NE(std::find(lines.begin(), lines.end(), "Figures shown in thousands"), lines.end());
+}
+
+TEST_F(SalesAnalysis, TheSummarysYearColumnEqualsTheAnalysisOfTheYear) {
+  const std::string summary =
+      Run("SalesSummaryAR", {"Period1=MTD", "Period1DateTo=2025-09-30", "Period2=YTD",
+                             "Period2DateTo=2025-09-30", "Summary=True"});
+  const std::string year =
+      Run("SalesAnalysisAR", {"Period=YTD", "PeriodDateTo=2025-09-30", "Summary=True"});
+  const std::string month = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
+  EXPECT_EQ(ReportTotal(summary, "Sales2"), ReportTotal(year, "Sales"));
+  EXPECT_EQ(ReportTotal(summary, "Costs2"), ReportTotal(year, "Costs"));
+  EXPECT_EQ(ReportTotal(summary, "GP2"), ReportTotal(year, "GP"));
+  EXPECT_EQ(ReportTotal(summary, "Sales1"), ReportTotal(month, "Sales"));
+  EXPECT_LT(ReportTotal(summary, "Sales1"), ReportTotal(summary, "Sales2"));
+}
+
+TEST_F(SalesAnalysis, AllBesideTheYearLeavesTheWhereOpenAndSumsOnlyTheYearByDate) {
+  const DesignerPtr designer =
+      Open("SalesSummaryAR", {"Period1=ALL", "Period2=YTD", "Period2DateTo=2025-09-30"});
+  auto* summary = dynamic_cast<ardsSalesSummaryReport*>(designer.get());
+  ASSERT_NE(summary, nullptr);
+  summary->BuildSQL();
+  const std::string sql = summary->SQL();
+  // The report is not run: host and designer hold each other until the cycle is broken.
+  summary->TLReport()->SetArReport(nullptr);
+  const std::string where =
+      sql.substr(sql.find(" WHERE "), sql.find(" GROUP BY ") - sql.find(" WHERE "));
+  EXPECT_EQ(where.find("DateProcess"), std::string::npos) << where;
+  EXPECT_NE(sql.find(",-Sum(TransactionLine.Discount) AS Disc1"), std::string::npos) << sql;
+  EXPECT_NE(sql.find("TransactionLine.Discount,0)) AS Disc2"), std::string::npos) << sql;
+  const std::vector<std::string> lines =
+      PrintedTexts(Run("SalesSummaryAR", {"Period1=ALL", "Period2=YTD", "Period2DateTo=2025-09-30",
+                                          "Customers=A..B"}));
+  EXPECT_NE(std::find(lines.begin(), lines.end(), "All Transactions"), lines.end());
 }
 
 TEST_F(SalesAnalysis, PageDumps) {

@@ -1,0 +1,30 @@
+#pragma once
+// What the sales analysis and the sales summary share: the list parameters of the sales keys and
+// their filters on the lines' query, and the groupings that are the sales reports' own.
+
+#include <string>
+
+#include "core/host/Parameters.h"
+#include "core/kvReportUtilities.h"
+
+namespace trellin {
+
+// Declares the sales keys' standard lists (customers, locations, departments, employees, the
+// customer's payment terms, employee, category, type and location, items, item categories and
+// types, jobs, job categories, suppliers); with `job_key` only those on the job, the item and the
+// line, which the job keys' queries read.
+void AddSalesListParameters(Parameters& parameters, bool job_key);
+
+// Adds the filter of each list declared above that has a value, with its line in `heading`.
+// `item_rows` tests Items on Item.ItemId, else on TransactionLine.ItemId. Throws what the range
+// builder throws for a list it cannot read.
+void AppendSalesListFilters(std::string& where, const Parameters& parameters, std::string& heading,
+                            bool job_key, bool item_rows);
+
+// Fills a grouping of the sales reports' own ("Supplier", "Customer", "Customer Employee",
+// "Customer Payment Term", "Job Category", "Employee"), or the shared table's with the table the
+// field lives in: "TransactionLine" for the lines' own fields, "Item" for the item, else `base`.
+// Returns false for a name neither knows.
+bool SalesGrouping(ChosenGrouping& grouping, const std::string& base);
+
+}  // namespace trellin
