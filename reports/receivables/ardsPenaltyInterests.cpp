@@ -11,6 +11,7 @@
 #include "platform/runtime/Strings.h"
 #include "reports/ReportShapes.h"
 #include "reports/receivables/LedgerSide.h"
+#include "reports/receivables/RemainderAsAt.h"
 
 namespace trellin {
 
@@ -47,7 +48,8 @@ constexpr ListColumn kPenaltyColumns[] = {
     {"Interest", "Interest", kColumnMoney, "Interest", "", 1400, false},
 };
 
-// What a customer owes is stored negative: the open items of a penalty customer.
+// What a customer owes is stored negative: the documents that charged a penalty customer; which
+// of them were open at the date is the designer's own condition and reckoning.
 constexpr ListKey kPenaltyKeys[] = {{
     .key = "PenaltyInterests",
     .base_sql =
@@ -59,7 +61,7 @@ constexpr ListKey kPenaltyKeys[] = {{
         "ON OtherParty.OtherPartyId=Transactions.OtherPartyId",
     .base_where =
         "OtherParty.IsCustomer<>0 AND PenaltyInterest.Rate>0 AND Transactions.Type Between 30 "
-        "And 39 AND Transactions.ValueRemaining<0",
+        "And 39 AND Transactions.Value<0",
     .orders = kPenaltyOrders,
     .parameters = kPenaltyParameters,
     .grouping_table = "OtherParty",
@@ -77,12 +79,6 @@ const Variant& FieldValue(const Fields& fields, std::string_view name) {
 
 Currency InterestMoneyOf(const Variant& value) {
   return value.IsNull() || value.IsEmpty() ? Currency() : value.ToCurrency();
-}
-
-// What the customer owes on the item, shown positive as the receivables side turns it.
-Currency Owed(const Fields& fields) {
-  const Currency stored = InterestMoneyOf(FieldValue(fields, "ValueRemaining"));
-  return SideOf(LedgerSideKind::Receivables).sign == "-" ? -stored : stored;
 }
 
 // Days from the end of the item's grace to `as_at`; an item with no due date has none.
@@ -140,7 +136,11 @@ std::string ardsPenaltyInterests::ExtraCondition() {
            " AND Transactions.DatePayment<" +
            Database::SQLDate(as_at.AddDays(-static_cast<int>(rs->Value(1).ToLong()))) + ")";
   }
-  return any.empty() ? "False" : "(" + any + ")";
+  if (any.empty()) return "False";
+  // Processed by the date, and open then: open today or allocated since.
+  const Date after = as_at.AddDays(1);
+  return "(" + any + ") AND Transactions.DateProcess<" + Database::SQLDate(after) +
+         " AND (Transactions.ValueRemaining<0 OR " + AllocatedFromCondition(after) + ")";
 }
 
 void ardsPenaltyInterests::ActiveReport_ReportStart() {
@@ -155,21 +155,28 @@ void ardsPenaltyInterests::ActiveReport_ReportStart() {
   }
   const bool minimum = TLReport()->Parameters().Value("MinimumInterest", true).ToBool();
   charges_.clear();
+  owed_.clear();
   total_ = Currency();
   const auto& rs = DataControl().Recordset();
   if (!rs || rs->Eof()) return;
   std::map<std::string, Currency, std::less<>> minimums;
   const Date as_at = AsAt();
+  const bool turned = SideOf(LedgerSideKind::Receivables).sign == "-";
+  Database& db = *TrellinReportGlobals::RequireBusinessLayer().Database();
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::string code = UCase(rs->Value(rs->FieldIndex("OtherPartyId")).Text());
-    const Currency owed = -InterestMoneyOf(rs->Value(rs->FieldIndex("ValueRemaining")));
-    const Variant& due = rs->Value(rs->FieldIndex("DatePayment"));
-    const long days = due.IsNull()
-                          ? 0
-                          : static_cast<long>(AsAt().Serial() - due.ToDate().DateOnly().Serial()) -
-                                rs->Value(rs->FieldIndex("GraceDays")).ToLong();
+    // What the item still owed at the end of the date: today's remainder with what was
+    // allocated to it since given back.
+    const std::int64_t id = rs->Value(rs->FieldIndex("TransactionId")).ToLong();
+    const Currency stored =
+        RemainderAsAt(db, InterestMoneyOf(rs->Value(rs->FieldIndex("ValueRemaining"))),
+                      AllocationsProcessedFromSQL(id, as_at.AddDays(1)));
+    const Currency owed = turned ? -stored : stored;
+    owed_[id] = owed;
+    const long days = DaysPastGrace(as_at, rs->Value(rs->FieldIndex("DatePayment")),
+                                    rs->Value(rs->FieldIndex("GraceDays")));
     const double rate = rs->Value(rs->FieldIndex("Rate")).ToDouble();
-    charges_[code].interest += PenaltyInterestOn(owed, rate, days);
+    if (owed > Currency()) charges_[code].interest += PenaltyInterestOn(owed, rate, days);
     minimums[code] = InterestMoneyOf(rs->Value(rs->FieldIndex("MinimumCharge")));
   }
   rs->MoveFirst();
@@ -186,7 +193,9 @@ void ardsPenaltyInterests::ActiveReport_DataInitialize() {
 
 void ardsPenaltyInterests::ActiveReport_FetchData(bool&) {
   if (Fields().Find("ValueRemaining") == nullptr) return;
-  const Currency owed = Owed(Fields());
+  const auto found = owed_.find(FieldValue(Fields(), "TransactionId").ToLong());
+  const Currency owed =
+      found == owed_.end() || found->second < Currency() ? Currency() : found->second;
   const long days =
       DaysPastGrace(AsAt(), FieldValue(Fields(), "DatePayment"), FieldValue(Fields(), "GraceDays"));
   const double rate =
@@ -199,6 +208,11 @@ void ardsPenaltyInterests::ActiveReport_FetchData(bool&) {
 
 void ardsPenaltyInterests::OnFormat(Section& section) {
   ListDesigner::OnFormat(section);
+  if (section.Type() == SectionType::Detail) {
+    // An item settled in full by the date (a credit taken up since) owes nothing then.
+    section.SetVisible(InterestMoneyOf(FieldValue(Fields(), "Outstanding")) > Currency());
+    return;
+  }
   auto money = [](Currency c) { return Format(Variant(c), "#,##0.00"); };
   if (section.Type() == SectionType::GroupFooter) {
     const int level = GroupLevelOf(section, "GroupFooter");

@@ -4,6 +4,7 @@
 // outstanding value at the type's yearly rate for the days past grace (to the cent); a group per
 // customer, whose charge is raised to the type's minimum when `MinimumInterest` is ticked.
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -23,7 +24,8 @@ class ardsPenaltyInterests : public ListDesigner {
   void RefreshParameters(std::string& ReportName) override;
   // Rate and days are not added up.
   void RefreshDataColumns() override;
-  // Starts the list, then works out every customer's charge in one pass over its rows.
+  // Starts the list, then works out what each item owed at `DateAsAt` (RemainderAsAt) and every
+  // customer's charge in one pass over its rows.
   void ActiveReport_ReportStart() override;
   void ActiveReport_DataInitialize() override;
   void ActiveReport_FetchData(bool& eof) override;
@@ -31,7 +33,8 @@ class ardsPenaltyInterests : public ListDesigner {
   void OnFormat(Section& section) override;
 
  protected:
-  // Each penalty type's items more than its grace days past due at `DateAsAt`.
+  // Each penalty type's items more than its grace days past due at `DateAsAt`, processed by then
+  // and open then (open today, or allocated since).
   [[nodiscard]] std::string ExtraCondition() override;
 
  private:
@@ -41,6 +44,7 @@ class ardsPenaltyInterests : public ListDesigner {
   };
   [[nodiscard]] Date AsAt() const;
   std::map<std::string, Charge, std::less<>> charges_;  // by customer code, upper-cased
+  std::map<std::int64_t, Currency> owed_;               // by transaction id, owed at the date
   Currency total_;
 };
 

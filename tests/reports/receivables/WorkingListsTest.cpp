@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/demo/DemoCompany.h"
+#include "platform/runtime/Strings.h"
 #include "reports/receivables/ardscrOpeningBalances.h"
 #include "tests/reports/ReportFixture.h"
 
@@ -62,6 +63,37 @@ TEST_F(WorkingLists, OpeningBalancesAgreeWithTheBooksAndMissTheHandJournalOnlyAf
     EXPECT_EQ(report.LedgerTotal(), books_balance);
     EXPECT_EQ(report.LedgerTotal() - report.ControlAccount(), Currency::FromRaw(c.difference));
   }
+}
+
+// Back-dated, the penalty list charges what each item still owed at the date, items paid in full
+// since among them: its outstanding total is the books' reckoning of the same items.
+TEST_F(WorkingLists, PenaltyInterestsOwedAtAPastDateTakeInItemsPaidSince) {
+  BooksSql books;
+  // Given back to an item: what allocations against documents processed after the date took.
+  const std::string given_back =
+      "IfNull((SELECT Sum(-a.ValueAllocated) FROM TransactionAllocation a JOIN Transactions o ON "
+      "o.TransactionId=a.TransactionId1 WHERE a.TransactionId2=t.TransactionId AND "
+      "o.DateProcess>='2025-11-01'),0)+IfNull((SELECT Sum(a.ValueAllocated) FROM "
+      "TransactionAllocation a JOIN Transactions o ON o.TransactionId=a.TransactionId2 WHERE "
+      "a.TransactionId1=t.TransactionId AND o.DateProcess>='2025-11-01'),0)";
+  const std::string items =
+      "SELECT -(t.ValueRemaining+" + given_back +
+      ") AS Owed,t.ValueRemaining AS Today FROM Transactions t JOIN OtherParty p ON "
+      "p.OtherPartyId=t.OtherPartyId JOIN PenaltyInterest i ON "
+      "i.PenaltyInterestId=p.PenaltyInterestId WHERE p.IsCustomer<>0 AND i.Rate>0 AND t.Type "
+      "BETWEEN 30 AND 39 AND t.Value<0 AND t.DateProcess<'2025-11-01' AND "
+      "t.DatePayment<date('2025-10-31','-'||i.GraceDays||' days')";
+  ASSERT_GT(
+      std::stol(books.Texts("SELECT Count(*) FROM (" + items + ") WHERE Owed>0 AND Today=0")[0]), 0)
+      << "no item owed at the date has been paid in full since";
+  const std::string dump = Join(RunPages(Open("PenaltyInterests", {"DateAsAt=2025-10-31"})), "\n");
+  // Summed from the customers' footers: the report footer's row also holds the run's
+  // description, whose lines end the dumped row early.
+  Currency listed;
+  for (const DumpRow& row : RowsOf(dump, "GroupFooter")) {
+    listed += DumpedAmount(row, "GroupFooter1SummaryOutstanding");
+  }
+  EXPECT_EQ(listed, books.Money("SELECT Sum(Owed) FROM (" + items + ") WHERE Owed>0"));
 }
 
 }  // namespace
