@@ -86,6 +86,14 @@ std::vector<std::string> DemoReports::RunPages(const DesignerPtr& designer) {
   return DumpPages(designer);
 }
 
+std::map<std::string, Currency> DemoReports::ByParty(const std::string& sql) {
+  std::map<std::string, Currency> sums;
+  for (auto rs = Service().Database().Query(sql); !rs->Eof(); rs->MoveNext()) {
+    if (!rs->Value(1).IsNull()) sums[rs->Value(0).Text()] = rs->Value(1).ToCurrency();
+  }
+  return sums;
+}
+
 std::vector<std::string> DumpPages(const DesignerPtr& designer) {
   DumpSink sink;
   engine::RunReport(*designer, sink);

@@ -36,6 +36,9 @@ class DemoReports : public ::testing::Test {
   // Runs an opened report and returns every page's dump, one string a page; the report's
   // errors, when there are any, come back as the last item, starting "errors:".
   [[nodiscard]] static std::vector<std::string> RunPages(const DesignerPtr& designer);
+  // Each party's money by `sql` (Jet, through the service's database), which gives a code and
+  // one money column; a Null figure leaves its code out.
+  [[nodiscard]] static std::map<std::string, Currency> ByParty(const std::string& sql);
 
  private:
   static std::unique_ptr<host::ReportService> service_;

@@ -15,16 +15,6 @@ namespace {
 
 class AgedDemo : public DemoReports {
  protected:
-  // Each party's figure by `sql`, which gives the party's code and one money column.
-  static std::map<std::string, Currency> ByParty(const std::string& sql) {
-    std::map<std::string, Currency> sums;
-    auto rs = Service().Database().Query(sql);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      if (!rs->Value(1).IsNull()) sums[rs->Value(0).Text()] = rs->Value(1).ToCurrency();
-    }
-    return sums;
-  }
-
   // Each party's five figures added up, as the aged report works them out.
   static std::map<std::string, Currency> AgedTotals(const std::string& key,
                                                     const std::vector<std::string>& assignments) {

@@ -12,16 +12,6 @@ std::string TextOf(const DumpRow& row, const char* name) {
   return found == row.end() ? std::string() : found->second.second;
 }
 
-// The value of a money field as dumped ("1234.5@"); 0 for any other.
-Currency MoneyOf(const DumpRow& row, const char* name) {
-  auto found = row.find(name);
-  if (found == row.end()) return Currency();
-  std::string value = found->second.first;
-  if (value.empty() || value.back() != '@') return Currency();
-  value.pop_back();
-  return Currency::Parse(value).value_or(Currency());
-}
-
 }  // namespace
 
 std::unique_ptr<trellin::testing::FixtureCompany> SmallCompany::company_;
@@ -47,7 +37,7 @@ std::vector<PrintedParty> PartiesOf(const std::vector<std::string>& pages) {
       parties.push_back({TextOf(row, "txtOtherPartyId"),
                          TextOf(row, "txtClosing"),
                          {},
-                         MoneyOf(row, "txtClosing"),
+                         DumpedAmount(row, "txtClosing"),
                          Currency()});
       continue;
     }
@@ -57,7 +47,7 @@ std::vector<PrintedParty> PartiesOf(const std::vector<std::string>& pages) {
       texts.push_back(TextOf(row, name));
     }
     parties.back().rows.push_back(Join(texts, " "));
-    parties.back().last_balance = MoneyOf(row, "txtBalance");
+    parties.back().last_balance = DumpedAmount(row, "txtBalance");
   }
   return parties;
 }
