@@ -1,6 +1,6 @@
-// The lists of this folder end to end on the demo company: every key, every order, with and
-// without filters, as page dumps compared with golden files read against what each list must
-// print (golden_runs.tsv), and a list with no rows.
+// The master lists end to end on the demo company: every key, every order, with and without
+// filters, as page dumps compared with golden files read against what each list must print
+// (golden_runs.tsv), and a list with no rows.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The code lists, the contact and script lists, the role permission list and the party lists on
-// the demo company (their golden pages are runs of golden_runs.tsv): the checks that tie a printed
+// the demo company: golden page dumps (code_list_golden_runs.tsv), the checks that tie a printed
 // figure or tick to the rows behind it, and the lists' own wording.
 
 #include <gtest/gtest.h>
@@ -20,6 +20,10 @@ namespace trellin::reports::testing {
 namespace {
 
 class AdminCodeLists : public DemoReports {};
+
+TEST_F(AdminCodeLists, PageDumps) {
+  ExpectGoldenRuns(Service(), "admin", "reports/admin/code_list_golden_runs.tsv");
+}
 
 TEST(PaymentTermDue, SaysWhenADocumentFallsDue) {
   const struct {

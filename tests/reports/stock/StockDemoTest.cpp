@@ -1,6 +1,6 @@
 // The stock reports on the demo company: their figures against plain SQL and the stock account,
-// and golden page dumps of each key with its groupings, summary mode and options, and of the stock
-// lists, read against what each must print (golden_runs.tsv).
+// and golden page dumps of each key with its groupings, summary mode and options, read against
+// what each must print (golden_runs.tsv).
 
 #include <gtest/gtest.h>
 
@@ -236,7 +236,6 @@ TEST_F(StockDemo, MovementTiesToPlainSumsTheStockStatusAndTheStockAccount) {
   }
 }
 
-// The stock reports and the stock lists (golden_runs.tsv).
 TEST_F(StockDemo, PageDumps) {
   ExpectGoldenRuns(Service(), "stock", "reports/stock/golden_runs.tsv");
 }

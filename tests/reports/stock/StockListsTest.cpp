@@ -1,5 +1,5 @@
 // The stock lists on the demo company: their figures against the stock status and plain sums
-// (their golden pages are runs of golden_runs.tsv).
+// (their golden pages are runs of list_golden_runs.tsv).
 
 #include <gtest/gtest.h>
 
@@ -231,6 +231,10 @@ TEST_F(StockLists, ItemDetailsStockIsTheItemListsAndItsLocationsAddUp) {
     }
     EXPECT_NEAR(at_locations, Amount(quantity.at(code)), 0.001) << code;
   }
+}
+
+TEST_F(StockLists, PageDumps) {
+  ExpectGoldenRuns(Service(), "stock", "reports/stock/list_golden_runs.tsv");
 }
 
 }  // namespace
