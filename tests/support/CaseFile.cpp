@@ -59,6 +59,25 @@ std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns, bool 
   return rows;
 }
 
+std::vector<CaseRow> ReadCaseBlocks(std::string_view name, std::size_t columns) {
+  std::vector<CaseRow> blocks;
+  for (CaseRow& row : ReadCases(name, 1)) {
+    if (!row.fields[0].empty()) {
+      if (row.fields.size() < columns) {
+        throw std::runtime_error(row.Where() + ": " + std::to_string(columns) + " fields wanted");
+      }
+      blocks.push_back(std::move(row));
+    } else if (blocks.empty()) {
+      throw std::runtime_error(row.Where() + ": a line of a case before any case");
+    } else {
+      std::string text = row.fields[1];
+      for (std::size_t i = 2; i < row.fields.size(); ++i) text += "\t" + row.fields[i];
+      blocks.back().lines.push_back(std::move(text));
+    }
+  }
+  return blocks;
+}
+
 Variant ParseValue(std::string_view typed) {
   if (typed == "null") return Variant::Null();
   if (typed == "empty") return Variant();

@@ -16,6 +16,8 @@ struct CaseRow {
   std::string file;  // as given to ReadCases
   int line = 0;      // in the file, from 1
   std::vector<std::string> fields;
+  // With ReadCaseBlocks: the lines below the row that begin with a tab, without it.
+  std::vector<std::string> lines;
   // "runtime/format_masks.tsv:12", for the failure message.
   [[nodiscard]] std::string Where() const;
 };
@@ -25,6 +27,10 @@ struct CaseRow {
 // A row with fewer than `columns` fields throws std::runtime_error naming its line.
 [[nodiscard]] std::vector<CaseRow> ReadCases(std::string_view name, std::size_t columns,
                                              bool escapes = false);
+
+// The rows of tests/<name> as ReadCases reads them, each with the lines below it that begin with a
+// tab (a case and its expected lines). Such a line before the first row throws.
+[[nodiscard]] std::vector<CaseRow> ReadCaseBlocks(std::string_view name, std::size_t columns);
 
 // A value written as its type and text: "d:1.5" Double, "l:12" Long, "m:-499.99" Currency,
 // "s:abc" String (the rest of the field, blanks kept), "t:2024-03-05" or "t:2024-03-05 14:05:09"

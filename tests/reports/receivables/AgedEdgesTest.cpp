@@ -17,6 +17,7 @@
 namespace trellin::reports::testing {
 namespace {
 
+using trellin::testing::ReadCaseBlocks;
 using trellin::testing::ReadCases;
 
 TEST(AgeingPeriods, EndsAndCaptionsOfEveryFrequency) {
@@ -106,119 +107,15 @@ std::vector<std::string> AgedRows(const DesignerPtr& designer, const char* group
   return rows;
 }
 
-struct AgedCase {
-  const char* what;
-  const char* key;
-  std::vector<std::string> assignments;
-  std::vector<std::string> rows;
-  const char* group_field = nullptr;
-};
-
+// aged_columns.tsv: which party falls in which column by each date mode, back-dating, the
+// bounds, the order and groups.
 TEST_F(AgedCompany, ColumnsByDateModeBackDatingBoundsOrderAndGroups) {
-  const AgedCase cases[] = {
-      // EOM, A on the 15th: Column3 holds what falls due by the end of March (A3, due the 20th),
-      // Column4 what falls due in April, Future what falls due after. NULLDUE's first invoice
-      // goes by its process date; its second is processed in February and dated in March, so
-      // it falls in no column. LATE's documents are dated after A; BACK and ZERO have nothing
-      // open. A receipt on account nets against the column its own date selects.
-      {"EOM",
-       "AgedOverdueAR",
-       {},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00",
-        "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00"}},
-      {"EOM with ShowNil",
-       "AgedOverdueAR",
-       {"ShowNil=true"},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00",
-        "BACK 0.00 0.00 0.00 0.00 = 0.00 + 0.00", "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "LATE 0.00 0.00 0.00 0.00 = 0.00 + 0.00", "NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00", "ZERO 0.00 0.00 0.00 0.00 = 0.00 + 0.00"}},
-      // BACK's receipt was processed on 20 March: as at the 15th its invoice, due 20 February,
-      // was open in Column2.
-      {"back-dated",
-       "AgedOverdueAR",
-       {"BackDate=true"},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00",
-        "BACK 0.00 500.00 0.00 0.00 = 500.00 + 0.00",
-        "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00"}},
-      // Monthly: the ends are 15 January, 15 February, 15 March and 15 April. By due date
-      // AGED1's April and May invoices are Future; LATE is in no column.
-      {"Monthly by due date",
-       "AgedOverdueAR",
-       {"Frequency=Monthly"},
-       {"AGED1 0.00 100.00 200.00 300.00 = 600.00 + 450.00",
-        "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00"}},
-      // By document date LATE's 20 March invoice is in Column4 and its April one in Future, and
-      // NULLDUE's second invoice finds its column by its own date.
-      {"Monthly by document date",
-       "AgedOverdueAR",
-       {"Frequency=Monthly", "ApplyTransactionDate=true"},
-       {"AGED1 300.00 300.00 450.00 0.00 = 1,050.00 + 0.00",
-        "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "LATE 0.00 0.00 0.00 80.00 = 80.00 + 90.00",
-        "NULLDUE 40.00 0.00 70.00 0.00 = 110.00 + 0.00",
-        "STOP 250.00 0.00 0.00 0.00 = 250.00 + 0.00"}},
-      // The lower bound meets the overdue total, which leaves Future out: AGED1's 1,000.00
-      // passes 1,000 and fails 1,001, though with Future it would be 1,050.00.
-      {"OverdueFrom at the total",
-       "AgedOverdueAR",
-       {"OverdueFrom=1000"},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00"}},
-      {"OverdueFrom above the total", "AgedOverdueAR", {"OverdueFrom=1001"}, {}},
-      {"OverdueTo below nothing",
-       "AgedOverdueAR",
-       {"OverdueTo=-1"},
-       {"CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00"}},
-      {"ordered by Overdue",
-       "AgedOverdueAR",
-       {"OrderBy=Overdue"},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00", "NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00"}},
-      // The oldest open debt's due date on or before 5 March: NULLDUE's have none, CREDIT owes
-      // nothing.
-      {"OverdueDays",
-       "AgedOverdueAR",
-       {"OverdueDays=10"},
-       {"AGED1 100.00 200.00 300.00 400.00 = 1,000.00 + 50.00",
-        "STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00"}},
-      {"on stop credit",
-       "AgedOverdueAR",
-       {"StopCreditOption=On Stop Credit"},
-       {"STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00"}},
-      // Each group's columns sum only its own documents; the group with no employee is a group.
-      {"grouped by Transaction Employee",
-       "AgedOverdueAR",
-       {"Groupings=Transaction Employee"},
-       {"- AGED1 0.00 0.00 0.00 0.00 = 0.00 + 50.00",
-        "- CREDIT 0.00 0.00 (60.00) 0.00 = (60.00) + 0.00",
-        "- NULLDUE 0.00 40.00 0.00 0.00 = 40.00 + 0.00",
-        "- STOP 0.00 250.00 0.00 0.00 = 250.00 + 0.00",
-        "AP AGED1 0.00 200.00 300.00 400.00 = 900.00 + 0.00",
-        "JS AGED1 100.00 0.00 0.00 0.00 = 100.00 + 0.00"},
-       "EmployeeId"},
-      // Payables: the bill is due 20 February; the payment on account of 10 March nets in
-      // Column3. SUPP2's bill falls due in April.
-      {"payables",
-       "AgedOverdueAP",
-       {},
-       {"SUPP1 0.00 300.00 (50.00) 0.00 = 250.00 + 0.00",
-        "SUPP2 0.00 0.00 0.00 120.00 = 120.00 + 0.00"}},
-      // On payables an open item is positive, and the test turns with the side.
-      {"payables OverdueDays",
-       "AgedOverdueAP",
-       {"OverdueDays=10"},
-       {"SUPP1 0.00 300.00 (50.00) 0.00 = 250.00 + 0.00"}},
-  };
-  for (const AgedCase& c : cases) {
-    SCOPED_TRACE(c.what);
-    EXPECT_EQ(AgedRows(Open(c.key, c.assignments), c.group_field), c.rows);
+  for (const auto& c : ReadCaseBlocks("reports/receivables/aged_columns.tsv", 3)) {
+    SCOPED_TRACE(c.Where() + " " + c.fields[0]);
+    const std::string& group = c.fields[2];
+    EXPECT_EQ(AgedRows(Open(c.fields[1], {c.fields.begin() + 3, c.fields.end()}),
+                       group == "-" ? nullptr : group.c_str()),
+              c.lines);
   }
 }
 
@@ -263,36 +160,12 @@ std::vector<std::string> ListRows(const std::vector<std::string>& pages) {
   return out;
 }
 
+// overdue_lists.tsv: the overdue list's bounds, held amounts and document groups.
 TEST_F(AgedCompany, OverdueListBoundsHeldAmountsAndDocumentGroups) {
-  const AgedCase cases[] = {
-      // Due on or before 15 March: AGED1's first two invoices, STOP's one. The lower bound of
-      // the company's default, 0, leaves CREDIT out; NULLDUE's documents have no due date.
-      {"default",
-       "OverdueListAR",
-       {},
-       {"AGED1 300.00 0.00 300.00", "  A1 54 [] 100.00", "  A2 23 [] 300.00",
-        "STOP 250.00 0.00 250.00", "  S1 38 [] 250.00"}},
-      // The lower bound is exclusive, the upper inclusive.
-      {"from 250 to 300",
-       "OverdueListAR",
-       {"OverdueFrom=250", "OverdueTo=300"},
-       {"AGED1 300.00 0.00 300.00", "  A1 54 [] 100.00", "  A2 23 [] 300.00"}},
-      {"from 0 to 250",
-       "OverdueListAR",
-       {"OverdueTo=250"},
-       {"STOP 250.00 0.00 250.00", "  S1 38 [] 250.00"}},
-      // A group on the documents' employee narrows each party's documents to it.
-      {"grouped by Employee",
-       "OverdueListAR",
-       {"Groupings=Employee"},
-       {"STOP 250.00 0.00 250.00", "  S1 38 [] 250.00", "AGED1 200.00 0.00 200.00",
-        "  A2 23 [] 200.00", "AGED1 100.00 0.00 100.00", "  A1 54 [] 100.00"}},
-      // What is held stands apart from what is overdue; the payment on account has no due date.
-      {"payables", "OverdueListAP", {}, {"SUPP1 300.00 100.00 200.00", "  P1 23 [100.00] 200.00"}},
-  };
-  for (const AgedCase& c : cases) {
-    SCOPED_TRACE(c.what);
-    EXPECT_EQ(ListRows(DumpPages(Open(c.key, c.assignments))), c.rows);
+  for (const auto& c : ReadCaseBlocks("reports/receivables/overdue_lists.tsv", 2)) {
+    SCOPED_TRACE(c.Where() + " " + c.fields[0]);
+    EXPECT_EQ(ListRows(DumpPages(Open(c.fields[1], {c.fields.begin() + 2, c.fields.end()}))),
+              c.lines);
   }
 }
 

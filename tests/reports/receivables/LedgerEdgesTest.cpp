@@ -8,9 +8,12 @@
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/ardscrLedger.h"
 #include "tests/reports/receivables/LedgerCompany.h"
+#include "tests/support/CaseFile.h"
 
 namespace trellin::reports::testing {
 namespace {
+
+using trellin::testing::ReadCaseBlocks;
 
 // A party as printed: "CODE closing: row | row", each row "Reference Debit Credit Balance".
 std::vector<std::string> Printed(const std::vector<PrintedParty>& parties) {
@@ -21,122 +24,16 @@ std::vector<std::string> Printed(const std::vector<PrintedParty>& parties) {
   return out;
 }
 
-struct LedgerCase {
-  const char* what;
-  const char* key;
-  std::vector<std::string> assignments;
-  std::vector<std::string> parties;
-};
-
+// ledger_parties.tsv: which parties print, with which rows and balances, by period, side,
+// order and filter.
 TEST_F(LedgerCompany, PartiesRowsAndBalancesByPeriodSideAndOrder) {
-  const LedgerCase cases[] = {
-      // COAST had no balance and no movement in March; INDIA has no transactions at all; FOX
-      // is no customer. DELTA opens at nothing, so its first row is March's invoice. BRAVO's
-      // advance payment opens March as a credit. HOTEL's invoice is dated in February but
-      // processed in March, so March holds it.
-      {"MTD",
-       "LedgerAR",
-       {},
-       {"ALPHA 50.00: Opening 100.00  100.00 | A-REC1  100.00 0.00 | A-INV2 50.00  50.00",
-        "BRAVO (50.00): Opening  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "DELTA 60.00: D-INV2 60.00  60.00", "ECHO 70.00: E-INV1 70.00  70.00",
-        "GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00", "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      // NilBalance is declared and read by no query.
-      {"MTD with NilBalance",
-       "LedgerAR",
-       {"NilBalance=true"},
-       {"ALPHA 50.00: Opening 100.00  100.00 | A-REC1  100.00 0.00 | A-INV2 50.00  50.00",
-        "BRAVO (50.00): Opening  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "DELTA 60.00: D-INV2 60.00  60.00", "ECHO 70.00: E-INV1 70.00  70.00",
-        "GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00", "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      // No DateFrom: no opening row anywhere, and every party with transactions prints, COAST
-      // with its balance of nothing.
-      {"ALL",
-       "LedgerAR",
-       {"Period=ALL"},
-       {"ALPHA 50.00: A-INV1 100.00  100.00 | A-REC1  100.00 0.00 | A-INV2 50.00  50.00",
-        "BRAVO (50.00): B-REC1  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "COAST 0.00: C-INV1 40.00  40.00 | C-REC1  40.00 0.00",
-        "DELTA 60.00: D-INV1 20.00  20.00 | D-REC1  20.00 0.00 | D-INV2 60.00  60.00",
-        "ECHO 70.00: E-INV1 70.00  70.00", "GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00",
-        "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      {"Custom February",
-       "LedgerAR",
-       {"Period=Custom", "DateFrom=2025-02-01", "DateTo=2025-02-28"},
-       {"ALPHA 100.00: A-INV1 100.00  100.00", "BRAVO (80.00): B-REC1  80.00 (80.00)",
-        "DELTA 0.00: D-INV1 20.00  20.00 | D-REC1  20.00 0.00"}},
-      // ALPHA's invoice was settled by a receipt processed on 5 March, one day after: it was
-      // open on the 4th. HOTEL's invoice was processed on the 3rd.
-      {"Outstanding, allocated one day after",
-       "LedgerAR",
-       {"Period=Outstanding", "DateAsAt=2025-03-04"},
-       {"ALPHA 100.00: A-INV1 100.00  100.00", "BRAVO (80.00): B-REC1  80.00 (80.00)",
-        "ECHO 70.00: E-INV1 70.00  70.00", "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      // By the month's end the receipt has taken ALPHA's first invoice: no row for it.
-      {"Outstanding, allocated before",
-       "LedgerAR",
-       {"Period=Outstanding", "DateAsAt=2025-03-31"},
-       {"ALPHA 50.00: A-INV2 50.00  50.00",
-        "BRAVO (50.00): B-REC1  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "DELTA 60.00: D-INV2 60.00  60.00", "ECHO 70.00: E-INV1 70.00  70.00",
-        "GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00", "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      // The party clause goes by the document's date, the rows by DateProcess: HOTEL owed on
-      // 28 February by its invoice's date, though the invoice was processed in March.
-      {"Outstanding, dated before and processed after",
-       "LedgerAR",
-       {"Period=Outstanding", "DateAsAt=2025-02-28"},
-       {"ALPHA 100.00: A-INV1 100.00  100.00", "BRAVO (80.00): B-REC1  80.00 (80.00)",
-        "HOTEL 45.00: "}},
-      // A range that holds 0 admits COAST, whose balance is nil; INDIA, with no transactions,
-      // has no balance at all.
-      {"Outstanding, a range holding 0",
-       "LedgerAR",
-       {"Period=Outstanding", "DateAsAt=2025-03-31", "OverdueFrom=-1000", "OverdueTo=1000"},
-       {"ALPHA 50.00: A-INV2 50.00  50.00",
-        "BRAVO (50.00): B-REC1  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "COAST 0.00: ", "DELTA 60.00: D-INV2 60.00  60.00", "ECHO 70.00: E-INV1 70.00  70.00",
-        "GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00", "HOTEL 45.00: H-INV1 45.00  45.00"}},
-      // Only DELTA has an open item due on or before 21 March.
-      {"OverdueDays", "LedgerAR", {"OverdueDays=10"}, {"DELTA 60.00: D-INV2 60.00  60.00"}},
-      {"Overdues from 60", "LedgerAR", {"OverdueFrom=60"}, {"DELTA 60.00: D-INV2 60.00  60.00"}},
-      // ECHO shows its bill here and its invoice on the receivables side; a bill stands under
-      // Debit and a payment under Credit.
-      {"payables MTD",
-       "LedgerAP",
-       {},
-       {"ECHO 90.00: E-BILL1 90.00  90.00",
-        "FOX 0.00: F-BILL1 200.00  200.00 | F-PAY1  200.00 0.00"}},
-      {"payables Outstanding, paid one day after",
-       "LedgerAP",
-       {"Period=Outstanding", "DateAsAt=2025-03-19"},
-       {"ECHO 90.00: E-BILL1 90.00  90.00", "FOX 200.00: F-BILL1 200.00  200.00"}},
-      {"by reference",
-       "LedgerAR",
-       {"Customers=GOLF", "TransactionOrderBy=Reference"},
-       {"GOLF 25.00: G-A 10.00  10.00 | G-B 15.00  25.00"}},
-      // Entered on the 18th and the 19th; by date the two tie and TransactionId decides.
-      {"as entered",
-       "LedgerAR",
-       {"Customers=GOLF", "TransactionOrderBy=Entered"},
-       {"GOLF 25.00: G-B 15.00  15.00 | G-A 10.00  25.00"}},
-      {"by cross reference",
-       "LedgerAR",
-       {"OrderBy=X Ref", "Customers=ALPHA..DELTA"},
-       {"BRAVO (50.00): Opening  80.00 (80.00) | B-INV1 30.00  (50.00)",
-        "ALPHA 50.00: Opening 100.00  100.00 | A-REC1  100.00 0.00 | A-INV2 50.00  50.00",
-        "DELTA 60.00: D-INV2 60.00  60.00"}},
-      {"by status",
-       "LedgerAR",
-       {"Period=ALL", "Status=3"},
-       {"COAST 0.00: C-INV1 40.00  40.00 | C-REC1  40.00 0.00"}},
-  };
-  for (const LedgerCase& c : cases) {
-    SCOPED_TRACE(std::string(c.what) + ": " + c.key + " " +
-                 ::testing::PrintToString(c.assignments));
-    const std::vector<std::string> pages = DumpPages(Open(c.key, c.assignments));
+  for (const auto& c : ReadCaseBlocks("reports/receivables/ledger_parties.tsv", 2)) {
+    SCOPED_TRACE(c.Where() + " " + c.fields[0]);
+    const std::vector<std::string> pages =
+        DumpPages(Open(c.fields[1], {c.fields.begin() + 2, c.fields.end()}));
     ASSERT_FALSE(pages.empty());
     EXPECT_EQ(pages.back().rfind("errors:", 0), std::string::npos) << pages.back();
-    EXPECT_EQ(Printed(PartiesOf(pages)), c.parties);
+    EXPECT_EQ(Printed(PartiesOf(pages)), c.lines);
   }
 }
 
