@@ -5,6 +5,7 @@
 #include "EngineTestSupport.h"
 #include "layouts/EmbeddedLayouts.h"
 #include "platform/engine/LayoutLibrary.h"
+#include "tests/support/CaseFile.h"
 #include "tests/support/TempFolder.h"
 
 namespace trellin::engine {
@@ -68,49 +69,16 @@ TEST(LayoutLoader, ReadsReportSectionsAndControls) {
   EXPECT_TRUE(report.Sections()["PageHeader"].Controls()["lblCode"].Font().Bold);
 }
 
-struct BadLayout {
-  const char* text;
-  const char* message;
-};
-
+// bad_layouts.tsv: a layout and the start of the message that refuses it.
 TEST(LayoutLoader, BadLayoutsNameFileLineAndProblem) {
-  const BadLayout cases[] = {
-      {"Sections:\n  - Name: Detail\n    Heigth: 10\n",
-       "x.yaml:3: unknown key 'Heigth' in section 'Detail'"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Button, Name: b}\n",
-       "x.yaml:4: unknown control class 'Button' (Label, Field, CheckBox, Subreport, PageBreak, "
-       "Line, Shape)"},
-      {"Sections:\n  - Name: Detail\n    Height: tall\n",
-       "x.yaml:3: 'Height' must be a number, not 'tall'"},
-      {"Sections:\n  - Name: ghX\n    Height: 10\n  - Name: Detail\n",
-       "x.yaml:2: section 'ghX' needs a 'Type': its name is not a standard one"},
-      {"Sections:\n  - Name: Detail\n  - Name: PageHeader\n",
-       "x.yaml:3: section 'PageHeader' is out of layout order"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field, Name: a}\n      - "
-       "{Class: Label, Name: A}\n",
-       "x.yaml:5: a second control named 'A'"},
-      {"Sections:\n  - Name: PageHeader\n", "x.yaml:1: the layout has no Detail section"},
-      {"Sections:\n  - Name: Detail\n    NewPage: Sometimes\n",
-       "x.yaml:3: 'NewPage' must be one of None, Before, After, BeforeAfter, not 'Sometimes'"},
-      {"Sections:\n  - Name: Detail\n    DataField: X\n",
-       "x.yaml:3: only a group header has a 'DataField'"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Label, Name: l, Border: "
-       "{TopStyle: 2}}\n",
-       "x.yaml:4: 'TopStyle' must be 0, 1 or 6"},
-      {"Sections: [\n", "x.yaml:2: "},
-      {"Report: {Page: {Paper: A5}}\nSections:\n  - Name: Detail\n",
-       "x.yaml:1: 'Paper' must be one of A4, Letter, Legal"},
-      {"Sections:\n  - Name: Detail\n    Controls:\n      - {Class: Field}\n",
-       "x.yaml:4: a control of section 'Detail' has no 'Name'"},
-  };
-  for (const auto& c : cases) {
+  for (const auto& row : trellin::testing::ReadCases("engine/bad_layouts.tsv", 2, true)) {
     ActiveReport report("arX");
     try {
-      LoadLayout(c.text, "x.yaml", report);
-      ADD_FAILURE() << "no error for:\n" << c.text;
+      LoadLayout(row.fields[0], "x.yaml", report);
+      ADD_FAILURE() << row.Where() << ": no error";
     } catch (const LayoutError& e) {
-      EXPECT_EQ(std::string(e.what()).rfind(c.message, 0), 0u) << "got: " << e.what() << "\nfor:\n"
-                                                               << c.text;
+      EXPECT_EQ(std::string(e.what()).rfind(row.fields[1], 0), 0u)
+          << row.Where() << ": got " << e.what();
     }
   }
 }

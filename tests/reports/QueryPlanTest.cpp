@@ -85,41 +85,12 @@ std::string FaultsOnEmptyFile(const std::string& sqlite) {
   return faults;
 }
 
+// query_plan_faults.tsv: each fault the check finds, and the shapes the statements use that
+// it passes.
 TEST(QueryPlanCheck, FindsEachFaultAndPassesTheShapesTheStatementsUse) {
-  struct Case {
-    const char* sql;
-    const char* faults;
-  };
-  const Case cases[] = {
-      // No index holds TaxCategory: every line is read from the table.
-      {"SELECT SUM(glTransaction.Value) FROM glTransaction WHERE glTransaction.TaxCategory = 'X'",
-       "scan glTransaction"},
-      // The covering index is read once in account order: no table, no sort.
-      {"SELECT glTransaction.AccountId, SUM(glTransaction.Value) FROM glTransaction WHERE "
-       "glTransaction.Date >= '2024-01-01' GROUP BY glTransaction.AccountId",
-       ""},
-      // The year of a date hides Date from the index's range.
-      {"SELECT glTransaction.AccountId FROM glTransaction WHERE STRFTIME('%Y', glTransaction.Date) "
-       "= '2024'",
-       "function glTransaction"},
-      {"SELECT Transactions.TransactionId FROM Transactions WHERE CAST(Transactions.Type AS "
-       "INTEGER) = 30 AND Transactions.OtherPartyId = 'A'",
-       "function Transactions"},
-      // Day first: compares as text with the ISO dates stored, and wrongly.
-      {"SELECT glTransaction.AccountId FROM glTransaction WHERE glTransaction.Date < '01/03/2024'",
-       "date-text glTransaction"},
-      // The period's lines by date, then sorted by item, where the item index is in item order.
-      {"SELECT TransactionLine.ItemId, SUM(TransactionLine.Value) FROM TransactionLine WHERE "
-       "TransactionLine.DateProcess > '2024-01-01' AND TransactionLine.DateProcess < '2024-02-01' "
-       "GROUP BY TransactionLine.ItemId",
-       "group-sort TransactionLine"},
-      // One item's lines are few: sorting them by location is no fault.
-      {"SELECT TransactionLine.LocationId, SUM(TransactionLine.Quantity) FROM TransactionLine "
-       "WHERE "
-       "TransactionLine.ItemId = 'A' GROUP BY TransactionLine.LocationId",
-       ""},
-  };
-  for (const Case& c : cases) EXPECT_EQ(FaultsOnEmptyFile(c.sql), c.faults) << c.sql;
+  for (const auto& row : trellin::testing::ReadCases("reports/query_plan_faults.tsv", 2)) {
+    EXPECT_EQ(FaultsOnEmptyFile(row.fields[0]), row.fields[1]) << row.Where();
+  }
 }
 
 class QueryPlans : public DemoReports {};

@@ -24,21 +24,12 @@ TEST(DateLiteral, AcceptsIsoAndMonthFirstForms) {
   }
 }
 
+// scaled_decimals.tsv: a literal, its scaled text, and whether it is exact money.
 TEST(ScaleDecimal, ShiftsFourPlacesExactly) {
-  struct Case {
-    const char* decimal;
-    const char* scaled;
-    bool exact_money;
-  } cases[] = {
-      {"100", "1000000", true},  {"12.34", "123400", true}, {"-0.5", "-5000", true},
-      {"0.0001", "1", true},     {"0.00005", "0.5", false}, {"007.10", "71000", true},
-      {".25", "2500", true},     {"1E3", "10000000", true}, {"2.5e-5", "0.25", false},
-      {"-0", "0", true},         {"0.00010", "1", true},    {"9999999999", "99999999990000", true},
-      {"1e305", "9e999", false},  // beyond a double once scaled: SQLite's infinity
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(ScaleDecimal(c.decimal), c.scaled) << c.decimal;
-    EXPECT_EQ(IsExactMoney(NumberLiteral(c.decimal)), c.exact_money) << c.decimal;
+  for (const trellin::testing::CaseRow& row :
+       trellin::testing::ReadCases("sql/scaled_decimals.tsv", 3)) {
+    EXPECT_EQ(ScaleDecimal(row.fields[0]), row.fields[1]) << row.Where();
+    EXPECT_EQ(IsExactMoney(NumberLiteral(row.fields[0])), row.fields[2] == "exact") << row.Where();
   }
 }
 
@@ -84,28 +75,17 @@ TEST(Lexer, PositionsAndKinds) {
   EXPECT_TRUE(tokens[1].bracketed);
 }
 
+// lexer_errors.tsv: text the lexer refuses, its message, position and token.
 TEST(Lexer, ErrorsNamePositionAndToken) {
-  struct Case {
-    const char* text;
-    const char* message;
-    int position;
-    const char* token;
-  } cases[] = {
-      {"SELECT 'abc", "unterminated text literal at position 8", 8, "'abc"},
-      {"SELECT [abc", "unterminated name at position 8", 8, "[abc"},
-      {"SELECT #2024", "unterminated date literal at position 8", 8, "#2024"},
-      {"SELECT a ! b", "unexpected character '!' at position 10", 10, "!"},
-      {"SELECT 12ab", "invalid number '12ab' at position 8", 8, "12ab"},
-      {"SELECT 2e999", "number out of range '2e999' at position 8", 8, "2e999"},
-  };
-  for (const Case& c : cases) {
+  for (const trellin::testing::CaseRow& row :
+       trellin::testing::ReadCases("sql/lexer_errors.tsv", 4)) {
     try {
-      (void)Tokenize(c.text);
-      ADD_FAILURE() << "no error for " << c.text;
+      (void)Tokenize(row.fields[0]);
+      ADD_FAILURE() << row.Where() << ": no error";
     } catch (const SqlError& error) {
-      EXPECT_STREQ(error.what(), c.message) << c.text;
-      EXPECT_EQ(error.position(), c.position) << c.text;
-      EXPECT_EQ(error.token(), c.token) << c.text;
+      EXPECT_EQ(error.what(), row.fields[1]) << row.Where();
+      EXPECT_EQ(error.position(), std::stoi(row.fields[2])) << row.Where();
+      EXPECT_EQ(error.token(), row.fields[3]) << row.Where();
     }
   }
 }
