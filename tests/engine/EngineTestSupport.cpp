@@ -2,6 +2,9 @@
 
 #include <sstream>
 
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestPaths.h"
+
 namespace trellin::engine::testing {
 
 std::string KeepingSink::Texts(std::size_t page) const {
@@ -18,6 +21,11 @@ std::vector<std::string> KeepingSink::Rows(std::size_t page) const {
     out.push_back(row.section + ":" + (row.cells.empty() ? std::string() : row.cells.front().text));
   }
   return out;
+}
+
+std::string TestLayout(std::string_view name) {
+  return trellin::testing::ReadFile(trellin::testing::TestDir("engine/layouts") /
+                                    (std::string(name) + ".yaml"));
 }
 
 TestReport::TestReport(std::string_view yaml, std::string name) : ActiveReport(std::move(name)) {

@@ -47,6 +47,9 @@ class KeepingSink : public PageSink {
 
 // A designer whose layout is given as YAML text and which logs its events as "Detail.Format";
 // tests add behaviour through the hooks.
+// The text of tests/engine/layouts/<name>.yaml.
+[[nodiscard]] std::string TestLayout(std::string_view name);
+
 class TestReport : public ActiveReport {
  public:
   explicit TestReport(std::string_view yaml, std::string name = "arTest");

@@ -14,14 +14,8 @@ using testing::KeepingSink;
 using testing::Rows;
 using testing::TestReport;
 
-constexpr const char* kTwoSections = R"(
-Sections:
-  - {Name: PageHeader, Height: 300, Controls: [{Class: Label, Name: lblTitle, Caption: Title}]}
-  - {Name: Detail, Height: 300, Controls: [{Class: Field, Name: txtId, DataField: Id}]}
-)";
-
 TEST(Objects, ControlsAreAddedByClassNameAndFoundByNameIndexAndIteration) {
-  TestReport report(kTwoSections);
+  TestReport report(testing::TestLayout("two_sections"));
   Controls& controls = report.Sections()["Detail"].Controls();
   struct Case {
     const char* class_name;
@@ -177,7 +171,7 @@ namespace trellin::engine {
 namespace {
 
 TEST(Objects, ControlsAddedWhileWalkingAreReached) {
-  testing::TestReport report(kTwoSections);
+  testing::TestReport report(testing::TestLayout("two_sections"));
   Controls& controls = report.Sections()["Detail"].Controls();
   std::vector<std::string> seen;
   for (Control& c : controls) {

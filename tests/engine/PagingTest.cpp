@@ -11,20 +11,6 @@ using testing::KeepingSink;
 using testing::Rows;
 using testing::TestReport;
 
-// A4, margins 720 top and bottom: 15398 twips of body less the 300 of header and 300 of footer
-// leaves room for 14 details of 1000.
-constexpr const char* kPaged = R"(
-Report: {PrintWidth: 9000, Page: {Paper: A4, TopMargin: 720, BottomMargin: 720, LeftMargin: 1000}}
-Sections:
-  - {Name: PageHeader, Height: 300, Controls: [{Class: Label, Name: lblHead, Rect: [0, 0, 4000, 300], Caption: Head}]}
-  - Name: Detail
-    Height: 1000
-    Controls: [{Class: Field, Name: txtName, DataField: Name, Rect: [0, 0, 4000, 300]}]
-  - Name: PageFooter
-    Height: 300
-    Controls: [{Class: Field, Name: txtPage, DataField: '="Page " & rpt.PageNumber & " of run"', Rect: [0, 0, 4000, 300]}]
-)";
-
 std::shared_ptr<testing::MemoryRecordset> Numbered(int n) {
   std::vector<std::vector<Variant>> rows;
   for (int i = 1; i <= n; ++i) rows.push_back({Variant("n" + std::to_string(i))});
@@ -45,7 +31,7 @@ float TopOf(const Page& page, const std::string& text) {
 }
 
 TEST(Paging, SectionsThatDoNotFitMoveWholeAndFormatOnce) {
-  TestReport report(kPaged);
+  TestReport report(testing::TestLayout("paged"));
   std::vector<std::string> furniture;
   report.on_start = [&] { report.DataControl().SetRecordset(Numbered(30)); };
   report.on_format = [&](Section& s) {
@@ -70,7 +56,7 @@ TEST(Paging, SectionsThatDoNotFitMoveWholeAndFormatOnce) {
 }
 
 TEST(Paging, VisibilitySetInAFooterAppliesToTheNextHeader) {
-  TestReport report(kPaged);
+  TestReport report(testing::TestLayout("paged"));
   report.on_start = [&] { report.DataControl().SetRecordset(Numbered(20)); };
   report.on_format = [&](Section& s) {
     if (s.Type() == SectionType::PageFooter)

@@ -10,46 +10,6 @@ using testing::KeepingSink;
 using testing::Rows;
 using testing::TestReport;
 
-constexpr const char* kGrouped = R"(
-Report: {Caption: Grouped, PrintWidth: 9000}
-Sections:
-  - {Name: ReportHeader, Height: 300, Controls: [{Class: Label, Name: lblTitle, Rect: [0, 0, 4000, 300], Caption: Title}]}
-  - {Name: PageHeader, Height: 300, Controls: [{Class: Label, Name: lblHead, Rect: [0, 0, 4000, 300], Caption: Head}]}
-  - Name: ghRegion
-    Type: GroupHeader
-    DataField: Region
-    Height: 300
-    Controls: [{Class: Field, Name: txtRegion, DataField: Region, Rect: [0, 0, 3000, 300]}]
-  - Name: ghTown
-    Type: GroupHeader
-    DataField: Town
-    Height: 300
-    Controls: [{Class: Field, Name: txtTown, DataField: Town, Rect: [0, 0, 3000, 300]}]
-  - Name: Detail
-    Height: 300
-    Controls:
-      - {Class: Field, Name: txtName, DataField: Name, Rect: [0, 0, 3000, 300]}
-      - {Class: Field, Name: txtAmount, DataField: Amount, Rect: [3000, 0, 2000, 300], OutputFormat: "0.00"}
-  - Name: gfTown
-    Type: GroupFooter
-    Height: 300
-    Controls:
-      - {Class: Field, Name: gfTownTotal, DataField: Amount, SummaryType: SubTotal, OutputFormat: "0.00", Rect: [0, 0, 2000, 300]}
-      - {Class: Field, Name: gfTownLast, DataField: Name, Rect: [2000, 0, 2000, 300]}
-  - Name: gfRegion
-    Type: GroupFooter
-    Height: 300
-    Controls:
-      - {Class: Field, Name: gfRegionTotal, DataField: Amount, SummaryType: SubTotal, OutputFormat: "0.00", Rect: [0, 0, 2000, 300]}
-      - {Class: Field, Name: gfRegionCount, DataField: Name, SummaryType: SubTotal, SummaryFunc: Count, Rect: [2000, 0, 2000, 300]}
-  - {Name: PageFooter, Height: 300, Controls: [{Class: Field, Name: txtPage, DataField: '="Page " & rpt.PageNumber', Rect: [0, 0, 3000, 300]}]}
-  - Name: ReportFooter
-    Height: 300
-    Controls:
-      - {Class: Field, Name: rfTotal, DataField: Amount, SummaryType: GrandTotal, OutputFormat: "0.00", Rect: [0, 0, 2000, 300]}
-      - {Class: Field, Name: rfCount, DataField: Name, SummaryType: GrandTotal, SummaryFunc: Count, Rect: [2000, 0, 2000, 300]}
-)";
-
 Variant Money(std::int64_t raw) { return Variant(Currency::FromRaw(raw)); }
 
 // The data rows of the whole document, page headers and footers left out, as "section:first cell".
@@ -109,7 +69,7 @@ Sections:
 }
 
 TEST(Run, GroupsBreakOnSeveralLevelsWithNullKeysAndFootersSeeTheirLastRow) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   Variant null = Variant::Null();
   report.on_start = [&] {
     report.DataControl().SetRecordset(
@@ -187,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const ::testing::TestParamInfo<GroupKeyCase>& info) { return info.param.name; });
 
 TEST(Run, SummariesAreExactMoneyAndCountEvenWhenTheDetailIsHidden) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   std::vector<std::vector<Variant>> rows;
   // 0.1 a thousand times is 100 exactly in money, not in doubles.
   for (int i = 0; i < 1000; ++i) rows.push_back({"N", "A", "r", Money(1000)});
@@ -211,7 +171,7 @@ TEST(Run, SummariesAreExactMoneyAndCountEvenWhenTheDetailIsHidden) {
 }
 
 TEST(Run, AFooterMayOverwriteItsSummaryBeforeItPrints) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   report.on_start = [&] {
     report.DataControl().SetRecordset(
         Rows({"Region", "Town", "Name", "Amount"}, {{"N", "A", "r1", Money(20000)}}));
@@ -227,7 +187,7 @@ TEST(Run, AFooterMayOverwriteItsSummaryBeforeItPrints) {
 }
 
 TEST(Run, EmptyDataFormatsTheDetailOnceAtEofAndPrintsHeadersAndFooters) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   int detail_formats = 0;
   bool eof_seen = false;
   report.on_start = [&] {
@@ -275,7 +235,7 @@ Sections:
 }
 
 TEST(Run, ReportStartSeesTheOpenRowsAndBoundFieldsTakeTheRowByDataField) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   std::int64_t count_at_start = -1;
   report.on_start = [&] {
     report.DataControl().SetRecordset(
@@ -293,7 +253,7 @@ TEST(Run, ReportStartSeesTheOpenRowsAndBoundFieldsTakeTheRowByDataField) {
 }
 
 TEST(Run, EventErrorsGoToTheHookAndTheHostMayCancel) {
-  TestReport report(kGrouped);
+  TestReport report(testing::TestLayout("grouped"));
   std::vector<std::string> errors;
   report.SetErrorHook([&](const std::string& source, const std::string& message) {
     errors.push_back(source + ": " + message);
@@ -312,7 +272,7 @@ TEST(Run, EventErrorsGoToTheHookAndTheHostMayCancel) {
   // The event ended quietly: the rows still printed.
   EXPECT_EQ(Cells(sink, "Detail").size(), 2u);
 
-  TestReport cancelled(kGrouped);
+  TestReport cancelled(testing::TestLayout("grouped"));
   cancelled.SetErrorHook([&](const std::string&, const std::string&) { cancelled.Cancel(); });
   cancelled.on_start = [&] { throw std::runtime_error("bad SQL"); };
   KeepingSink aborted;
@@ -320,7 +280,7 @@ TEST(Run, EventErrorsGoToTheHookAndTheHostMayCancel) {
   EXPECT_TRUE(aborted.pages.empty());
   EXPECT_EQ(cancelled.log.back(), "Terminate");
 
-  TestReport unhooked(kGrouped);
+  TestReport unhooked(testing::TestLayout("grouped"));
   unhooked.on_start = [&] { throw std::runtime_error("bad SQL"); };
   KeepingSink failed;
   try {

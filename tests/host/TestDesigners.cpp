@@ -7,7 +7,8 @@
 #include "platform/engine/LayoutLoader.h"
 #include "platform/runtime/Strings.h"
 #include "tests/host/HostFixture.h"
-#include "tests/host/TestLayouts.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestPaths.h"
 
 namespace trellin::host::testing {
 
@@ -33,6 +34,13 @@ constexpr Grouping kGroupings[] = {
      "SELECT CustomerCategoryId,Description FROM CustomerCategory"},
 };
 
+// Loads tests/host/layouts/<name>.yaml into `report`.
+void LoadTestLayout(const std::string& name, ActiveReport& report) {
+  const std::string file = name + ".yaml";
+  engine::LoadLayout(trellin::testing::ReadFile(trellin::testing::TestDir("host/layouts") / file),
+                     file, report);
+}
+
 constexpr char kCustomersSQL[] =
     "SELECT OtherPartyId,Name,CustomerTypeId,CustomerCategoryId,CustomerCreditLimit,"
     "CustomerDiscRate FROM OtherParty WHERE IsCustomer=True ORDER BY ";
@@ -40,9 +48,8 @@ constexpr char kCustomersSQL[] =
 // Hands the section events to the host, as every grouped designer does.
 class HostedDesigner : public Designer {
  public:
-  HostedDesigner(std::string name, std::string_view layout) : Designer(name) {
-    engine::LoadLayout(layout, name + ".yaml", *this);
-  }
+  // The stored layout is tests/host/layouts/<name>.yaml.
+  explicit HostedDesigner(std::string name) : Designer(name) { LoadTestLayout(name, *this); }
 
   void OnFormat(Section& section) override {
     trellin::TLReport& host = *TLReport();
@@ -81,7 +88,7 @@ class HostedDesigner : public Designer {
 
 class arTestCustomers : public HostedDesigner {
  public:
-  arTestCustomers() : HostedDesigner("arTestCustomers", kCustomersLayout) {}
+  arTestCustomers() : HostedDesigner("arTestCustomers") {}
 
   void RefreshParameters(std::string&) override {
     TLReport()->SetHasParameters(true);
@@ -115,7 +122,7 @@ class arTestCustomers : public HostedDesigner {
 
 class arTestColumns : public HostedDesigner {
  public:
-  arTestColumns() : HostedDesigner("arTestColumns", kColumnsLayout) {}
+  arTestColumns() : HostedDesigner("arTestColumns") {}
 
   void RefreshParameters(std::string&) override {
     TLReport()->SetHasParameters(true);
@@ -162,7 +169,7 @@ class arTestColumns : public HostedDesigner {
 class arTestTypeCustomers : public ActiveReport {
  public:
   arTestTypeCustomers() : ActiveReport("arTestTypeCustomers") {
-    engine::LoadLayout(kTypeCustomersLayout, "arTestTypeCustomers.yaml", *this);
+    LoadTestLayout("arTestTypeCustomers", *this);
   }
   void ActiveReport_Initialize() override { PrepareDataControl(DataControl()); }
   void ActiveReport_ReportStart() override {
@@ -176,7 +183,7 @@ class arTestTypeCustomers : public ActiveReport {
 
 class arTestTypes : public HostedDesigner {
  public:
-  arTestTypes() : HostedDesigner("arTestTypes", kTypesLayout) {}
+  arTestTypes() : HostedDesigner("arTestTypes") {}
 
   void ActiveReport_ReportStart() override {
     customers_ = std::make_shared<arTestTypeCustomers>();
