@@ -51,6 +51,7 @@
 #include "reports/receivables/ardsSalesAnalysisReport.h"
 #include "reports/receivables/ardsSalesSummaryReport.h"
 #include "reports/receivables/ardsStatement.h"
+#include "reports/receivables/ardsTransactionTypeDetail.h"
 #include "reports/receivables/ardsTransactionTypeList.h"
 #include "reports/receivables/ardscrAgedOverdueReport.h"
 #include "reports/receivables/ardscrControlReport.h"
@@ -108,6 +109,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsPenaltyInterests", CreateardsPenaltyInterests},
     {"ardscrOpeningBalances", CreateardscrOpeningBalances},
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
+    {"ardsTransactionTypeDetail", CreateardsTransactionTypeDetail},
     {"ardsInvoice", CreateardsInvoice},
     {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
     {"ardsSalesSummaryReport", CreateardsSalesSummaryReport},

@@ -1179,6 +1179,9 @@ CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Dat
 CREATE INDEX Transactions_PartyDue ON Transactions (OtherPartyId, DatePayment);
 -- Control report: this month's and future transactions of a side, whatever the party.
 CREATE INDEX Transactions_Process ON Transactions (DateProcess);
+-- The transaction type cards: a type's documents in a range of dates, counted and summed, and
+-- its first and last dates, from the index alone.
+CREATE INDEX Transactions_TypeDate ON Transactions (TransactionTypeId, Date, Value);
 -- The cheque stub finds the payment behind a bank entry.
 CREATE INDEX Transactions_Bank ON Transactions (glBankTransactionId);
 -- Analysis by job.

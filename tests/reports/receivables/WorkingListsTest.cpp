@@ -96,5 +96,38 @@ TEST_F(WorkingLists, PenaltyInterestsOwedAtAPastDateTakeInItemsPaidSince) {
   EXPECT_EQ(listed, books.Money("SELECT Sum(Owed) FROM (" + items + ") WHERE Owed>0"));
 }
 
+// Each type's card counts and sums its documents dated in the dates and in the same dates a year
+// before, as the books hold them, shown on the side's sign.
+TEST_F(WorkingLists, TransactionTypeCardsCountAndSumTheirDocumentsInBothYears) {
+  BooksSql books;
+  const std::string dump =
+      Join(RunPages(Open("TransactionTypeDetails", {"TransactionTypes=INV,REC,SINV,PAY",
+                                                    "DatedFrom=2025-04-01", "DatedTo=2025-11-30"})),
+           "\n");
+  const std::vector<DumpRow> rows = RowsOf(dump, "Detail");
+  ASSERT_EQ(rows.size(), 4u);
+  struct Dates {
+    const char* value;  // the dumped column
+    const char* count;
+    const char* from;
+    const char* to;
+  };
+  const Dates years[] = {{"txtValue", "txtPosted", "2025-04-01", "2025-12-01"},
+                         {"txtValueYearBefore", "txtYearBefore", "2024-04-01", "2024-12-01"}};
+  for (const DumpRow& row : rows) {
+    const std::string code = row.at("txtCode").second;
+    SCOPED_TRACE(code);
+    // Invoices and receipts are the customers' and stored negative.
+    const std::string sign = code == "INV" || code == "REC" ? "-" : "";
+    for (const Dates& y : years) {
+      const std::string where = " FROM Transactions WHERE TransactionTypeId='" + code +
+                                "' AND Date>='" + y.from + "' AND Date<'" + y.to + "'";
+      EXPECT_EQ(DumpedAmount(row, y.value), books.Money("SELECT Sum(" + sign + "Value)" + where));
+      EXPECT_EQ(row.at(y.count).first, books.Texts("SELECT Count(*)" + where)[0]);
+      EXPECT_NE(row.at(y.count).first, "0");
+    }
+  }
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
