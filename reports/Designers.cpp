@@ -18,6 +18,7 @@
 #include "reports/admin/arScriptList.h"
 #include "reports/admin/arUserRolePermissionList.h"
 #include "reports/assets/arfaAssetList.h"
+#include "reports/assets/arfaAssetTransactionList.h"
 #include "reports/assets/arfaDeferredTaxSchedule.h"
 #include "reports/assets/arfaDepreciationCalculation.h"
 #include "reports/assets/arfaDepreciationSchedule.h"
@@ -136,6 +137,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaDisposalSummary", CreatearfaDisposalSummary},
     {"arfaAssetList", CreatearfaAssetList},
     {"arfaTransactionList", CreatearfaTransactionList},
+    {"arfaAssetTransactionList", CreatearfaAssetTransactionList},
     // reports/jobs
     {"arJobList", CreatearJobList},
     // reports/admin

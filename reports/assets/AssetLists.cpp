@@ -37,6 +37,14 @@ std::string AssetStatusCondition(const trellin::Parameters& p, std::string& desc
   return "Asset.Status IN (" + numbers + ")";
 }
 
+void FillAssetKind(Fields& fields) {
+  const ReportField* type = fields.Find("Type");
+  const bool blank = type == nullptr || type->Value().IsNull();
+  fields.Add("KindText")
+      .SetValue(Variant(blank ? std::string()
+                              : Asset::TypeText(static_cast<int>(type->Value().ToLong()))));
+}
+
 std::map<std::string, AssetFigures, std::less<>> AssetFiguresAt(const Date& as_at,
                                                                 bool combine_components) {
   // Types 10 and 11 are what the asset cost: its purchase and additions.

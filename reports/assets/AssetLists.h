@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/ListDesigner.h"
+#include "core/host/Fields.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 
@@ -49,6 +50,9 @@ inline constexpr std::string_view kAssetStatusNames[] = {"On Order", "In Use", "
 // Adds the five "Status..." check boxes, ticked unless named in `unticked`.
 void AddAssetStatusBoxes(trellin::Parameters& parameters,
                          std::initializer_list<std::string_view> unticked = {});
+
+// Sets the unbound field "KindText" from the row's `Type`: its kind, "" for a Null type.
+void FillAssetKind(Fields& fields);
 
 // An asset's figures at a date: purchases and additions (types 10 and 11), and the sums of all
 // its movements on each book.

@@ -2,7 +2,6 @@
 
 #include "reports/assets/arfaTransactionList.h"
 
-#include "core/host/AssetDepreciation.h"
 #include "reports/ReportShapes.h"
 #include "reports/assets/AssetLists.h"
 
@@ -87,13 +86,6 @@ DesignerPtr CreatearfaTransactionList() { return std::make_shared<arfaTransactio
 
 void arfaTransactionList::ActiveReport_DataInitialize() { Fields().Add("KindText"); }
 
-void arfaTransactionList::ActiveReport_FetchData(bool&) {
-  const ReportField* type = Fields().Find("Type");
-  const bool blank = type == nullptr || type->Value().IsNull();
-  Fields()
-      .Add("KindText")
-      .SetValue(Variant(blank ? std::string()
-                              : Asset::TypeText(static_cast<int>(type->Value().ToLong()))));
-}
+void arfaTransactionList::ActiveReport_FetchData(bool&) { FillAssetKind(Fields()); }
 
 }  // namespace trellin

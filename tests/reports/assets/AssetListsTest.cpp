@@ -143,6 +143,12 @@ TEST_F(AssetLists,
   EXPECT_NE(column("Depreciation") + column("DepreciationYTD"), Currency());
   EXPECT_EQ(FooterAmount(by_reference, "DEP2024/25", "GroupFooter1SummaryValue"),
             column("Depreciation") + column("DepreciationYTD"));
+  // The batch list's block of the same run holds the same movements.
+  const std::string batches = Dump(Open("AssetBatchTransactionList", {"References=DEP2024/25"}));
+  EXPECT_EQ(FooterAmount(batches, "DEP2024/25", "GroupFooter1SummaryValue"),
+            column("Depreciation") + column("DepreciationYTD"));
+  EXPECT_EQ(ReportTotal(batches, "ReportFooterSummaryValue"),
+            column("Depreciation") + column("DepreciationYTD"));
   const std::string by_kind = Dump(Open("AssetTransactionList", With(year, {"Groupings=Kind"})));
   EXPECT_EQ(FooterAmount(by_kind, "Purchase", "GroupFooter1SummaryValue"), column("Purchases"));
 }
