@@ -1179,9 +1179,11 @@ CREATE INDEX Transactions_PartyTypeDate ON Transactions (OtherPartyId, Type, Dat
 CREATE INDEX Transactions_PartyDue ON Transactions (OtherPartyId, DatePayment);
 -- Control report: this month's and future transactions of a side, whatever the party.
 CREATE INDEX Transactions_Process ON Transactions (DateProcess);
--- The transaction type cards: a type's documents in a range of dates, counted and summed, and
--- its first and last dates, from the index alone.
-CREATE INDEX Transactions_TypeDate ON Transactions (TransactionTypeId, Date, Value);
+-- The transaction type cards: the documents of a range of dates counted and summed by type, and
+-- each type's first and last dates, from the index alone. Led by the date, not the type: an
+-- index led by the type would hold the order of every GROUP BY TransactionTypeId (the control
+-- report's), which then sorts too few rows to want it.
+CREATE INDEX Transactions_DateType ON Transactions (Date, TransactionTypeId, Value);
 -- The cheque stub finds the payment behind a bank entry.
 CREATE INDEX Transactions_Bank ON Transactions (glBankTransactionId);
 -- Analysis by job.
