@@ -101,7 +101,8 @@ struct ListKey {
   std::string_view groupings = {};       // the Groupings choices; "" offers none
   std::string_view grouping_table = {};  // the table the standard groupings read
   std::span<const ListGrouping> own_groupings = {};
-  std::string_view fixed_grouping = {};  // a grouping always made, outside the chosen ones; "" none
+  std::string_view fixed_grouping = {};  // groupings always made, outside the chosen ones, the
+                                         // first outermost ("Batch,Party"); "" none
   bool summary = false;                  // offers Summary
   std::span<const ListColumn> columns = {};
 };
@@ -165,7 +166,8 @@ class ListDesigner : public Designer {
 
  protected:
   // The row of the host's key; throws std::invalid_argument when the designer does not serve it.
-  [[nodiscard]] const ListKey& Key() const;
+  // A designer whose run takes another row by its options (lines or not) overrides it.
+  [[nodiscard]] virtual const ListKey& Key() const;
   [[nodiscard]] bool Summary() const { return query_.summary; }
   // A condition the key's row cannot hold, made from the run's values; "" for none.
   [[nodiscard]] virtual std::string ExtraCondition() { return {}; }

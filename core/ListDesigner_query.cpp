@@ -175,10 +175,15 @@ std::vector<ChosenGrouping> ListGroups(const ListKey& key, const trellin::Parame
       !SplitGroupings(p.Value("Groupings", Variant()), names, page_breaks)) {
     names.clear();
   }
-  if (!key.fixed_grouping.empty()) {
-    names.insert(names.begin(), Text(key.fixed_grouping));
-    page_breaks.insert(page_breaks.begin(), false);
+  // The fixed groupings stand outside the chosen ones, the first outermost.
+  std::vector<std::string> fixed;
+  for (std::string_view rest = key.fixed_grouping; !rest.empty();) {
+    const std::size_t comma = rest.find(',');
+    fixed.emplace_back(rest.substr(0, comma));
+    rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
   }
+  names.insert(names.begin(), fixed.begin(), fixed.end());
+  page_breaks.insert(page_breaks.begin(), fixed.size(), false);
   auto own_grouping = [&key](ChosenGrouping& g) {
     const ListGrouping* own = nullptr;
     for (const ListGrouping& row : key.own_groupings) {
