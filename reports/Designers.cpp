@@ -43,10 +43,14 @@
 #include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTransactionList.h"
+#include "reports/receivables/arcrDeliveryDocketList.h"
+#include "reports/receivables/arcrPurchaseOrderList.h"
+#include "reports/receivables/arcrPurchaseOrdersBatch.h"
 #include "reports/receivables/arcrRemittance.h"
 #include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
 #include "reports/receivables/ardsImportErrorsList.h"
+#include "reports/receivables/ardsInvoiceBatchTransactions.h"
 #include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsPenaltyInterests.h"
 #include "reports/receivables/ardsSalesAnalysisReport.h"
@@ -104,8 +108,12 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardscrTransactionList", CreateardscrTransactionList},
     {"ardsStatement", CreateardsStatement},
     {"arcrRemittance", CreatearcrRemittance},
+    {"arcrPurchaseOrderList", CreatearcrPurchaseOrderList},
+    {"arcrDeliveryDocketList", CreatearcrDeliveryDocketList},
+    {"arcrPurchaseOrdersBatch", CreatearcrPurchaseOrdersBatch},
     {"ardsDirectCreditSchedule", CreateardsDirectCreditSchedule},
     {"ardsImportErrorsList", CreateardsImportErrorsList},
+    {"ardsInvoiceBatchTransactions", CreateardsInvoiceBatchTransactions},
     {"ardsBatchTransactions", CreateardsBatchTransactions},
     {"ardsPenaltyInterests", CreateardsPenaltyInterests},
     {"ardscrOpeningBalances", CreateardscrOpeningBalances},
