@@ -6,6 +6,7 @@
 
 #include "core/host/Database.h"
 #include "platform/data/CompanySchema.h"
+#include "platform/data/Sqlite.h"
 
 namespace trellin::data {
 
@@ -68,6 +69,7 @@ std::unique_ptr<CompanyFileWriter> CreateCompanyFile(const std::string& path) {
     std::string message = db != nullptr ? sqlite3_errmsg(db) : "out of memory";
     throw DatabaseError("cannot create the company file '" + path + "': " + message);
   }
+  AvoidPlannerFaults(db);
   Exec(db, "PRAGMA journal_mode=WAL", "cannot create the company file '" + path + "'");
   Exec(db, "BEGIN;" + std::string(CompanySchemaSql()) + ";COMMIT;",
        "cannot apply the company schema to '" + path + "'");

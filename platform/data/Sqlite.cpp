@@ -2,6 +2,13 @@
 
 namespace trellin::data {
 
+void AvoidPlannerFaults(sqlite3* db) {
+  // SQLite's own bit for the seek-scan step (SQLITE_SeekScan), kept off through its optimisation
+  // switches.
+  constexpr int kSeekScan = 0x00020000;
+  sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, db, kSeekScan);
+}
+
 Connection::~Connection() {
   // sqlite3_close_v2 defers the close until every statement is finalized, so a forgotten
   // statement cannot make it fail.

@@ -13,6 +13,12 @@
 
 namespace trellin::data {
 
+// Turns off, on `db`, the query planner steps that give wrong rows in the SQLite this system
+// runs on: 3.40's seek-scan over an index drops the upper bound of a range on the column after
+// an IN list (an asset's purchases to a date then take in a later addition). Every connection
+// that reads a company file calls it; on an SQLite without the fault it only costs the step.
+void AvoidPlannerFaults(sqlite3* db);
+
 // One open connection. Shared by the database and the recordsets still streaming from it, so
 // that it closes only when the last of them is gone.
 class Connection {

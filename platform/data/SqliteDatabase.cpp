@@ -72,6 +72,7 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path) {
   // A report walks a parent query while it runs one for each of its rows: with SQLite's small
   // default cache the two keep evicting each other's pages and read them again from the file.
   sqlite3_exec(db, "PRAGMA cache_size=-32768", nullptr, nullptr, nullptr);
+  AvoidPlannerFaults(db);
   if (UseCheckedSum(db) != SQLITE_OK) CannotOpen(path, connection->LastMessage());
 
   std::shared_ptr<SqliteDatabase> database(new SqliteDatabase(path, std::move(connection)));

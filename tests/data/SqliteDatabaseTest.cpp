@@ -70,6 +70,26 @@ TEST(SqliteDatabase, OpensTheRealSchemaWithTypedColumns) {
   EXPECT_FALSE(db->HasStatistics());
 }
 
+// With these statistics SQLite 3.40 steps over the index by seek-scan, which lost the upper date
+// bound after the IN list and returned the 2025 addition as well.
+TEST(SqliteDatabase, ARangeAfterAnInListKeepsItsUpperBound) {
+  TempDir dir;
+  std::string path = dir.File("company.db");
+  MakeCompany(path);
+  Write(path,
+        "CREATE TABLE Move (Id INTEGER PRIMARY KEY, Code TEXT NOT NULL, Kind INTEGER NOT NULL, "
+        "Dated DATE NOT NULL); CREATE INDEX Move_CodeKindDated ON Move (Code, Kind, Dated);"
+        "INSERT INTO Move (Code, Kind, Dated) VALUES ('x',10,'2020-04-11'),('x',11,'2025-08-18'),"
+        "('x',20,'2021-03-31'),('x',20,'2022-03-31'); ANALYZE; UPDATE sqlite_stat1 SET "
+        "stat='52 4 2 1' WHERE idx='Move_CodeKindDated';");
+  auto db = SqliteDatabase::Open(path);
+  auto rs =
+      db->Query("SELECT Id FROM Move WHERE Code='x' AND Kind IN (10,11) AND Dated<'2025-04-01'");
+  std::vector<long> ids;
+  for (; !rs->Eof(); rs->MoveNext()) ids.push_back(rs->Value(0).ToLong());
+  EXPECT_EQ(ids, std::vector<long>{1});
+}
+
 TEST(SqliteDatabase, ValuesComeBackTypedForEveryColumnType) {
   TempDir dir;
   std::string path = dir.File("company.db");
