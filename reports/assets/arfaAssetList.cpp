@@ -10,6 +10,7 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "reports/ReportShapes.h"
+#include "reports/UserDefinedColumns.h"
 
 namespace trellin {
 
@@ -125,8 +126,6 @@ constexpr ListKey kAssetKeys[] = {{
     .columns = kAssetColumns,
 }};
 
-constexpr int kAssetUserFields = 20;
-
 const Variant& FieldOrNull(const Fields& fields, std::string_view name) {
   static const Variant kNull = Variant::Null();
   const ReportField* field = fields.Find(std::string(name));
@@ -152,17 +151,7 @@ void arfaAssetList::RefreshDataColumns() {
   ListDesigner::RefreshDataColumns();
   DataColumns& columns = TLReport()->DataColumns();
   columns.Item("Code").Visibility = 0;
-  // Each user-defined field the company has named, captioned by its name, waits to be picked.
-  const Options& options = TrellinReportGlobals::RequireApplication().Options();
-  for (int n = 1; n <= kAssetUserFields; ++n) {
-    const UserDefinedField field = options.UserDefinedFields(UserDefinedKind::Asset, n);
-    if (field.Name.empty()) continue;
-    const std::string name = "UserDefined" + std::to_string(n);
-    columns
-        .Add(name, name, kColumnText, field.Name, "", 1200, -1, -1, -1, "(auto)", 0, 0, "", true,
-             "", false, false)
-        .Hidden = true;
-  }
+  AddUserDefinedColumns(columns, UserDefinedKind::Asset);
 }
 
 std::string arfaAssetList::ExtraCondition() {

@@ -4,6 +4,7 @@
 
 #include "core/TrellinReportGlobals.h"
 #include "reports/ReportShapes.h"
+#include "reports/UserDefinedColumns.h"
 #include "reports/jobs/JobLists.h"
 
 namespace trellin {
@@ -45,8 +46,6 @@ constexpr ListKey kJobKeys[] = {{
     .columns = kJobColumns,
 }};
 
-constexpr int kJobUserFields = 20;
-
 }  // namespace
 
 arJobList::arJobList() : ListDesigner("arJobList", kJobKeys, "Job List") {}
@@ -56,16 +55,7 @@ DesignerPtr CreatearJobList() { return std::make_shared<arJobList>(); }
 void arJobList::RefreshDataColumns() {
   ListDesigner::RefreshDataColumns();
   DataColumns& columns = TLReport()->DataColumns();
-  const Options& options = TrellinReportGlobals::RequireApplication().Options();
-  for (int n = 1; n <= kJobUserFields; ++n) {
-    const UserDefinedField field = options.UserDefinedFields(UserDefinedKind::Job, n);
-    if (field.Name.empty()) continue;
-    const std::string name = "UserDefined" + std::to_string(n);
-    columns
-        .Add(name, name, kColumnText, field.Name, "", 1200, -1, -1, -1, "(auto)", 0, 0, "", true,
-             "", false, false)
-        .Hidden = true;
-  }
+  AddUserDefinedColumns(columns, UserDefinedKind::Job);
 }
 
 }  // namespace trellin

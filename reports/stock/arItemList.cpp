@@ -7,6 +7,7 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "reports/ReportShapes.h"
+#include "reports/UserDefinedColumns.h"
 
 namespace trellin {
 
@@ -97,17 +98,7 @@ void arItemList::RefreshDataColumns() {
   ListDesigner::RefreshDataColumns();
   DataColumns& columns = TLReport()->DataColumns();
   FitStockColumns(columns, kItemUntotalled);
-  // Each user-defined field the company has named, captioned by its name, waits to be picked.
-  const Options& options = TrellinReportGlobals::RequireApplication().Options();
-  for (int n = 1; n <= kItemUserFieldCount; ++n) {
-    const UserDefinedField field = options.UserDefinedFields(UserDefinedKind::Item, n);
-    if (field.Name.empty()) continue;
-    const std::string name = "UserDefined" + std::to_string(n);
-    columns
-        .Add(name, name, kColumnText, field.Name, "", 1200, -1, -1, -1, "(auto)", 0, 0, "", true,
-             "", false, false)
-        .Hidden = true;
-  }
+  AddUserDefinedColumns(columns, UserDefinedKind::Item);
 }
 
 void arItemList::ActiveReport_ReportStart() {
