@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "core/ReportUtilities.h"
+#include "core/TrellinReportGlobals.h"
 #include "core/host/Database.h"
 
 namespace trellin {
@@ -109,6 +110,16 @@ bool SalesGrouping(ChosenGrouping& grouping, const std::string& base) {
   std::string name = grouping.name;
   GetGroupingDefinition(name, grouping.field, grouping.list_sql, grouping.key_field, table);
   return !grouping.field.empty();
+}
+
+std::optional<std::string> SaleAddress(const std::string& party, const Variant& address_id) {
+  const std::string id = address_id.IsNull() || address_id.IsEmpty() ? "" : address_id.Text();
+  if (id.empty() || id == "0") return std::nullopt;
+  std::shared_ptr<Recordset> rs = TrellinReportGlobals::RequireDatabase()->Query(
+      "SELECT Address FROM OtherPartyAddress WHERE OtherPartyId=" + Database::SQLString(party) +
+      " AND AddressId=" + Database::SQLString(id));
+  if (rs->Eof() || rs->Value(0).IsNull()) return std::string();
+  return rs->Value(0).Text();
 }
 
 }  // namespace trellin

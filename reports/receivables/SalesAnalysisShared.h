@@ -2,6 +2,7 @@
 // What the sales analysis and the sales summary share: the list parameters of the sales keys and
 // their filters on the lines' query, and the groupings that are the sales reports' own.
 
+#include <optional>
 #include <string>
 
 #include "core/host/Parameters.h"
@@ -26,5 +27,11 @@ void AppendSalesListFilters(std::string& where, const Parameters& parameters, st
 // field lives in: "TransactionLine" for the lines' own fields, "Item" for the item, else `base`.
 // Returns false for a name neither knows.
 bool SalesGrouping(ChosenGrouping& grouping, const std::string& base);
+
+// The address a sale went to, as the sales reports head the lines split by address: nullopt for
+// a line with no address id (the reports print "Undefined"), "" when the party holds no such
+// address or it is blank, else the stored text. Throws DatabaseError.
+[[nodiscard]] std::optional<std::string> SaleAddress(const std::string& party,
+                                                     const Variant& address_id);
 
 }  // namespace trellin

@@ -3,6 +3,7 @@
 #include "core/TrellinReportGlobals.h"
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/AnalysisFigures.h"
+#include "reports/receivables/SalesAnalysisShared.h"
 
 namespace trellin {
 
@@ -54,14 +55,10 @@ void ardsSalesAnalysisReportTransSub::ActiveReport_FetchData(bool& eof) {
 }
 
 std::string ardsSalesAnalysisReportTransSub::AddressText(const Variant& address_id) const {
-  const std::string id = address_id.IsNull() || address_id.IsEmpty() ? "" : address_id.Text();
-  if (id.empty() || id == "0") return "Undefined";
-  std::shared_ptr<Recordset> rs = TrellinReportGlobals::RequireDatabase()->Query(
-      "SELECT Address FROM OtherPartyAddress WHERE OtherPartyId=" +
-      Database::SQLString(OtherPartyId) + " AND AddressId=" + Database::SQLString(id));
-  if (rs->Eof() || rs->Value(0).IsNull()) return id;
-  std::string address = Replace(rs->Value(0).Text(), "\r\n", ", ");
-  return Replace(address, "\n", ", ");
+  const std::optional<std::string> address = SaleAddress(OtherPartyId, address_id);
+  if (!address) return "Undefined";
+  if (address->empty()) return address_id.Text();
+  return Replace(Replace(*address, "\r\n", ", "), "\n", ", ");
 }
 
 void ardsSalesAnalysisReportTransSub::OnFormat(Section& section) {
