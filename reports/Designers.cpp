@@ -77,6 +77,7 @@
 #include "reports/stock/arscStockReorderReport.h"
 #include "reports/stock/arscStockSheets.h"
 #include "reports/stock/arscTransactionList.h"
+#include "reports/stock/arscTrend.h"
 
 namespace trellin {
 
@@ -136,6 +137,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arLocationList", CreatearLocationList},
     {"arItemDetail", CreatearItemDetail},
     {"arscStockSheets", CreatearscStockSheets},
+    {"arscTrend", CreatearscTrend},
     // reports/assets
     {"arfaDeferredTaxSchedule", CreatearfaDeferredTaxSchedule},
     {"arfaDepreciationCalculation", CreatearfaDepreciationCalculation},
