@@ -134,6 +134,28 @@ TEST_F(TrendDemo, TheLastMonthIsTheSalesAnalysisNetSalesOfThatMonth) {
   EXPECT_EQ(last.size(), net.size());
 }
 
+// With no end date the periods end today (the tests' 31 March 2026) and every line is read: each
+// customer with any sale has a row, and the total still holds only the twelve months.
+TEST_F(TrendDemo, WithoutAnEndDateEveryCustomerHasARowAndTheTotalKeepsToItsPeriods) {
+  BooksSql books;
+  const std::string dump = Run("SalesTrendAR", {});
+  std::set<std::string> printed;
+  for (const DumpRow& row : RowsOf(dump, "Detail")) printed.insert(row.at("txtItemId").second);
+  const std::string lines =
+      " FROM TransactionLine INNER JOIN Transactions ON "
+      "Transactions.TransactionId=TransactionLine.TransactionId INNER JOIN OtherParty ON "
+      "OtherParty.OtherPartyId=Transactions.OtherPartyId WHERE OtherParty.IsCustomer=1 AND "
+      "TransactionLine.Type BETWEEN 30 AND 34";
+  const std::vector<std::string> customers =
+      books.Texts("SELECT DISTINCT OtherParty.OtherPartyId" + lines);
+  EXPECT_EQ(printed, std::set<std::string>(customers.begin(), customers.end()));
+  const Currency year = books.Money(
+      "SELECT -Sum(TransactionLine.Value)" + lines +
+      " AND TransactionLine.DateProcess>'2025-03-31' AND TransactionLine.DateProcess<'2026-04-01'");
+  EXPECT_NE(year, books.Money("SELECT -Sum(TransactionLine.Value)" + lines));
+  EXPECT_EQ(FooterAmount(dump, "rfTotal"), year);
+}
+
 TEST_F(TrendDemo, ItemQuantitiesAddUpToThePlainSumOfTheirLines) {
   BooksSql books;
   const std::string dump = Run("ItemSalesTrend", {kEnd, "Frequency=Monthly", "ValueType=Quantity"});
