@@ -17,6 +17,7 @@
 #include "reports/admin/arPostcodeList.h"
 #include "reports/admin/arScriptList.h"
 #include "reports/admin/arUserRolePermissionList.h"
+#include "reports/assets/arfaAssetDetail.h"
 #include "reports/assets/arfaAssetList.h"
 #include "reports/assets/arfaAssetTransactionList.h"
 #include "reports/assets/arfaDeferredTaxSchedule.h"
@@ -25,6 +26,7 @@
 #include "reports/assets/arfaDisposalSummary.h"
 #include "reports/assets/arfaFutureValueSchedule.h"
 #include "reports/assets/arfaPurchaseSummary.h"
+#include "reports/assets/arfaStockSheets.h"
 #include "reports/assets/arfaTransactionList.h"
 #include "reports/jobs/arJobList.h"
 #include "reports/ledger/arAccountDetail.h"
@@ -148,6 +150,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaAssetList", CreatearfaAssetList},
     {"arfaTransactionList", CreatearfaTransactionList},
     {"arfaAssetTransactionList", CreatearfaAssetTransactionList},
+    {"arfaStockSheets", CreatearfaStockSheets},
+    {"arfaAssetDetail", CreatearfaAssetDetail},
     // reports/jobs
     {"arJobList", CreatearJobList},
     // reports/admin

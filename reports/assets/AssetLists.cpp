@@ -2,6 +2,8 @@
 
 #include "reports/assets/AssetLists.h"
 
+#include <stdexcept>
+
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/host/AssetDepreciation.h"
@@ -35,6 +37,25 @@ std::string AssetStatusCondition(const trellin::Parameters& p, std::string& desc
     numbers += std::to_string(Asset::StatusFromText(Replace(item, "'", "")));
   }
   return "Asset.Status IN (" + numbers + ")";
+}
+
+void AddAssetDateAsAt(trellin::Parameters& p) {
+  const Date current =
+      TrellinReportGlobals::RequireApplication().FinancialCalendar().CurrentDateGL(true);
+  p.AddDate("DateAsAt", current, true, "Date As At", "GLCURRENT", false, "Date As At");
+}
+
+Date AssetDateAsAt(const trellin::Parameters& p) {
+  const Variant as_at = p.Value("DateAsAt", Variant());
+  if (as_at.IsNull() || as_at.IsEmpty() || (!as_at.IsDate() && Trim(as_at.Text()).empty())) {
+    throw std::invalid_argument("Date As At: the report needs a date.");
+  }
+  return as_at.ToDate().DateOnly();
+}
+
+std::string AssetStatusText(const Variant& status) {
+  return status.IsNull() || status.IsEmpty() ? std::string()
+                                             : Asset::StatusText(static_cast<int>(status.ToLong()));
 }
 
 void FillAssetKind(Fields& fields) {

@@ -2,8 +2,6 @@
 
 #include "reports/assets/arfaAssetList.h"
 
-#include <stdexcept>
-
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "core/host/AssetDepreciation.h"
@@ -15,63 +13,6 @@
 namespace trellin {
 
 namespace {
-
-constexpr ListOrder kAssetOrders[] = {
-    {"Code", "Asset.AssetId"},
-    {"Description", "Asset.Description,Asset.AssetId"},
-    {"Serial Number", "Asset.SerialNumber,Asset.AssetId"},
-    {"Status", "Asset.Status,Asset.AssetId"},
-};
-
-constexpr ListParameter kAssetParameters[] = {
-    {.kind = ListParameterKind::Standard, .field = "Asset.AssetId", .index = 2, .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Categories",
-     .field = "Asset.AssetCategoryId",
-     .index = 1,
-     .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Sites",
-     .field = "Asset.AssetSiteId",
-     .index = 3,
-     .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Types",
-     .field = "Asset.AssetTypeId",
-     .index = 4,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "Asset.BranchId", .index = 6, .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .field = "Asset.EmployeeId",
-     .index = 15,
-     .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .field = "Asset.ParentAssetId",
-     .index = 26,
-     .primary = true},
-    {.kind = ListParameterKind::Standard,
-     .field = "Asset.SupplierId",
-     .index = 33,
-     .primary = true},
-    {.kind = ListParameterKind::DatePair,
-     .name = "DatePurchased",
-     .caption = "Date Purchased",
-     .field = "Asset.PurchaseDate"},
-    {.kind = ListParameterKind::DatePair,
-     .name = "DateDisposed",
-     .caption = "Date Disposed",
-     .field = "Asset.DisposalDate"},
-    {.kind = ListParameterKind::DatePair,
-     .name = "DateReview",
-     .caption = "Date Review",
-     .field = "Asset.ReviewDate"},
-    // A component's figures count under its parent, which alone takes a line.
-    {.kind = ListParameterKind::Option,
-     .name = "IncludeComponents",
-     .caption = "Include Components",
-     .condition = "Asset.ParentAssetId IS NULL",
-     .phrase = "Components Combined"},
-};
 
 constexpr ListGrouping kAssetGroupings[] = {
     {"Category", "Asset.AssetCategoryId", "SELECT AssetCategoryId,Description FROM AssetCategory",
@@ -118,7 +59,7 @@ constexpr ListKey kAssetKeys[] = {{
         "Asset.UserDefined18,Asset.UserDefined19,Asset.UserDefined20"
         " FROM Asset LEFT JOIN OtherParty ON Asset.SupplierId=OtherParty.OtherPartyId",
     .orders = kAssetOrders,
-    .parameters = kAssetParameters,
+    .parameters = kAssetFilters,
     .groupings = "Category,Site,Type,Branch,Employee,Parent Asset,Status,Supplier",
     .grouping_table = "Asset",
     .own_groupings = kAssetGroupings,
@@ -142,9 +83,7 @@ void arfaAssetList::RefreshParameters(std::string& ReportName) {
   ListDesigner::RefreshParameters(ReportName);
   trellin::Parameters& p = TLReport()->Parameters();
   AddAssetStatusBoxes(p);
-  const Date current =
-      TrellinReportGlobals::RequireApplication().FinancialCalendar().CurrentDateGL(true);
-  p.AddDate("DateAsAt", current, true, "Date As At", "GLCURRENT", false, "Date As At");
+  AddAssetDateAsAt(p);
 }
 
 void arfaAssetList::RefreshDataColumns() {
@@ -161,11 +100,7 @@ std::string arfaAssetList::ExtraCondition() {
 
 void arfaAssetList::ActiveReport_ReportStart() {
   const trellin::Parameters& p = TLReport()->Parameters();
-  const Variant as_at = p.Value("DateAsAt", Variant());
-  if (as_at.IsNull() || as_at.IsEmpty() || (!as_at.IsDate() && Trim(as_at.Text()).empty())) {
-    throw std::invalid_argument("Date As At: the report needs a date.");
-  }
-  const Date date = as_at.ToDate().DateOnly();
+  const Date date = AssetDateAsAt(p);
   figures_ = AssetFiguresAt(date, p.Value("IncludeComponents", false).ToBool());
   ListDesigner::ActiveReport_ReportStart();
   std::string description = Description();
@@ -182,11 +117,7 @@ void arfaAssetList::ActiveReport_DataInitialize() {
 }
 
 void arfaAssetList::ActiveReport_FetchData(bool&) {
-  const Variant& status = FieldOrNull(Fields(), "Status");
-  Fields()
-      .Add("StatusText")
-      .SetValue(Variant(status.IsNull() ? std::string()
-                                        : Asset::StatusText(static_cast<int>(status.ToLong()))));
+  Fields().Add("StatusText").SetValue(Variant(AssetStatusText(FieldOrNull(Fields(), "Status"))));
   auto found = figures_.find(UCase(FieldOrNull(Fields(), "AssetId").Text()));
   const AssetFigures row = found == figures_.end() ? AssetFigures{} : found->second;
   Fields().Add("Cost").SetValue(Variant(row.cost));

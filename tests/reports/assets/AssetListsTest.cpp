@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 
 #include "tests/reports/assets/AssetFixtures.h"
 
@@ -151,6 +153,99 @@ TEST_F(AssetLists,
             column("Depreciation") + column("DepreciationYTD"));
   const std::string by_kind = Dump(Open("AssetTransactionList", With(year, {"Groupings=Kind"})));
   EXPECT_EQ(FooterAmount(by_kind, "Purchase", "GroupFooter1SummaryValue"), column("Purchases"));
+}
+
+TEST_F(AssetLists, StockSheetsSightEachAssetOnceAtItsSiteWithTheSitesCount) {
+  const BooksSql sql;
+  struct Case {
+    std::vector<std::string> values;
+    const char* where;
+  };
+  // Ticked, a component stands under its parent and is counted once; unticked it is left out.
+  const Case cases[] = {
+      {{}, "Status NOT IN (4,5)"},
+      {{"IncludeComponents=False"}, "Status NOT IN (4,5) AND ParentAssetId IS NULL"},
+      {{"StatusDisposed=True", "StatusScrapped=True", "OrderBy=Description"}, "1=1"},
+  };
+  ASSERT_FALSE(sql.Texts("SELECT AssetId FROM Asset WHERE ParentAssetId IS NOT NULL").empty());
+  for (const Case& c : cases) {
+    SCOPED_TRACE(Join(c.values, " "));
+    const std::vector<std::string> pages = RunPages(Open("AssetStockSheets", c.values));
+    std::multiset<std::string> printed;
+    for (const DumpRow& row : RowsOf(Join(pages, "\n"), "Detail")) {
+      printed.insert(row.at("txtCode").second);
+    }
+    const std::vector<std::string> books =
+        sql.Texts(std::string("SELECT AssetId FROM Asset WHERE ") + c.where);
+    EXPECT_EQ(printed, std::multiset<std::string>(books.begin(), books.end()));
+    // Each site's count adds up to the assets printed, and the report's count is theirs.
+    std::int64_t counted = 0;
+    for (const DumpRow& row : RowsOf(Join(pages, "\n"), "GroupFooter")) {
+      counted += std::stoll(row.at("txtSiteCount").second);
+    }
+    EXPECT_EQ(counted, static_cast<std::int64_t>(books.size()));
+    // The report's count prints beside its caption.
+    const std::vector<std::string> texts = PrintedTexts(Join(pages, "\n"));
+    const auto caption = std::find(texts.begin(), texts.end(), "Assets on these sheets");
+    ASSERT_TRUE(caption != texts.end() && caption + 1 != texts.end());
+    EXPECT_EQ(*(caption + 1), std::to_string(books.size()));
+    // A site a page: every asset on a page is at the site its header names.
+    std::map<std::string, std::string> site_of;
+    for (const auto& row : sql.Rows("SELECT AssetId,AssetSiteId FROM Asset")) {
+      site_of[row[0]] = row[1];
+    }
+    for (const std::string& page : pages) {
+      const std::vector<std::string> header = TextsOf(page, "txtSite");
+      ASSERT_EQ(header.size(), 1U);
+      for (const DumpRow& row : RowsOf(page, "Detail")) {
+        const std::string& site = site_of[row.at("txtCode").second];
+        EXPECT_EQ(header.front().substr(0, header.front().find(' ')),
+                  site.empty() ? std::string("No") : site)
+            << row.at("txtCode").second;
+      }
+    }
+  }
+}
+
+// The printed book value a card's values line states ("..., book value 1,234.56, ..."), or
+// the running book value of a movement's row, in the order the rows were printed. A card's
+// cells run over several lines of the dump, so its values line is found on its own.
+std::vector<std::pair<char, std::string>> CardsAndRunningValues(const std::string& dump) {
+  static const std::regex card(R"re(txtValues="At [^"]*, book value ([0-9,.()-]+),)re");
+  static const std::regex running(R"re(txtBookValue=\S+ "([^"]*)")re");
+  std::vector<std::pair<char, std::string>> found;
+  std::istringstream lines(dump);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("text ", 0) == 0) continue;
+    std::smatch m;
+    if (std::regex_search(line, m, card)) found.emplace_back('C', m[1]);
+    if (std::regex_search(line, m, running)) found.emplace_back('R', m[1]);
+  }
+  return found;
+}
+
+TEST_F(AssetLists, DetailsRunTheMovementsToEachCardsBookValue) {
+  const BooksSql sql;
+  for (const bool combined : {false, true}) {
+    SCOPED_TRACE(combined ? "combined" : "apart");
+    const std::string dump =
+        Dump(Open("AssetDetails", {"DateAsAt=31/03/2025", std::string("IncludeComponents=") +
+                                                              (combined ? "True" : "False")}));
+    // A card, then its movements: the book value they run to is the card's.
+    const auto found = CardsAndRunningValues(dump);
+    int cards = 0;
+    for (std::size_t n = 0; n < found.size(); ++n) {
+      if (found[n].first != 'C') continue;
+      ++cards;
+      std::string last = "0.00";
+      for (std::size_t k = n + 1; k < found.size() && found[k].first == 'R'; ++k) {
+        last = found[k].second;
+      }
+      EXPECT_EQ(CentsOf(last), CentsOf(found[n].second)) << "card " << cards;
+    }
+    const std::string lines = combined ? " WHERE ParentAssetId IS NULL" : "";
+    EXPECT_EQ(cards, static_cast<int>(sql.Texts("SELECT AssetId FROM Asset" + lines).size()));
+  }
 }
 
 }  // namespace

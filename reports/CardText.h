@@ -1,0 +1,66 @@
+#pragma once
+// The text of a card report (a block of lines per record: an asset's or a job's details): lines
+// joined, labelled parts, codes with their names, dates and money as the company writes them.
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "core/TrellinReportGlobals.h"
+#include "core/host/Fields.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Strings.h"
+
+namespace trellin::card {
+
+inline bool Blank(const Variant& v) { return v.IsNull() || v.IsEmpty() || v.IsMissing(); }
+
+// The field's text, trimmed; "" for a field the row does not have.
+inline std::string Text(const Fields& fields, std::string_view name) {
+  const ReportField* field = fields.Find(std::string(name));
+  return field == nullptr || Blank(field->Value()) ? std::string() : Trim(field->Value().Text());
+}
+
+// The field's value; Null for a field the row does not have.
+inline Variant Value(const Fields& fields, std::string_view name) {
+  const ReportField* field = fields.Find(std::string(name));
+  return field == nullptr ? Variant::Null() : field->Value();
+}
+
+// Adds `line` below the text's lines; an empty line adds nothing.
+inline void AddLine(std::string& text, const std::string& line) {
+  if (line.empty()) return;
+  text += (text.empty() ? "" : "\r\n") + line;
+}
+
+// The parts that are not blank, three spaces apart.
+inline std::string Joined(std::initializer_list<std::string> parts) {
+  std::string text;
+  for (const std::string& part : parts) {
+    if (!part.empty()) text += (text.empty() ? "" : "   ") + part;
+  }
+  return text;
+}
+
+// "Label: value" for a value that is not blank; "" otherwise.
+inline std::string Part(const std::string& label, const std::string& value) {
+  return value.empty() ? std::string() : label + ": " + value;
+}
+
+// "CODE Name", or the code alone when the name is blank.
+inline std::string Named(const std::string& code, const std::string& name) {
+  if (code.empty()) return {};
+  return name.empty() ? code : code + " " + name;
+}
+
+inline std::string DateText(const Variant& date) {
+  if (Blank(date)) return {};
+  return Format(Variant(date.ToDate()), TrellinReportGlobals::RequireBusinessLayer().DateFormat());
+}
+
+inline std::string MoneyText(const Variant& value) {
+  return Format(Blank(value) ? Variant(Currency()) : Variant(value.ToCurrency()),
+                "#,##0.00;(#,##0.00)");
+}
+
+}  // namespace trellin::card
