@@ -28,6 +28,8 @@
 #include "reports/assets/arfaPurchaseSummary.h"
 #include "reports/assets/arfaStockSheets.h"
 #include "reports/assets/arfaTransactionList.h"
+#include "reports/jobs/arJobDetail.h"
+#include "reports/jobs/arJobInvoiceBatchList.h"
 #include "reports/jobs/arJobList.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
@@ -154,6 +156,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"arfaAssetDetail", CreatearfaAssetDetail},
     // reports/jobs
     {"arJobList", CreatearJobList},
+    {"arJobDetail", CreatearJobDetail},
+    {"arJobInvoiceBatchList", CreatearJobInvoiceBatchList},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

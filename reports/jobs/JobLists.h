@@ -4,9 +4,11 @@
 // charged to, and the groupings. Every job fact is read here from the `Job` and `JobContact`
 // tables, in one place, so that a business-layer job object can take these reads over.
 
+#include <string>
 #include <string_view>
 
 #include "core/ListDesigner.h"
+#include "core/host/Database.h"
 
 namespace trellin {
 
@@ -63,5 +65,57 @@ inline constexpr ListGrouping kJobGroupings[] = {
     {"Customer", "JobContact.OtherPartyId", "SELECT OtherPartyId,Name FROM OtherParty",
      "OtherPartyId"},
 };
+
+// A job's contacts, the charged one first: party, name, charged.
+inline std::string JobContactsSql(const std::string& job) {
+  return "SELECT JobContact.OtherPartyId,OtherParty.Name,JobContact.Charge FROM JobContact LEFT "
+         "JOIN OtherParty ON JobContact.OtherPartyId=OtherParty.OtherPartyId WHERE "
+         "JobContact.JobId=" +
+         Database::SQLString(job) + " ORDER BY JobContact.Charge DESC,JobContact.OtherPartyId";
+}
+
+// A party's contact methods in their order: kind and detail.
+inline std::string PartyMethodsSql(const std::string& party) {
+  return "SELECT Kind,Detail FROM OtherPartyContactMethod WHERE OtherPartyId=" +
+         Database::SQLString(party) + " ORDER BY Sequence";
+}
+
+// A party's addresses, the postal one first: address, city, state, post code, country.
+inline std::string PartyAddressesSql(const std::string& party) {
+  return "SELECT Address,City,State,Postcode,Country FROM OtherPartyAddress WHERE OtherPartyId=" +
+         Database::SQLString(party) + " ORDER BY IIf(AddressId='Postal',0,1),AddressId";
+}
+
+// The open batch documents of a job: batch, type, reference, date, party,
+// value.
+inline std::string JobOpenDocumentsSql(const std::string& job) {
+  return "SELECT acBatchHeader.acBatchHeaderId,acBatchTransaction.TransactionTypeId,"
+         "acBatchTransaction.Reference,acBatchTransaction.Date,acBatchTransaction.OtherPartyId,"
+         "acBatchTransaction.Value FROM acBatchTransaction LEFT JOIN acBatchHeader ON "
+         "acBatchTransaction.acBatchSId=acBatchHeader.acBatchSId WHERE acBatchTransaction.JobId=" +
+         Database::SQLString(job) +
+         " ORDER BY acBatchTransaction.Date,acBatchTransaction.acBatchTransactionId";
+}
+
+// The purchase orders of a job still outstanding (lines that do not net to nothing): order,
+// type, date, supplier, quantity and value outstanding.
+inline std::string JobOutstandingOrdersSql(const std::string& job) {
+  return "SELECT PurchaseOrder.PurchaseOrderId,PurchaseOrder.TransactionTypeId,PurchaseOrder.Date,"
+         "PurchaseOrder.OtherPartyId,Sum(PurchaseOrderLine.Quantity) AS Quantity,"
+         "Sum(PurchaseOrderLine.Value) AS OrderValue FROM PurchaseOrder INNER JOIN "
+         "PurchaseOrderLine ON PurchaseOrder.PurchaseOrderId=PurchaseOrderLine.PurchaseOrderId "
+         "WHERE PurchaseOrder.JobId=" +
+         Database::SQLString(job) +
+         " GROUP BY PurchaseOrder.PurchaseOrderId,PurchaseOrder.TransactionTypeId,"
+         "PurchaseOrder.Date,PurchaseOrder.OtherPartyId HAVING (Sum(PurchaseOrderLine.Quantity)<>0 "
+         "OR Sum(PurchaseOrderLine.Value)<>0) ORDER BY PurchaseOrder.Date,"
+         "PurchaseOrder.PurchaseOrderId";
+}
+
+// A job's notes in date order: date, subject, notes.
+inline std::string JobNotesSql(const std::string& job) {
+  return "SELECT Date,Subject,Notes FROM JobLog WHERE JobId=" + Database::SQLString(job) +
+         " ORDER BY Date";
+}
 
 }  // namespace trellin

@@ -13,6 +13,7 @@
 #include <cstdio>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <map>
 #include <set>
@@ -178,7 +179,11 @@ bool SameValue(const std::string& printed, const std::string& exported) {
   const std::string figure = Figure(printed);
   if (!figure.empty()) return Figure(exported) == figure;
   const std::vector<std::string> dmy = Split(printed, "/");
-  if (dmy.size() == 3 && dmy[2].size() == 4) {
+  // A date alone: a text that only holds one ("Opened: 26/10/2025") is compared as text.
+  const bool day = !dmy.empty() && !dmy[0].empty() && dmy[0].size() <= 2 &&
+                   std::all_of(dmy[0].begin(), dmy[0].end(),
+                               [](unsigned char c) { return std::isdigit(c) != 0; });
+  if (dmy.size() == 3 && day && dmy[2].size() == 4) {
     char iso[16];
     std::snprintf(iso, sizeof iso, "%s-%02d-%02d", dmy[2].c_str(), std::atoi(dmy[1].c_str()),
                   std::atoi(dmy[0].c_str()));

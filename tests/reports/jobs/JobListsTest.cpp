@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "platform/runtime/Strings.h"
 #include "tests/reports/ReportFixture.h"
@@ -51,6 +52,58 @@ TEST_F(JobLists, JobListPrintsEachChargedJobOfTheStatusesAndDatesOnce) {
     ASSERT_FALSE(books.empty());
     EXPECT_EQ(printed, books);
   }
+}
+
+TEST_F(JobLists, SheetsAndCardsTakeEachChargedJobOnceASheetAPage) {
+  const BooksSql sql;
+  const std::string charged =
+      "SELECT Job.JobId FROM Job JOIN JobContact ON Job.JobId=JobContact.JobId WHERE "
+      "JobContact.Charge=1";
+  // The sheets go to the jobs still to be worked on, a page each, one job's code on it.
+  const std::vector<std::string> sheets = RunPages(Open("JobSheets", {}));
+  const std::vector<std::string> open_jobs =
+      sql.Texts(charged + " AND Job.Status IN ('Open','Costing','Hold') ORDER BY Job.JobId");
+  ASSERT_FALSE(open_jobs.empty());
+  EXPECT_EQ(Codes(sheets), open_jobs);
+  for (const std::string& page : sheets) EXPECT_LE(Codes({page}).size(), 1U);
+  EXPECT_GE(sheets.size(), open_jobs.size());
+  // The cards of every job, each once, with each of its contacts named on it.
+  const std::string cards = Join(RunPages(Open("JobDetails", {"ShowOpen=True"})), "\n");
+  EXPECT_EQ(Codes({cards}), sql.Texts(charged + " ORDER BY Job.JobId"));
+  // A card's cells run over several lines of the dump, up to the next row (its documents').
+  std::map<std::string, std::string> contacts;
+  const std::string head = "row Detail Detail txtCode=\"";
+  for (std::size_t at = cards.find(head); at != std::string::npos; at = cards.find(head, at + 1)) {
+    const std::size_t code = at + head.size();
+    const std::size_t end = cards.find("\nrow ", at);
+    contacts[cards.substr(code, cards.find('"', code) - code)] = cards.substr(at, end - at);
+  }
+  const auto pairs = sql.Rows("SELECT JobId,OtherPartyId FROM JobContact");
+  ASSERT_GT(pairs.size(), contacts.size());
+  for (const auto& pair : pairs) {
+    EXPECT_NE(contacts[pair[0]].find(pair[1]), std::string::npos) << pair[0] << " " << pair[1];
+  }
+}
+
+TEST_F(JobLists, InvoiceBatchListTakesEveryJobInvoiceOnceWithItsLinesSums) {
+  const BooksSql sql;
+  const std::string dump = Join(RunPages(Open("JobInvoiceBatchList", {})), "\n");
+  std::int64_t charges = 0;
+  std::int64_t tax = 0;
+  for (const DumpRow& row : RowsOf(dump, "ReportFooter")) {
+    charges += DumpedAmount(row, "ReportFooterSummaryCharges").Raw();
+    tax += DumpedAmount(row, "ReportFooterSummaryTax").Raw();
+  }
+  const std::string lines =
+      " FROM acBatchHeader h JOIN acBatchTransaction t ON h.acBatchSId=t.acBatchSId JOIN "
+      "acBatchTransactionLine l ON l.acBatchTransactionId=t.acBatchTransactionId WHERE h.Type=42";
+  EXPECT_NE(charges, 0);
+  EXPECT_EQ(charges, sql.Money("SELECT Sum(l.Value)" + lines).Raw());
+  EXPECT_EQ(tax, sql.Money("SELECT Sum(l.TaxValue)" + lines).Raw());
+  EXPECT_EQ(RowsOf(dump, "Detail").size(),
+            sql.Texts("SELECT t.Reference FROM acBatchHeader h JOIN acBatchTransaction t ON "
+                      "h.acBatchSId=t.acBatchSId WHERE h.Type=42")
+                .size());
 }
 
 }  // namespace
