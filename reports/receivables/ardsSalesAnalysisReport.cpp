@@ -74,7 +74,7 @@ void ardsSalesAnalysisReport::AttachLines() {
   for (Control& control : detail.Controls()) {
     if (control.Class() == ControlClass::Field) control.Font().Bold = true;
   }
-  sub_ = std::make_shared<ardsSalesAnalysisReportTransSub>();
+  sub_ = MakeLines();
   frame.SetObject(sub_);
   sub_->SplitByAddress = split_by_address_;
   sub_->IncludeCosts = include_costs_;
@@ -85,7 +85,7 @@ void ardsSalesAnalysisReport::AttachLines() {
       sub_->NameCaption = "Description";
       break;
     case AnalysisRows::Items:
-      sub_->CodeCaption = "Customer";
+      sub_->CodeCaption = std::string(KeyOf(TLReport()->ReportName()).party);
       break;
     case AnalysisRows::Jobs:
       sub_->CodeCaption = "Item";
@@ -100,6 +100,10 @@ void ardsSalesAnalysisReport::AttachLines() {
   }
 }
 
+std::shared_ptr<ardsSalesAnalysisReportTransSub> ardsSalesAnalysisReport::MakeLines() const {
+  return std::make_shared<ardsSalesAnalysisReportTransSub>();
+}
+
 void ardsSalesAnalysisReport::ActiveReport_DataInitialize() {
   for (const char* name : {"GrossProfit", "GrossProfitPercent", "TotalCosts", "Price"}) {
     Fields().Add(name);
@@ -108,7 +112,7 @@ void ardsSalesAnalysisReport::ActiveReport_DataInitialize() {
 
 void ardsSalesAnalysisReport::ActiveReport_FetchData(bool&) {
   const auto& rs = DataControl().Recordset();
-  if (!rs || rs->Eof()) return;
+  if (!gross_profit_ || !rs || rs->Eof()) return;
   trellin::Fields& f = Fields();
   const Currency net = FigureOf(rs->Value("NetSales"));
   Currency costs = FigureOf(rs->Value("Costs"));
@@ -188,7 +192,7 @@ void ardsSalesAnalysisReport::FooterFormat(Section& section) {
                                    JobKey() ? std::span<const std::string_view>(kJobCosts)
                                             : std::span<const std::string_view>(kSalesCosts),
                                    "GP", "GP %"};
-  FooterGrossProfit(section, columns, include_costs_);
+  if (gross_profit_) FooterGrossProfit(section, columns, include_costs_);
   if (decimals_ == kRoundingThousands) ApplySectionRounding(section, decimals_);
 }
 

@@ -10,17 +10,34 @@
 // ardsSalesAnalysisReport.cpp the run.
 
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Designer.h"
 #include "core/host/Recordset.h"
+#include "core/kvReportUtilities.h"
+#include "reports/receivables/AnalysisFigures.h"
 #include "reports/receivables/ardsSalesAnalysisReportTransSub.h"
 
 namespace trellin {
 
 // What the rows of a key are.
 enum class AnalysisRows { Parties, Items, Jobs, ItemsOfJobs };
+
+// One key of an analysis designer.
+struct AnalysisKey {
+  std::string_view key;
+  AnalysisRows rows;
+  std::string_view identity;  // the row's fields, for SELECT and GROUP BY
+  std::string_view word;      // the heading's first word
+  std::string_view key_field;
+  std::string_view name_field;
+  std::string_view orders;
+  std::string_view groupings;
+  std::string_view party;  // the other party under an item row ("Customer")
+};
 
 class ardsSalesAnalysisReport : public Designer {
  public:
@@ -52,14 +69,42 @@ class ardsSalesAnalysisReport : public Designer {
   [[nodiscard]] std::string LinesSQL();
   void SetQueryLog(QueryLog log) { query_log_ = std::move(log); }
 
+ protected:
+  // For a designer that serves the other side of the ledger with the same run: its name, whether
+  // its rows have costs and gross profit, and the sign its stored values are summed with.
+  ardsSalesAnalysisReport(const std::string& name, bool gross_profit, std::string_view sign)
+      : Designer(name), gross_profit_(gross_profit), sign_(sign) {}
+
+  // What a side changes: its keys, its client orders, the heading lines of its own, its list
+  // filters, which lines count, its figures, its own groupings, the lines' order and the
+  // sub-report that prints them.
+  [[nodiscard]] virtual const AnalysisKey& KeyOf(const std::string& key) const;
+  [[nodiscard]] virtual std::span<const AnalysisOrder> Orders() const;
+  virtual void AddSideHeadings();
+  virtual void AddFilters(std::string& where);
+  virtual void AddLineTypes(std::string& where);
+  [[nodiscard]] virtual std::string FiguresSQL(bool per_line) const;
+  [[nodiscard]] virtual bool OwnGrouping(ChosenGrouping& grouping, const std::string& base) const;
+  [[nodiscard]] virtual std::string LinesOrder() const;
+  [[nodiscard]] virtual std::shared_ptr<ardsSalesAnalysisReportTransSub> MakeLines() const;
+
+  // The head every key declares: order, summary, period (dates to `current`), rounding, lines,
+  // address and as-at date.
+  void AddCommonParameters(const AnalysisKey& key, const std::string& current, bool costs);
+  // A data column of the key's layout; "Round" columns take the decimals of `decimals`.
+  void AddColumn(std::string_view name, std::string_view field, int kind, float width,
+                 bool totalled, std::string_view format, bool shown, int decimals);
+  // The period's date clause on the lines ("ALL" leaves both ends open).
+  void AddPeriod(std::string& where);
+
+  AnalysisRows rows_kind_ = AnalysisRows::Parties;
+  std::string heading_;
+
  private:
   // --- the query (ardsSalesAnalysisReport_sql.cpp) ---
   void ReadOptions();
   void AddHeadings();
-  void AddFilters(std::string& where);
-  void AddLineTypes(std::string& where);
   void AddGroupings(std::string& select, std::string& group_by);
-  [[nodiscard]] std::string FiguresSQL(bool per_line) const;
   [[nodiscard]] std::string FromSQL() const;
   [[nodiscard]] bool JobKey() const {
     return rows_kind_ == AnalysisRows::Jobs || rows_kind_ == AnalysisRows::ItemsOfJobs;
@@ -75,7 +120,8 @@ class ardsSalesAnalysisReport : public Designer {
   [[nodiscard]] std::string RowFilter();
   void FooterFormat(Section& section);
 
-  AnalysisRows rows_kind_ = AnalysisRows::Parties;
+  bool gross_profit_ = true;
+  std::string_view sign_ = "-";
   bool summary_ = false;
   bool show_transactions_ = false;
   bool include_costs_ = true;
@@ -91,7 +137,6 @@ class ardsSalesAnalysisReport : public Designer {
   std::string where_;
   std::string sql_;
   std::string sort_;
-  std::string heading_;
   // The group levels defined, outermost first: the recordset's field and the grouping's name.
   struct Level {
     std::string key_field;

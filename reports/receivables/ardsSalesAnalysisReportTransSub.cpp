@@ -15,6 +15,9 @@ constexpr const char* kCopied[] = {
 
 }  // namespace
 
+ardsSalesAnalysisReportTransSub::ardsSalesAnalysisReportTransSub()
+    : ardsSalesAnalysisReportTransSub("ardsSalesAnalysisReportTransSub", kCopied, true) {}
+
 void ardsSalesAnalysisReportTransSub::ActiveReport_ReportStart() {
   if (Queries) Queries(SQL);
   rs_ = TrellinReportGlobals::RequireDatabase()->Query(SQL);
@@ -33,8 +36,8 @@ void ardsSalesAnalysisReportTransSub::ActiveReport_ReportStart() {
 }
 
 void ardsSalesAnalysisReportTransSub::ActiveReport_DataInitialize() {
-  for (const char* name : kCopied) Fields().Add(name);
-  Fields().Add("SalePrice");
+  for (const char* name : copied_) Fields().Add(name);
+  if (sale_price_) Fields().Add("SalePrice");
 }
 
 void ardsSalesAnalysisReportTransSub::ActiveReport_FetchData(bool& eof) {
@@ -43,15 +46,16 @@ void ardsSalesAnalysisReportTransSub::ActiveReport_FetchData(bool& eof) {
     return;
   }
   trellin::Fields& f = Fields();
-  for (const char* name : kCopied) f[name].SetValue(rs_->Value(name));
-  const Variant& qty = rs_->Value("Qty");
+  for (const char* name : copied_) f[name].SetValue(rs_->Value(name));
+  rs_->MoveNext();
+  eof = false;
+  if (!sale_price_) return;
+  const Variant& qty = f["Qty"].Value();
   const double quantity = qty.IsNull() ? 0.0 : qty.ToDouble();
   // A line with no quantity has no price.
   f["SalePrice"].SetValue(quantity == 0.0
                               ? Variant::Null()
-                              : Variant(FigureOf(rs_->Value("NetSales")).ToDouble() / quantity));
-  rs_->MoveNext();
-  eof = false;
+                              : Variant(FigureOf(f["NetSales"].Value()).ToDouble() / quantity));
 }
 
 std::string ardsSalesAnalysisReportTransSub::AddressText(const Variant& address_id) const {

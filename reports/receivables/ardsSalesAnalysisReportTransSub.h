@@ -6,6 +6,7 @@
 // row, and the rows are fetched by hand (unbound).
 
 #include <memory>
+#include <span>
 #include <string>
 
 #include "core/host/ActiveReport.h"
@@ -16,7 +17,7 @@ namespace trellin {
 
 class ardsSalesAnalysisReportTransSub : public ActiveReport {
  public:
-  ardsSalesAnalysisReportTransSub() : ActiveReport("ardsSalesAnalysisReportTransSub") {}
+  ardsSalesAnalysisReportTransSub();
 
   // Set by the parent, once for the run.
   bool SplitByAddress = false;
@@ -38,10 +39,19 @@ class ardsSalesAnalysisReportTransSub : public ActiveReport {
   void OnFormat(Section& section) override;
   void ActiveReport_ReportEnd() override;
 
+ protected:
+  // A sub-report of the same run for the other side: its layout's name, the fields each line
+  // copies from its query, and whether a line works its sale price.
+  ardsSalesAnalysisReportTransSub(const std::string& name, std::span<const char* const> copied,
+                                  bool sale_price)
+      : ActiveReport(name), copied_(copied), sale_price_(sale_price) {}
+
  private:
   // The address heading a group of lines: "Undefined" for no address.
   [[nodiscard]] std::string AddressText(const Variant& address_id) const;
 
+  std::span<const char* const> copied_;
+  bool sale_price_ = true;
   std::shared_ptr<Recordset> rs_;
 };
 

@@ -18,33 +18,22 @@ namespace trellin {
 
 namespace {
 
-struct SalesAnalysisKey {
-  std::string_view key;
-  AnalysisRows rows;
-  std::string_view identity;  // the row's fields, for SELECT and GROUP BY
-  std::string_view word;      // the heading's first word
-  std::string_view key_field;
-  std::string_view name_field;
-  std::string_view orders;
-  std::string_view groupings;
-};
-
 // clang-format off
-constexpr SalesAnalysisKey kSalesAnalysisKeys[] = {
+constexpr AnalysisKey kSalesAnalysisKeys[] = {
     {"SalesAnalysisAR", AnalysisRows::Parties, "OtherParty.OtherPartyId,OtherParty.Name,OtherParty.XRefId",
      "Customers ", "OtherPartyId", "Name", "Code,Name,X Ref,Sales,Quantity,Discount,Net Sales,Costs",
      "Employee,Department,Location,Customer Category,Customer Employee,Customer Location,Customer "
-     "Type,Customer Payment Term,Item,Item Category,Item Type,Job,Job Category"},
+     "Type,Customer Payment Term,Item,Item Category,Item Type,Job,Job Category", "Customer"},
     {"ItemSalesAnalysis", AnalysisRows::Items, "Item.ItemId,Item.Description", "Items ", "ItemId",
      "Description", "Code,Description,Sales,Quantity,Discount,Net Sales",
      "Employee,Customer,Department,Item Category,Item Type,Location,Supplier,Customer "
-     "Category,Customer Location,Customer Type"},
+     "Category,Customer Location,Customer Type", "Customer"},
     {"JobAnalysis", AnalysisRows::Jobs, "Job.JobId,Job.Description", "Jobs ", "JobId", "Description",
      "Code,Description,Sales,Quantity,Discount,Net Sales,Costs,Purchases",
-     "Employee,Item Category,Item Type,Location,Job Category,Customer"},
+     "Employee,Item Category,Item Type,Location,Job Category,Customer", "Customer"},
     {"ItemJobAnalysis", AnalysisRows::ItemsOfJobs, "Item.ItemId,Item.Description", "Items ", "ItemId",
      "Description", "Code,Description,Sales,Quantity,Discount,Net Sales",
-     "Job,Customer,Department,Item Category,Item Type,Location,Supplier"},
+     "Job,Customer,Department,Item Category,Item Type,Location,Supplier", "Customer"},
 };
 
 // The client sort of each OrderBy choice; any other choice sorts on the row's key.
@@ -76,23 +65,6 @@ constexpr std::string_view kJobStatuses[] = {"Open", "Closed", "Costing", "Compl
 
 // clang-format on
 
-const SalesAnalysisKey& SalesAnalysisKeyOf(const std::string& key) {
-  for (const SalesAnalysisKey& row : kSalesAnalysisKeys) {
-    if (EqualsIgnoreCase(row.key, key)) return row;
-  }
-  throw std::invalid_argument("ardsSalesAnalysisReport does not serve the key \"" + key + "\".");
-}
-
-// The columns: name, field, kind, caption, width (-1 shares what is left), totalled, format.
-struct AnalysisColumn {
-  std::string_view name;
-  std::string_view field;
-  int kind;
-  float width;
-  bool totalled;
-  std::string_view format;
-};
-
 constexpr float kFigureWidth = 1150;
 constexpr std::string_view kPercentMask = "#0.00;(#0.00)";
 
@@ -102,8 +74,19 @@ std::string AsString(std::string_view view) { return std::string(view); }
 
 DesignerPtr CreateardsSalesAnalysisReport() { return std::make_shared<ardsSalesAnalysisReport>(); }
 
-void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
-  const SalesAnalysisKey& key = SalesAnalysisKeyOf(ReportName);
+const AnalysisKey& ardsSalesAnalysisReport::KeyOf(const std::string& key) const {
+  for (const AnalysisKey& row : kSalesAnalysisKeys) {
+    if (EqualsIgnoreCase(row.key, key)) return row;
+  }
+  throw std::invalid_argument(DesignerName() + " does not serve the key \"" + key + "\".");
+}
+
+std::span<const AnalysisOrder> ardsSalesAnalysisReport::Orders() const {
+  return kSalesAnalysisOrders;
+}
+
+void ardsSalesAnalysisReport::AddCommonParameters(const AnalysisKey& key,
+                                                  const std::string& current, bool costs) {
   rows_kind_ = key.rows;
   TLReport()->SetHasParameters(true);
   TLReport()->DataColumns().SetEnabled(true);
@@ -112,14 +95,20 @@ void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
   p.AddBoolean("Summary", false, false, "", false, false, "Summary");
   p.AddList("Period", "MTD", true, "", "MTD", "ALL,MTD,QTD,YTD,Custom", false, "Period");
   p.AddDate("PeriodDateFrom", Variant(), true, "", Variant(), false, "Period Date From");
-  p.AddDate("PeriodDateTo", Variant(), true, "", "ARCURRENT", false, "Period Date To");
+  p.AddDate("PeriodDateTo", Variant(), true, "", current, false, "Period Date To");
   p.AddList("Rounding", "Normal", false, "", "Normal", "Normal,Whole,Thousands", false, "Rounding");
   p.AddBoolean("ShowTransactions", true, false, "", true, false, "Show Transactions");
-  p.AddBoolean("IncludeCosts", true, false, "", true, false, "Include Costs");
+  if (costs) p.AddBoolean("IncludeCosts", true, false, "", true, false, "Include Costs");
   p.AddSQLList("AddressId", Variant(), false, "", Variant(),
                "SELECT AddressId FROM Transactions GROUP BY AddressId", "AddressId", false,
                "Address");
-  p.AddDate("DateAsAt", Variant(), false, "", "ARCURRENT", false, "Date As At");
+  p.AddDate("DateAsAt", Variant(), false, "", current, false, "Date As At");
+}
+
+void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
+  const AnalysisKey& key = KeyOf(ReportName);
+  AddCommonParameters(key, "ARCURRENT", true);
+  trellin::Parameters& p = TLReport()->Parameters();
   if (!JobKey()) {
     p.AddBoolean("TaxInclusive", false, false, "", false, false, "Tax Inclusive");
     p.AddBoolean("IncludeSalePrice", false, false, "", false, false, "Include Sale Price");
@@ -164,20 +153,25 @@ void ardsSalesAnalysisReport::RefreshParameters(std::string& ReportName) {
                  false, "Groupings");
 }
 
+void ardsSalesAnalysisReport::AddColumn(std::string_view name, std::string_view field, int kind,
+                                        float width, bool totalled, std::string_view format,
+                                        bool shown, int decimals) {
+  DataColumn& column = TLReport()->DataColumns().Add(
+      AsString(name), AsString(field), kind, AsString(name), "", width, width < 0 ? 2400 : -1, -1,
+      -1, AsString(format), format == "Round" ? std::max(0, decimals) : 0, 0, "", true, "",
+      totalled, false);
+  column.Hidden = !shown;
+}
+
 void ardsSalesAnalysisReport::RefreshDataColumns() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
-  DataColumns& columns = TLReport()->DataColumns();
+  const AnalysisKey& key = KeyOf(TLReport()->ReportName());
   const bool costs = p.Value("IncludeCosts", true).ToBool();
   const bool total_costs = p.Value("TotalCosts", false).ToBool();
   const int decimals = RoundingDecimals(p.Value("Rounding", "Normal").Text());
   auto add = [&](std::string_view name, std::string_view field, int kind, float width,
                  bool totalled, std::string_view format, bool shown) {
-    DataColumn& column = columns.Add(AsString(name), AsString(field), kind, AsString(name), "",
-                                     width, width < 0 ? 2400 : -1, -1, -1, AsString(format),
-                                     format == "Round" ? std::max(0, decimals) : 0, 0, "", true, "",
-                                     totalled, false);
-    column.Hidden = !shown;
+    AddColumn(name, field, kind, width, totalled, format, shown, decimals);
   };
   add("Code", key.key_field, kColumnCode, 1150, false, "(auto)", true);
   add(key.rows == AnalysisRows::Parties ? "Name" : "Description", key.name_field, kColumnText, -1,
@@ -201,7 +195,7 @@ void ardsSalesAnalysisReport::RefreshDataColumns() {
 
 void ardsSalesAnalysisReport::ReadOptions() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
+  const AnalysisKey& key = KeyOf(TLReport()->ReportName());
   rows_kind_ = key.rows;
   key_field_ = AsString(key.key_field);
   auto flag = [&](const char* name) { return p.Value(name, false).ToBool(); };
@@ -220,7 +214,7 @@ void ardsSalesAnalysisReport::ReadOptions() {
 
 void ardsSalesAnalysisReport::AddHeadings() {
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
+  const AnalysisKey& key = KeyOf(TLReport()->ReportName());
   const std::string date_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
   auto date_text = [&](const Variant& date) {
     return HasDate(date) ? Format(date, date_format) : std::string();
@@ -235,6 +229,10 @@ void ardsSalesAnalysisReport::AddHeadings() {
     AppendDescription(heading_, period + " " + date_text(p.Value("PeriodDateTo", Variant())));
   }
   if (decimals_ == kRoundingThousands) AppendDescription(heading_, "Figures shown in thousands");
+  AddSideHeadings();
+}
+
+void ardsSalesAnalysisReport::AddSideHeadings() {
   if (!JobKey()) {
     AppendDescription(heading_, "Sales figures shown " +
                                     TrellinReportGlobals::RequireApplication().Tax().TaxName() +
@@ -294,6 +292,10 @@ void ardsSalesAnalysisReport::AddFilters(std::string& where) {
   }
   AppendListParameterCondition(where, "Transactions.AddressId", "AddressId", p, heading_,
                                kRangeText);
+}
+
+void ardsSalesAnalysisReport::AddPeriod(std::string& where) {
+  trellin::Parameters& p = TLReport()->Parameters();
   // The period's dates, which the host works out from Period; "ALL" leaves both ends open.
   if (!EqualsIgnoreCase(p.Value("Period", "MTD").Text(), "ALL")) {
     std::string unused;
@@ -395,9 +397,13 @@ std::string ardsSalesAnalysisReport::FromSQL() const {
   return {};
 }
 
+bool ardsSalesAnalysisReport::OwnGrouping(ChosenGrouping& grouping, const std::string& base) const {
+  return SalesGrouping(grouping, base);
+}
+
 void ardsSalesAnalysisReport::AddGroupings(std::string& select, std::string& group_by) {
   const std::string base = ItemKey() || JobKey() ? "Item" : "OtherParty";
-  auto own = [&](ChosenGrouping& g) { return SalesGrouping(g, base); };
+  auto own = [&](ChosenGrouping& g) { return OwnGrouping(g, base); };
   std::vector<ChosenGrouping> groups =
       ChooseGroupings(TLReport()->Parameters().Value("Groupings", Variant()), base, own,
                       UnknownGrouping::kSkip, kGroupLevels);
@@ -418,20 +424,21 @@ void ardsSalesAnalysisReport::AddGroupings(std::string& select, std::string& gro
 void ardsSalesAnalysisReport::BuildSQL() {
   ReadOptions();
   trellin::Parameters& p = TLReport()->Parameters();
-  const SalesAnalysisKey& key = SalesAnalysisKeyOf(TLReport()->ReportName());
+  const AnalysisKey& key = KeyOf(TLReport()->ReportName());
   heading_.clear();
   AddHeadings();
   std::string where;
   AddFilters(where);
+  AddPeriod(where);
   AddLineTypes(where);
   where_ = where;
-  sort_ = AnalysisSort(kSalesAnalysisOrders, p.Value("OrderBy", "Code").Text(), key_field_);
+  sort_ = AnalysisSort(Orders(), p.Value("OrderBy", "Code").Text(), key_field_);
   if (sort_ != key_field_) sort_ += "," + key_field_;
   std::string select = AsString(key.identity);
   std::string group_by = select;
   AddGroupings(select, group_by);
   const std::string quantity =
-      ",-ROUND(Sum(TransactionLine.Quantity), " +
+      "," + AsString(sign_) + "ROUND(Sum(TransactionLine.Quantity), " +
       std::to_string(TrellinReportGlobals::RequireApplication().Options().QuantityDecimals()) +
       ") AS Qty";
   sql_ = "SELECT " + select + quantity + FiguresSQL(false) + FromSQL() +
@@ -464,11 +471,14 @@ std::string ardsSalesAnalysisReport::LinesSQL() {
   std::string where = where_;
   AppendSQLCondition(where, RowFilter());
   return "SELECT " + fields +
-         ",Transactions.AddressId,TransactionLine.TransactionLineId,TransactionLine.DateProcess,"
-         "-TransactionLine.Quantity AS Qty,Transactions.Reference" +
+         ",Transactions.AddressId,TransactionLine.TransactionLineId,TransactionLine.DateProcess," +
+         AsString(sign_) + "TransactionLine.Quantity AS Qty,Transactions.Reference" +
          FiguresSQL(true) + FromSQL() + " WHERE " + where + " ORDER BY " +
-         (split_by_address_ ? "Transactions.AddressId," : "") +
-         "TransactionLine.DateProcess, TransactionLine.TransactionId";
+         (split_by_address_ ? "Transactions.AddressId," : "") + LinesOrder();
+}
+
+std::string ardsSalesAnalysisReport::LinesOrder() const {
+  return "TransactionLine.DateProcess, TransactionLine.TransactionId";
 }
 
 }  // namespace trellin

@@ -31,15 +31,31 @@ constexpr AnalysisOrder kSummaryOrders[] = {
     {"Period 2 Costs", "Costs2 DESC"},
 };
 
-bool PartiesKey(const std::string& key) {
+}  // namespace
+
+DesignerPtr CreateardsSalesSummaryReport() { return std::make_shared<ardsSalesSummaryReport>(); }
+
+bool ardsSalesSummaryReport::PartiesKey(const std::string& key) const {
   if (EqualsIgnoreCase(key, "SalesSummaryAR")) return true;
   if (EqualsIgnoreCase(key, "ItemSalesSummary")) return false;
   throw std::invalid_argument("ardsSalesSummaryReport does not serve the key \"" + key + "\".");
 }
 
-}  // namespace
+std::span<const AnalysisOrder> ardsSalesSummaryReport::Orders() const { return kSummaryOrders; }
 
-DesignerPtr CreateardsSalesSummaryReport() { return std::make_shared<ardsSalesSummaryReport>(); }
+void ardsSalesSummaryReport::AddPeriodParameters(const std::string& current) {
+  trellin::Parameters& p = TLReport()->Parameters();
+  p.AddBoolean("Summary", false, false, "", false, false, "Summary");
+  for (const char* period : {"Period1", "Period2"}) {
+    const std::string name(period);
+    const std::string initial = name == "Period1" ? "MTD" : "YTD";
+    const std::string caption = name == "Period1" ? "Period 1" : "Period 2";
+    p.AddList(name, initial, true, "", initial, kPeriods, false, caption);
+    p.AddDate(name + "DateFrom", Variant(), true, "", Variant(), false, caption + " Date From");
+    p.AddDate(name + "DateTo", Variant(), true, "", current, false, caption + " Date To");
+  }
+  p.AddList("Rounding", "Normal", false, "", "Normal", "Normal,Whole,Thousands", false, "Rounding");
+}
 
 void ardsSalesSummaryReport::RefreshParameters(std::string& ReportName) {
   parties_ = PartiesKey(ReportName);
@@ -50,16 +66,7 @@ void ardsSalesSummaryReport::RefreshParameters(std::string& ReportName) {
       "Period 1 Sales,Period 2 Sales,Period 1 Disc,Period 2 Disc,Period 1 Costs,Period 2 Costs";
   p.AddList("OrderBy", "Code", true, "", "Code",
             (parties_ ? "Code,Name,X Ref," : "Code,Description,") + figures, false, "Order By");
-  p.AddBoolean("Summary", false, false, "", false, false, "Summary");
-  for (const char* period : {"Period1", "Period2"}) {
-    const std::string name(period);
-    const std::string initial = name == "Period1" ? "MTD" : "YTD";
-    const std::string caption = name == "Period1" ? "Period 1" : "Period 2";
-    p.AddList(name, initial, true, "", initial, kPeriods, false, caption);
-    p.AddDate(name + "DateFrom", Variant(), true, "", Variant(), false, caption + " Date From");
-    p.AddDate(name + "DateTo", Variant(), true, "", "ARCURRENT", false, caption + " Date To");
-  }
-  p.AddList("Rounding", "Normal", false, "", "Normal", "Normal,Whole,Thousands", false, "Rounding");
+  AddPeriodParameters("ARCURRENT");
   p.AddBoolean("IncludeCosts", true, false, "", true, false, "Include Costs");
   p.AddBoolean("TaxInclusive", false, false, "", false, false, "Tax Inclusive");
   p.AddBoolean("ExcludeInactiveCustomers", false, false, "", false, false,
@@ -83,18 +90,23 @@ std::string ardsSalesSummaryReport::PeriodWord(int period) const {
   return EqualsIgnoreCase(word, "Custom") ? "PTD" : word;
 }
 
+void ardsSalesSummaryReport::AddColumn(const std::string& name, const std::string& field, int kind,
+                                       float width, const std::string& caption, bool totalled,
+                                       bool shown) {
+  const int decimals =
+      std::max(0, RoundingDecimals(TLReport()->Parameters().Value("Rounding", "Normal").Text()));
+  DataColumn& column = TLReport()->DataColumns().Add(
+      name, field, kind, caption, "", width, width < 0 ? 2400 : -1, -1, -1,
+      totalled ? "Round" : "(auto)", totalled ? decimals : 0, 0, "", true, "", totalled, false);
+  column.Hidden = !shown;
+}
+
 void ardsSalesSummaryReport::RefreshDataColumns() {
   trellin::Parameters& p = TLReport()->Parameters();
-  DataColumns& columns = TLReport()->DataColumns();
   const bool costs = p.Value("IncludeCosts", true).ToBool();
-  const int decimals = std::max(0, RoundingDecimals(p.Value("Rounding", "Normal").Text()));
   auto add = [&](const std::string& name, const std::string& field, int kind, float width,
-                 const std::string& caption, bool totalled, bool shown) {
-    DataColumn& column = columns.Add(name, field, kind, caption, "", width, width < 0 ? 2400 : -1,
-                                     -1, -1, totalled ? "Round" : "(auto)", totalled ? decimals : 0,
-                                     0, "", true, "", totalled, false);
-    column.Hidden = !shown;
-  };
+                 const std::string& caption, bool totalled,
+                 bool shown) { AddColumn(name, field, kind, width, caption, totalled, shown); };
   add("Code", parties_ ? "OtherPartyId" : "ItemId", kColumnCode, 1150, "Code", false, true);
   add(parties_ ? "Name" : "Description", parties_ ? "Name" : "Description", kColumnText, -1,
       parties_ ? "Name" : "Description", false, true);
@@ -126,6 +138,40 @@ std::string ardsSalesSummaryReport::PeriodClause(int period) const {
   return clause;
 }
 
+void ardsSalesSummaryReport::AddSideHeadings() {
+  const bool exclude_inactive =
+      TLReport()->Parameters().Value("ExcludeInactiveCustomers", false).ToBool();
+  AppendDescription(heading_, "Sales figures shown " +
+                                  TrellinReportGlobals::RequireApplication().Tax().TaxName() +
+                                  (tax_inclusive_ ? " Inclusive" : " Exclusive"));
+  if (exclude_inactive) AppendDescription(heading_, "Active Customers only");
+}
+
+void ardsSalesSummaryReport::AddSideFilters(std::string& where) {
+  trellin::Parameters& p = TLReport()->Parameters();
+  AppendSalesListFilters(where, p, heading_, false, !parties_);
+  AppendListParameterCondition(where, "Transactions.AddressId", "AddressId", p, heading_,
+                               kRangeText);
+  if (p.Value("ExcludeInactiveCustomers", false).ToBool()) {
+    AppendSQLCondition(where, "OtherParty.CustomerActive=" + Database::SQLBoolean(true));
+  }
+  AppendSQLCondition(where,
+                     "(IsCustomer=" + Database::SQLBoolean(true) + " OR IsCustomer Is Null)");
+  AppendSQLCondition(where, "(TransactionLine.Type Between 30 And 34)");
+}
+
+bool ardsSalesSummaryReport::OwnGrouping(ChosenGrouping& grouping, const std::string& base) const {
+  return SalesGrouping(grouping, base);
+}
+
+std::vector<std::pair<std::string, std::string>> ardsSalesSummaryReport::Figures() const {
+  const std::string tax = tax_inclusive_ ? "+[TransactionLine].[TaxValue]" : "";
+  return {{"Sales", "[TransactionLine].[Value]+[TransactionLine].[Discount]" + tax},
+          {"Disc", "TransactionLine.Discount"},
+          {"Net", "[TransactionLine].[Value]" + tax},
+          {"Costs", "TransactionLine.ItemCost"}};
+}
+
 void ardsSalesSummaryReport::BuildSQL() {
   trellin::Parameters& p = TLReport()->Parameters();
   parties_ = PartiesKey(TLReport()->ReportName());
@@ -134,12 +180,10 @@ void ardsSalesSummaryReport::BuildSQL() {
   tax_inclusive_ = p.Value("TaxInclusive", false).ToBool();
   split_by_address_ = parties_ && p.Value("SplitByAddress", false).ToBool();
   decimals_ = RoundingDecimals(p.Value("Rounding", "Normal").Text());
-  const bool exclude_inactive = p.Value("ExcludeInactiveCustomers", false).ToBool();
 
   heading_.clear();
   const std::string order_by = p.Value("OrderBy", "Code").Text();
-  AppendDescription(heading_,
-                    (parties_ ? "Customers ordered by " : "Items ordered by ") + order_by);
+  AppendDescription(heading_, (parties_ ? PartyWord() : "Items ") + "ordered by " + order_by);
   if (EqualsIgnoreCase(p.Value("Period1", "MTD").Text(), "ALL")) {
     AppendDescription(heading_, "All Transactions");
   } else {
@@ -147,21 +191,10 @@ void ardsSalesSummaryReport::BuildSQL() {
                                p.Value("Period1DateTo", Variant()));
   }
   if (decimals_ == kRoundingThousands) AppendDescription(heading_, "Figures shown in thousands");
-  AppendDescription(heading_, "Sales figures shown " +
-                                  TrellinReportGlobals::RequireApplication().Tax().TaxName() +
-                                  (tax_inclusive_ ? " Inclusive" : " Exclusive"));
-  if (exclude_inactive) AppendDescription(heading_, "Active Customers only");
+  AddSideHeadings();
 
   std::string where;
-  AppendSalesListFilters(where, p, heading_, false, !parties_);
-  AppendListParameterCondition(where, "Transactions.AddressId", "AddressId", p, heading_,
-                               kRangeText);
-  if (exclude_inactive) {
-    AppendSQLCondition(where, "OtherParty.CustomerActive=" + Database::SQLBoolean(true));
-  }
-  AppendSQLCondition(where,
-                     "(IsCustomer=" + Database::SQLBoolean(true) + " OR IsCustomer Is Null)");
-  AppendSQLCondition(where, "(TransactionLine.Type Between 30 And 34)");
+  AddSideFilters(where);
   // The WHERE spans both periods: the earlier start and the later end, an end left open when
   // either period leaves it open.
   const bool all1 = EqualsIgnoreCase(p.Value("Period1", "MTD").Text(), "ALL");
@@ -181,10 +214,10 @@ void ardsSalesSummaryReport::BuildSQL() {
                                 : "Item.ItemId,Item.Description";
   if (split_by_address_) select += ",Transactions.AddressId";
   std::string group_by = select;
-  sort_ = AnalysisSort(kSummaryOrders, order_by, key_field_);
+  sort_ = AnalysisSort(Orders(), order_by, key_field_);
   if (sort_ != key_field_) sort_ += "," + key_field_;
   const std::string base = parties_ ? "OtherParty" : "Item";
-  auto own = [&](ChosenGrouping& g) { return SalesGrouping(g, base); };
+  auto own = [&](ChosenGrouping& g) { return OwnGrouping(g, base); };
   for (const ChosenGrouping& g : ChooseGroupings(p.Value("Groupings", Variant()), base, own,
                                                  UnknownGrouping::kSkip, kGroupLevels)) {
     MoveInCommaList(select, g.field, true, false);
@@ -194,22 +227,17 @@ void ardsSalesSummaryReport::BuildSQL() {
   }
   TLReport()->EndDefineGroups();
 
-  const std::string tax = tax_inclusive_ ? "+[TransactionLine].[TaxValue]" : "";
-  const std::string figures[][2] = {
-      {"Sales", "[TransactionLine].[Value]+[TransactionLine].[Discount]" + tax},
-      {"Disc", "TransactionLine.Discount"},
-      {"Net", "[TransactionLine].[Value]" + tax},
-      {"Costs", "TransactionLine.ItemCost"}};
   std::string columns;
   for (int period = 1; period <= 2; ++period) {
     const std::string clause = PeriodClause(period);
-    for (const auto& [name, expression] : figures) {
+    for (const auto& [name, expression] : Figures()) {
       // A period with no dates ("ALL") is the plain sum.
-      columns += ",-Sum(" +
+      columns += "," + FigureSign() + "Sum(" +
                  (clause.empty() ? expression : Database::SQLIIf(clause, expression, "0")) +
                  ") AS " + name + std::to_string(period);
     }
   }
+  // The purchase side joins its rows as the sales side does.
   const std::string from =
       parties_
           ? " FROM ((OtherParty INNER JOIN Transactions ON OtherParty.OtherPartyId = "
@@ -251,7 +279,7 @@ void ardsSalesSummaryReport::ActiveReport_DataInitialize() {
 
 void ardsSalesSummaryReport::ActiveReport_FetchData(bool&) {
   const auto& rs = DataControl().Recordset();
-  if (!rs || rs->Eof()) return;
+  if (!gross_profit_ || !rs || rs->Eof()) return;
   for (const char* n : {"1", "2"}) {
     Fields()[std::string("GP") + n].SetValue(FigureOf(rs->Value(std::string("Net") + n)) -
                                              FigureOf(rs->Value(std::string("Costs") + n)));
