@@ -50,6 +50,8 @@
 #include "reports/receivables/arcrDeliveryDocketList.h"
 #include "reports/receivables/arcrPurchaseOrderList.h"
 #include "reports/receivables/arcrPurchaseOrdersBatch.h"
+#include "reports/receivables/arcrPurchasesAnalysisReport.h"
+#include "reports/receivables/arcrPurchasesSummaryReport.h"
 #include "reports/receivables/arcrRemittance.h"
 #include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
@@ -127,6 +129,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsInvoice", CreateardsInvoice},
     {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
     {"ardsSalesSummaryReport", CreateardsSalesSummaryReport},
+    {"arcrPurchasesAnalysisReport", CreatearcrPurchasesAnalysisReport},
+    {"arcrPurchasesSummaryReport", CreatearcrPurchasesSummaryReport},
     // reports/stock
     {"arscStatusReport", CreatearscStatusReport},
     {"arscMovementReport", CreatearscMovementReport},

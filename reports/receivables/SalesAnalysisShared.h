@@ -1,6 +1,6 @@
 #pragma once
-// What the sales analysis and the sales summary share: the list parameters of the sales keys and
-// their filters on the lines' query, and the groupings that are the sales reports' own.
+// What the sales and purchase analyses and summaries share: the list parameters of each side's
+// keys and their filters on the lines' query, and the groupings that are each side's own.
 
 #include <optional>
 #include <string>
@@ -33,5 +33,16 @@ bool SalesGrouping(ChosenGrouping& grouping, const std::string& base);
 // address or it is blank, else the stored text. Throws DatabaseError.
 [[nodiscard]] std::optional<std::string> SaleAddress(const std::string& party,
                                                      const Variant& address_id);
+
+// The purchase keys' lists: suppliers (the document's party) and their payment terms, employee,
+// category, type and location, with the lists on the line, item and job the sales keys have.
+void AddPurchaseListParameters(Parameters& parameters);
+void AppendPurchaseListFilters(std::string& where, const Parameters& parameters,
+                               std::string& heading, bool item_rows);
+
+// The purchase reports' own groupings ("Supplier" the item's, "Transactions Supplier" the
+// document's, "Supplier Employee", "Supplier Payment Term", "Order Number", "Job Category",
+// "Employee"), else the shared table's as SalesGrouping does.
+bool PurchaseGrouping(ChosenGrouping& grouping, const std::string& base);
 
 }  // namespace trellin

@@ -1,6 +1,7 @@
-// The sales analysis on the demo company: its figures against plain SQL over the same lines,
-// the gross profit percentage of rows, groups and the report from their own sums, the client
-// order, the tax and rounding options, and the golden page dumps of analysis_golden_runs.tsv.
+// The sales and purchase analyses on the demo company: their figures against plain SQL over the
+// same lines, the gross profit percentage of rows, groups and the report from their own sums, the
+// client order, the tax and rounding options, and the golden page dumps of
+// analysis_golden_runs.tsv.
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,29 @@ std::vector<Total> TotalsOf(const std::string& dump, const std::string& section,
   return totals;
 }
 
+// The month's lines of `types` with their document, party and item, for plain SQL sums.
+std::string MonthsLines(const std::string& types) {
+  return " FROM TransactionLine INNER JOIN Transactions ON Transactions.TransactionId = "
+         "TransactionLine.TransactionId INNER JOIN OtherParty ON OtherParty.OtherPartyId = "
+         "Transactions.OtherPartyId INNER JOIN Item ON Item.ItemId = TransactionLine.ItemId "
+         "WHERE " +
+         types + " AND" + kMonthLines;
+}
+
+// The values of the detail rows' cells whose names end in `column`, in print order.
+std::vector<double> DetailValues(const std::string& dump, const std::string& column) {
+  std::vector<double> values;
+  for (const DumpRow& row : RowsOf(dump, "Detail")) {
+    for (const auto& [name, cell] : row) {
+      if (!name.ends_with(column)) continue;
+      std::string value = cell.first;
+      if (!value.empty() && value.back() == '@') value.pop_back();
+      values.push_back(ParseNumber(value).value_or(0));
+    }
+  }
+  return values;
+}
+
 double ReportTotal(const std::string& dump, const std::string& column) {
   const std::vector<Total> totals = TotalsOf(dump, "ReportFooter", column);
   return totals.empty() ? -1e300 : totals.back().value;
@@ -86,12 +110,8 @@ TEST(GrossProfit, PercentFollowsNetAndCosts) {
 
 TEST_F(SalesAnalysis, TotalsOfAMonthEqualTheSumsOfItsLines) {
   BooksSql books;
-  const std::string from =
-      " FROM TransactionLine INNER JOIN Transactions ON Transactions.TransactionId = "
-      "TransactionLine.TransactionId INNER JOIN OtherParty ON OtherParty.OtherPartyId = "
-      "Transactions.OtherPartyId INNER JOIN Item ON Item.ItemId = TransactionLine.ItemId WHERE "
-      "TransactionLine.Type BETWEEN 30 AND 34 AND (IsCustomer=1 OR IsCustomer IS NULL) AND" +
-      kMonthLines;
+  const std::string from = MonthsLines(
+      "TransactionLine.Type BETWEEN 30 AND 34 AND (IsCustomer=1 OR IsCustomer IS NULL)");
   const std::string dump = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
   struct Column {
     const char* name;
@@ -162,16 +182,7 @@ TEST_F(SalesAnalysis, FigureOrdersDescendOnTheClient) {
   const std::string dump =
       Run("SalesAnalysisAR",
           With(kMonth, {"Summary=False", "ShowTransactions=False", "OrderBy=Sales"}));
-  std::vector<double> sales;
-  for (const DumpRow& row : RowsOf(dump, "Detail")) {
-    for (const auto& [name, cell] : row) {
-      if (name.find("Sales") != std::string::npos) {
-        std::string value = cell.first;
-        if (!value.empty() && value.back() == '@') value.pop_back();
-        sales.push_back(ParseNumber(value).value_or(0));
-      }
-    }
-  }
+  const std::vector<double> sales = DetailValues(dump, "Sales");
   ASSERT_GE(sales.size(), 3U);
   EXPECT_TRUE(std::is_sorted(sales.rbegin(), sales.rend()));
 }
@@ -245,6 +256,72 @@ TEST_F(SalesAnalysis, AllBesideTheYearLeavesTheWhereOpenAndSumsOnlyTheYearByDate
       PrintedTexts(Run("SalesSummaryAR", {"Period1=ALL", "Period2=YTD", "Period2DateTo=2025-09-30",
                                           "Customers=A..B"}));
   EXPECT_NE(std::find(lines.begin(), lines.end(), "All Transactions"), lines.end());
+}
+
+TEST_F(SalesAnalysis, PurchaseTotalsOfAMonthEqualTheSumsOfItsLines) {
+  BooksSql books;
+  const std::string from = MonthsLines("TransactionLine.Type BETWEEN 20 AND 24");
+  const std::string suppliers = Run("PurchaseAnalysisAP", With(kMonth, {"Summary=True"}));
+  const std::string items = Run("ItemPurchaseAnalysis", With(kMonth, {"Summary=True"}));
+  struct Column {
+    const char* name;
+    const char* sum;
+  } const columns[] = {{"Gross", "Sum(TransactionLine.Value+TransactionLine.Discount)"},
+                       {"Disc", "Sum(TransactionLine.Discount)"},
+                       {"Net", "Sum(TransactionLine.Value)"},
+                       {"Tax", "Sum(TransactionLine.TaxValue)"},
+                       {"Tax Incl", "Sum(TransactionLine.Value+TransactionLine.TaxValue)"}};
+  for (const Column& c : columns) {
+    const Currency books_sum = books.Money("SELECT " + std::string(c.sum) + from);
+    EXPECT_NEAR(ReportTotal(suppliers, c.name), books_sum.ToDouble(), 0.00005) << c.name;
+    EXPECT_NEAR(ReportTotal(items, c.name), books_sum.ToDouble(), 0.00005) << c.name;
+  }
+  EXPECT_GT(ReportTotal(suppliers, "Net"), 0);
+  // Every purchase line of the month counts: none is left out by the joins.
+  EXPECT_NEAR(ReportTotal(suppliers, "Net"),
+              books
+                  .Money("SELECT Sum(Value) FROM TransactionLine WHERE Type BETWEEN 20 AND 24 AND" +
+                         kMonthLines)
+                  .ToDouble(),
+              0.00005);
+}
+
+TEST_F(SalesAnalysis, ThePurchaseSummarysYearColumnEqualsTheAnalysisOfTheYear) {
+  for (const auto& [summary_key, analysis_key] :
+       {std::pair{"PurchaseSummaryAP", "PurchaseAnalysisAP"},
+        std::pair{"ItemPurchaseSummary", "ItemPurchaseAnalysis"}}) {
+    const std::string summary =
+        Run(summary_key, {"Period1=MTD", "Period1DateTo=2025-09-30", "Period2=YTD",
+                          "Period2DateTo=2025-09-30", "Summary=True"});
+    const std::string year =
+        Run(analysis_key, {"Period=YTD", "PeriodDateTo=2025-09-30", "Summary=True"});
+    const std::string month = Run(analysis_key, With(kMonth, {"Summary=True"}));
+    EXPECT_EQ(ReportTotal(summary, "Purchases2"), ReportTotal(year, "Gross")) << summary_key;
+    EXPECT_EQ(ReportTotal(summary, "Disc2"), ReportTotal(year, "Disc")) << summary_key;
+    EXPECT_EQ(ReportTotal(summary, "Net2"), ReportTotal(year, "Net")) << summary_key;
+    EXPECT_EQ(ReportTotal(summary, "Net1"), ReportTotal(month, "Net")) << summary_key;
+    EXPECT_LT(ReportTotal(summary, "Net1"), ReportTotal(summary, "Net2")) << summary_key;
+  }
+  // With the tax in, Purch and Net move by the tax and Disc does not.
+  const std::vector<std::string> month = {"Period1=Custom", "Period1DateFrom=2025-09-01",
+                                          "Period1DateTo=2025-09-30", "Period2=ALL",
+                                          "Summary=True"};
+  const std::string exclusive = Run("PurchaseSummaryAP", month);
+  const std::string inclusive = Run("PurchaseSummaryAP", With(month, {"TaxInclusive=True"}));
+  const std::string analysis = Run("PurchaseAnalysisAP", With(kMonth, {"Summary=True"}));
+  EXPECT_NEAR(ReportTotal(inclusive, "Net1"), ReportTotal(analysis, "Tax Incl"), 0.00005);
+  EXPECT_NEAR(ReportTotal(inclusive, "Purchases1") - ReportTotal(exclusive, "Purchases1"),
+              ReportTotal(analysis, "Tax"), 0.00005);
+  EXPECT_EQ(ReportTotal(inclusive, "Disc1"), ReportTotal(exclusive, "Disc1"));
+}
+
+TEST_F(SalesAnalysis, PurchaseFigureOrdersDescendOnTheClient) {
+  const std::string dump =
+      Run("ItemPurchaseAnalysis",
+          With(kMonth, {"Summary=False", "ShowTransactions=False", "OrderBy=Net"}));
+  const std::vector<double> nets = DetailValues(dump, "Net");
+  ASSERT_GE(nets.size(), 3U);
+  EXPECT_TRUE(std::is_sorted(nets.rbegin(), nets.rend()));
 }
 
 TEST_F(SalesAnalysis, PageDumps) {
