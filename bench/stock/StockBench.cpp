@@ -7,6 +7,8 @@
 //                    times their time.
 //   MovementYear     "StockMovement" for the financial year to 31 March 2026, every item, beside
 //                    every query it sent run alone. Target: within 2 times their time.
+//   Trend*           "ItemSalesTrend" and "SalesTrendAR", "EOM" and "Daily", to 30 November 2025,
+//                    beside their one query run alone. Target: within 1.5 times its time.
 //
 //   stock_bench --benchmark_filter=StatusAllItems       one at a time, for its own peak
 //   TRELLIN_LEDGER_BENCH_DB=path stock_bench             on a company file already built
@@ -99,8 +101,23 @@ void MovementYear(benchmark::State& state) {
   Report(state, run, alone, 0);
 }
 
+// A trend ending at the company's last month end, into the dropping sink beside its query alone.
+void Trend(benchmark::State& state, const std::string& key, const std::string& frequency) {
+  trellin::bench::MeasureReport(state, key, {"EndDate=2025-11-30", "Frequency=" + frequency},
+                                {.pdf = false, .sink = true, .queries = true, .query_repeats = 3});
+}
+
+void TrendItemsEOM(benchmark::State& state) { Trend(state, "ItemSalesTrend", "EOM"); }
+void TrendItemsDaily(benchmark::State& state) { Trend(state, "ItemSalesTrend", "Daily"); }
+void TrendCustomersEOM(benchmark::State& state) { Trend(state, "SalesTrendAR", "EOM"); }
+void TrendCustomersDaily(benchmark::State& state) { Trend(state, "SalesTrendAR", "Daily"); }
+
 }  // namespace
 
 BENCHMARK(StatusAllItems)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(LevelAllOptions)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(MovementYear)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(TrendItemsEOM)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+BENCHMARK(TrendItemsDaily)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+BENCHMARK(TrendCustomersEOM)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+BENCHMARK(TrendCustomersDaily)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
