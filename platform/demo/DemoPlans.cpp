@@ -114,6 +114,36 @@ void WriteOpenWork(DemoContext& ctx) {
     }
     ++batch_id;
   }
+
+  // A batch of job invoices saved a fortnight ago for the newest jobs and not yet committed, so
+  // that the job invoice batches are two. Its draws are a stream of their own: everything drawn
+  // after it is drawn as before.
+  DemoRandom own(ctx.options.seed * 7919 + 42);
+  const Date saved = present.AddDays(-14);
+  headers.Insert({batch_id, "Saved", 42, saved, saved.AddDays(2)});
+  for (int n = 0; n < 3 * ctx.options.scale && !ctx.jobs.empty(); ++n) {
+    const PartyInfo& party = ctx.parties[ctx.customers[static_cast<std::size_t>(
+        own.Below(static_cast<std::int64_t>(ctx.customers.size())))]];
+    const std::string& job =
+        ctx.jobs[ctx.jobs.size() - 1 - static_cast<std::size_t>(n * 3) % ctx.jobs.size()];
+    const Date date = saved.AddDays(static_cast<int>(own.Between(0, 2)));
+    std::int64_t total = 0;
+    const int count = static_cast<int>(own.Between(1, 2));
+    for (int l = 0; l < count; ++l) {
+      const ItemInfo& item = ctx.items[static_cast<std::size_t>(
+          own.Below(static_cast<std::int64_t>(ctx.items.size())))];
+      const double quantity = static_cast<double>(own.Between(1, 3));
+      const std::int64_t value = ToCents(quantity * static_cast<double>(item.price));
+      const std::int64_t tax = ctx.TaxOn(value);
+      total += value + tax;
+      lines.Insert({doc_id, 42, date, item.id, party.location, item.dept, false, item.description,
+                    0.0, quantity, item.price, value, value, ctx.facts.standard, tax});
+    }
+    documents.Insert({doc_id, batch_id, 42, "JINV", party.id, "Saved" + std::to_string(batch_id),
+                      "B" + std::to_string(9000 + doc_id), date, date, DueDate(date, party.term),
+                      date, total, party.employee, party.location, job, "Postal"});
+    ++doc_id;
+  }
 }
 
 // The notes a business keeps on its parties, items, jobs and assets. An owner has one to four
