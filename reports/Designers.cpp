@@ -44,8 +44,10 @@
 #include "reports/ledger/arglBankReconciliation.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
+#include "reports/ledger/arglGST101BAS.h"
 #include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
+#include "reports/ledger/arglTaxDetailReport.h"
 #include "reports/ledger/arglTransactionList.h"
 #include "reports/receivables/arcrDeliveryDocketList.h"
 #include "reports/receivables/arcrPurchaseOrderList.h"
@@ -104,8 +106,10 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglBankReconciliation", CreatearglBankReconciliation},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},
+    {"arglGST101BAS", CreatearglGST101BAS},
     {"arglJournalList", CreatearglJournalList},
     {"arglSourceList", CreatearglSourceList},
+    {"arglTaxDetailReport", CreatearglTaxDetailReport},
     {"arglTransactionList", CreatearglTransactionList},
     // reports/receivables
     {"ardscrLedger", CreateardscrLedger},
