@@ -8,8 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/host/run/ReportService.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Strings.h"
 #include "tests/reports/ReportFixture.h"
+#include "tests/support/DemoCache.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -166,6 +169,27 @@ TEST_F(TaxReturnDemo, TaxDetailTotalsAgreeWithTheLedgerAndTheReturn) {
     if (row.count("numTypeTax") != 0) full.push_back(DumpedAmount(row, "numTypeTax"));
   }
   EXPECT_EQ(full, printed);
+}
+
+// The Australian demo company prints the BAS whichever key asks: its last filed quarter with both
+// methods, and the open quarter a form a branch. Its categories ("GST", "FRE", "INP") are none the
+// BAS names, so only the taxed lines reach it (G1, G11) and G2 and G3 stay 0.
+TEST(TaxReturnAustralia, TheBASOfTheAustralianDemo) {
+  SetClockForTesting(Date::FromYmdHms(2026, 3, 31, 9, 30, 0));
+  {
+    auto service = host::ReportService::Open(trellin::testing::CachedDemoCompany("AU"));
+    const auto last =
+        service->Database().ExecuteScalarLong("SELECT Max(TaxPeriodId) FROM TaxPeriod", 0);
+    const std::string filed =
+        Join(DumpPages(OpenWithValues(*service, "BASReturn",
+                                      {"TaxPeriod=" + std::to_string(last), "ShowTaxMethod=True"})),
+             "\n");
+    ExpectGolden("ledger", "BASReturn-AU-filed", filed);
+    ExpectGolden(
+        "ledger", "GST101Return-AU-open-by-branch",
+        Join(DumpPages(OpenWithValues(*service, "GST101Return", {"Groupings=Branch"})), "\n"));
+  }
+  SetClockForTesting(std::nullopt);
 }
 
 }  // namespace
