@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "core/host/Database.h"
 #include "platform/runtime/Strings.h"
 
 namespace trellin {
@@ -13,7 +14,34 @@ namespace {
 constexpr const char* kStubTag = "v";
 constexpr const char* kLineBreak = "\r\n";
 
+std::string AddressPart(Recordset& rs, const char* name) {
+  const Variant& value = rs.Value(name);
+  return value.IsNull() || value.IsEmpty() ? std::string() : Trim(value.Text());
+}
+
 }  // namespace
+
+std::string PostalAddressSQL(const std::string& party) {
+  return "SELECT AddressId,Address,City,State,PostCode,Country FROM OtherPartyAddress WHERE "
+         "OtherPartyId=" +
+         Database::SQLString(party) + " AND AddressId='Postal'";
+}
+
+std::string PostalAddressOf(
+    const std::string& party,
+    const std::function<std::shared_ptr<Recordset>(const std::string&)>& run) {
+  std::shared_ptr<Recordset> rs = run(PostalAddressSQL(party));
+  if (!rs || rs->Eof()) return "";
+  std::vector<std::string> parts;
+  // The street may hold several lines of its own.
+  for (const std::string& line : Split(AddressPart(*rs, "Address"), "\n")) {
+    if (!Trim(line).empty()) parts.push_back(Trim(line));
+  }
+  for (const char* name : {"City", "State", "PostCode", "Country"}) {
+    if (std::string part = AddressPart(*rs, name); !part.empty()) parts.push_back(part);
+  }
+  return Join(parts, kLineBreak);
+}
 
 bool DocumentPages::FooterOfPage(Section& footer) {
   if (last_page_) {

@@ -2,13 +2,17 @@
 // What the runs that print one document per party share: the page furniture that numbers each
 // document's pages from 1 and prints its stub (the page footer's controls tagged "v") on its last
 // page only, a message that takes no room when empty, and the branch's letterhead block. Used by
-// the statements ("StatementAR") and the remittance advices ("RemittanceAP").
+// the statements ("StatementAR"), the remittance advices ("RemittanceAP") and the receipts and
+// payments ("PaymentReceipt").
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "core/host/BusinessObjects.h"
 #include "core/host/Control.h"
+#include "core/host/Recordset.h"
 #include "core/host/Section.h"
 
 namespace trellin {
@@ -45,6 +49,14 @@ void SetStubVisible(Section& section, bool visible);
 // Puts `text` into `message`; an empty text leaves the control empty, of no height and hidden, so
 // that it takes no room.
 void SetMessage(Control& message, const std::string& text);
+
+// The party's "Postal" address as its block prints it: the street's lines, then city, state,
+// post code and country, one a line (CR LF), blanks left out; "" when the party has none. One
+// query through `run`, which sends it and may log it.
+[[nodiscard]] std::string PostalAddressSQL(const std::string& party);
+[[nodiscard]] std::string PostalAddressOf(
+    const std::string& party,
+    const std::function<std::shared_ptr<Recordset>(const std::string&)>& run);
 
 // The branch's letterhead, parted by CR LF: its name, address lines, details ("Phone    ",
 // "Facsimile  ", "Email    " and those present) and the stub's footer line (the name and address

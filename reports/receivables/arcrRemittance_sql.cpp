@@ -12,15 +12,6 @@
 
 namespace trellin {
 
-namespace {
-
-std::string TextOf(Recordset& rs, const char* name) {
-  const Variant& value = rs.Value(name);
-  return value.IsNull() || value.IsEmpty() ? std::string() : Trim(value.Text());
-}
-
-}  // namespace
-
 void arcrRemittance::RefreshParameters(std::string&) {
   TLReport()->SetHasParameters(true);
   trellin::Parameters& p = TLReport()->Parameters();
@@ -101,11 +92,7 @@ std::string arcrRemittance::SettledSQL(std::int64_t payment) {
          id + " AND Transactions.Type<>25)";
 }
 
-std::string arcrRemittance::AddressSQL(const std::string& party) {
-  return "SELECT AddressId,Address,City,State,PostCode,Country FROM OtherPartyAddress WHERE "
-         "OtherPartyId=" +
-         Database::SQLString(party) + " AND AddressId='Postal'";
-}
+std::string arcrRemittance::AddressSQL(const std::string& party) { return PostalAddressSQL(party); }
 
 std::shared_ptr<Recordset> arcrRemittance::Run(const std::string& sql) {
   if (query_log_) query_log_(sql);
@@ -113,17 +100,7 @@ std::shared_ptr<Recordset> arcrRemittance::Run(const std::string& sql) {
 }
 
 std::string arcrRemittance::AddressOf(const std::string& party) {
-  std::shared_ptr<Recordset> rs = Run(AddressSQL(party));
-  if (rs->Eof()) return "";
-  std::vector<std::string> parts;
-  // The street may hold several lines of its own.
-  for (const std::string& line : Split(TextOf(*rs, "Address"), "\n")) {
-    if (!Trim(line).empty()) parts.push_back(Trim(line));
-  }
-  for (const char* name : {"City", "State", "PostCode", "Country"}) {
-    if (std::string part = TextOf(*rs, name); !part.empty()) parts.push_back(part);
-  }
-  return Join(parts, "\r\n");
+  return PostalAddressOf(party, [this](const std::string& sql) { return Run(sql); });
 }
 
 }  // namespace trellin
