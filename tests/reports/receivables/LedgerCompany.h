@@ -73,6 +73,14 @@ class ControlCompany : public SmallCompany {
   static void TearDownTestSuite() { StopCompany(); }
 };
 
+// A party in order and one made to break each check of the exception report, at 31 March 2025
+// (see exceptions.sql).
+class ExceptionCompany : public SmallCompany {
+ protected:
+  static void SetUpTestSuite() { StartCompany("reports/receivables/exceptions.sql"); }
+  static void TearDownTestSuite() { StopCompany(); }
+};
+
 // One printed page: its texts, for searching.
 struct PrintedPage {
   std::vector<std::string> texts;
