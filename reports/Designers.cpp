@@ -57,6 +57,7 @@
 #include "reports/receivables/arcrRemittance.h"
 #include "reports/receivables/ardsBatchTransactions.h"
 #include "reports/receivables/ardsDirectCreditSchedule.h"
+#include "reports/receivables/ardsExceptionReport.h"
 #include "reports/receivables/ardsImportErrorsList.h"
 #include "reports/receivables/ardsInvoice.h"
 #include "reports/receivables/ardsInvoiceBatchTransactions.h"
@@ -71,6 +72,7 @@
 #include "reports/receivables/ardscrLedger.h"
 #include "reports/receivables/ardscrOpeningBalances.h"
 #include "reports/receivables/ardscrOverdueList.h"
+#include "reports/receivables/ardscrPaymentReceipt.h"
 #include "reports/receivables/ardscrTransactionList.h"
 #include "reports/stock/arItemAdjustment.h"
 #include "reports/stock/arItemDetail.h"
@@ -131,6 +133,8 @@ constexpr DesignerEntry kDesigners[] = {
     {"ardsTransactionTypeList", CreateardsTransactionTypeList},
     {"ardsTransactionTypeDetail", CreateardsTransactionTypeDetail},
     {"ardsInvoice", CreateardsInvoice},
+    {"ardsExceptionReport", CreateardsExceptionReport},
+    {"ardscrPaymentReceipt", CreateardscrPaymentReceipt},
     {"ardsSalesAnalysisReport", CreateardsSalesAnalysisReport},
     {"ardsSalesSummaryReport", CreateardsSalesSummaryReport},
     {"arcrPurchasesAnalysisReport", CreatearcrPurchasesAnalysisReport},

@@ -350,6 +350,8 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
       {"InvoiceAP", kWeek},
       {"PackingSlip", kWeek},
       {"Delivery Docket", {"TransactionId=38862"}},
+      // A page a receipt: one working day's.
+      {"PaymentReceipt", {"DatedFrom=2025-11-28", "DatedTo=2025-11-28"}},
   };
   const auto run = kRuns.find(key);
   DesignerPtr designer = Open(key, run != kRuns.end() ? run->second : std::vector<std::string>{});
