@@ -118,7 +118,8 @@ TEST_F(DemoExceptions, TheCodesCheckFindsTheRetiredCategoryAlone) {
   ASSERT_EQ(retired.size(), 1u);
   std::vector<std::string> values = {"DateAsAt=2025-11-30"};
   for (const char* c : kChecks) {
-    values.push_back(std::string("Check") + c + "=" + (std::string(c) == "Codes" ? "True" : "False"));
+    values.push_back(std::string("Check") + c + "=" +
+                     (std::string(c) == "Codes" ? "True" : "False"));
   }
   const std::string dump = Join(RunPages(Open("OtherPartyExceptions", values)), "\n");
   const std::vector<DumpRow> rows = RowsOf(dump, "Detail");
