@@ -24,7 +24,7 @@ constexpr ListOrder kExceptionOrders[] = {
 
 // The checks, in the order a party's findings print; each box is "Check" and the name.
 constexpr ListChoice kChecks[] = {
-    {"Codes"},          {"CreditLimit"},  {"Stopped"},   {"CreditBalance"},
+    {"Codes"},           {"CreditLimit"}, {"Stopped"},   {"CreditBalance"},
     {"InactiveBalance"}, {"NoAddress"},   {"NoContact"}, {"Status"},
 };
 
@@ -80,8 +80,8 @@ constexpr std::string_view kPartySide = "IIf(P.IsCustomer<>0,'Customer','Supplie
 std::string BalanceOf(std::string_view party, bool customers, const std::string& before) {
   return std::string("Nz((SELECT Sum(") + (customers ? "-" : "") +
          "T.Value) FROM Transactions AS T WHERE T.OtherPartyId=" + std::string(party) +
-         " AND T.Type Between " + (customers ? "30 And 39" : "20 And 29") +
-         " AND T.DateProcess<" + before + "),0)";
+         " AND T.Type Between " + (customers ? "30 And 39" : "20 And 29") + " AND T.DateProcess<" +
+         before + "),0)";
 }
 
 // One check's SELECT over the parties (alias P): its columns in the order every piece gives.
@@ -98,9 +98,9 @@ std::string Piece(int seq, std::string_view check, std::string_view exception,
 }
 
 // A code of the party that its table does not hold.
-std::string CodePiece(int seq, std::string_view flag, std::string_view side,
-                      std::string_view what, std::string_view column, std::string_view table,
-                      std::string_view key, const std::string& balance) {
+std::string CodePiece(int seq, std::string_view flag, std::string_view side, std::string_view what,
+                      std::string_view column, std::string_view table, std::string_view key,
+                      const std::string& balance) {
   const std::string field = "P." + std::string(column);
   std::string where = flag.empty() ? std::string() : "P." + std::string(flag) + "<>0 AND ";
   where += "Not " + field + " Is Null AND Not Exists (SELECT * FROM " + std::string(table) +
@@ -127,10 +127,10 @@ std::string FindingsSQL(const std::string& before) {
                 "PaymentTerm", "PaymentTermId", supplier),
       CodePiece(7, "", kPartySide, "Location", "LocationId", "Location", "LocationId", party),
       CodePiece(8, "", kPartySide, "Employee", "EmployeeId", "Employee", "EmployeeId", party),
-      Piece(9, "CreditLimit", "Over credit limit", "'Customer'", "", "''",
-            "P.CustomerCreditLimit", customer,
-            "P.IsCustomer<>0 AND P.CustomerCreditLimit>0 AND " + customer +
-                ">P.CustomerCreditLimit"),
+      Piece(
+          9, "CreditLimit", "Over credit limit", "'Customer'", "", "''", "P.CustomerCreditLimit",
+          customer,
+          "P.IsCustomer<>0 AND P.CustomerCreditLimit>0 AND " + customer + ">P.CustomerCreditLimit"),
       Piece(10, "Stopped", "Credit stopped", "'Customer'", "", "''", "0", customer,
             "P.IsCustomer<>0 AND P.CustomerStopCredit<>0"),
       Piece(11, "CreditBalance", "Credit balance", "'Customer'", "", "''", "0", customer,
@@ -148,8 +148,8 @@ std::string FindingsSQL(const std::string& before) {
             "Not Exists (SELECT * FROM OtherPartyContactMethod AS M WHERE "
             "M.OtherPartyId=P.OtherPartyId AND Trim(Nz(M.Detail,''))<>'') AND Not Exists "
             "(SELECT * FROM Contact AS K WHERE K.OtherPartyId=P.OtherPartyId)"),
-      Piece(17, "Status", "Credit status", kPartySide, "", "IIf(P.Status=4,'Bad','Adverse')", "0", party,
-            "P.Status In (4,5)"),
+      Piece(17, "Status", "Credit status", kPartySide, "", "IIf(P.Status=4,'Bad','Adverse')", "0",
+            party, "P.Status In (4,5)"),
   };
   return Join(pieces, " UNION ALL ");
 }
@@ -279,13 +279,11 @@ void ardsExceptionReport::ActiveReport_FetchData(bool&) {
     return Trim(field->Value().Text());
   };
   const ReportField* amount = Fields().Find("Amount");
-  const Currency limit = amount == nullptr || amount->Value().IsNull()
-                             ? Currency()
-                             : amount->Value().ToCurrency();
-  Fields()
-      .Item("Detail")
-      .SetValue(Variant(ExceptionDetail(text("CheckName"), text("Side"), text("What"),
-                                        text("Code"), Format(Variant(limit), "#,##0.00"))));
+  const Currency limit =
+      amount == nullptr || amount->Value().IsNull() ? Currency() : amount->Value().ToCurrency();
+  Fields().Item("Detail").SetValue(
+      Variant(ExceptionDetail(text("CheckName"), text("Side"), text("What"), text("Code"),
+                              Format(Variant(limit), "#,##0.00"))));
 }
 
 void ardsExceptionReport::OnFormat(Section& section) {
@@ -296,8 +294,7 @@ void ardsExceptionReport::OnFormat(Section& section) {
   Control* label = FindControl("gfLabel" + std::to_string(level));
   if (label == nullptr) return;
   const auto found = counts_.find(GroupKeyOf(level));
-  label->SetText(label->Text() + ": " +
-                 FindingsText(found == counts_.end() ? 0 : found->second));
+  label->SetText(label->Text() + ": " + FindingsText(found == counts_.end() ? 0 : found->second));
 }
 
 }  // namespace trellin

@@ -54,7 +54,7 @@ class ardsExceptionReport : public ListDesigner {
 
   mutable std::string findings_sql_;
   mutable ListKey key_;
-  std::vector<std::string> group_fields_;  // innermost first
+  std::vector<std::string> group_fields_;            // innermost first
   std::map<std::string, long, std::less<>> counts_;  // by level and key
   long total_ = 0;
 };

@@ -128,8 +128,8 @@ void ardscrPaymentReceipt::ActiveReport_ReportStart() {
   const std::string date_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
   for (const char* name : {"dateReceipt", "txtLineDate"}) Field(name).SetOutputFormat(date_format);
   // The data exports' title: the company and what the document is.
-  Field("txtCompany").SetText(
-      TrellinReportGlobals::RequireDatabase()->GetSetting("Company", "Name", ""));
+  Field("txtCompany")
+      .SetText(TrellinReportGlobals::RequireDatabase()->GetSetting("Company", "Name", ""));
   Field("lblReportTitle").SetCaption("Receipts and Payments");
 
   receipts_rs_ = Run(GetSQL());
@@ -141,7 +141,8 @@ void ardscrPaymentReceipt::ActiveReport_ReportStart() {
 }
 
 void ardscrPaymentReceipt::ActiveReport_DataInitialize() {
-  for (const char* name : {"TransactionId", "LineDate", "LineType", "LineReference", "LineAmount"}) {
+  for (const char* name :
+       {"TransactionId", "LineDate", "LineType", "LineReference", "LineAmount"}) {
     Fields().Add(name);
   }
 }
@@ -258,10 +259,12 @@ void ardscrPaymentReceipt::PageHeader_Format() {
   Field("txtAddress").SetText(r.address);
   Field("numAmount").SetDataValue(r.amount);
   // The words as a cheque has them, first letter upper case.
-  std::string words = TrellinReportGlobals::RequireBusinessLayer().Utilities().Rounder().AmountInWords(
-      r.amount < Currency() ? -r.amount : r.amount, true, "dollar", "dollars", "cent", "cents");
+  std::string words =
+      TrellinReportGlobals::RequireBusinessLayer().Utilities().Rounder().AmountInWords(
+          r.amount < Currency() ? -r.amount : r.amount, true, "dollar", "dollars", "cent", "cents");
   if (r.amount < Currency()) {
-    if (!words.empty()) words[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(words[0])));
+    if (!words.empty())
+      words[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(words[0])));
     words = "Less " + words;
   } else if (!words.empty()) {
     words = UCase(words.substr(0, 1)) + words.substr(1);

@@ -96,7 +96,7 @@ class ardscrPaymentReceipt : public Designer {
   std::unique_ptr<BusinessObjects> objects_;
   std::vector<Receipt> receipts_;
   std::map<std::int64_t, std::size_t> index_;  // receipt id -> its place in receipts_
-  std::size_t line_ = 0;                        // the next line of the last receipt read
+  std::size_t line_ = 0;                       // the next line of the last receipt read
   bool started_ = false;
   QueryLog query_log_;
 };
