@@ -27,7 +27,9 @@ enum class ListParameterKind {
   Choice,       // one of `choices`, the first the default, each with its condition and phrase
   PickList,     // codes picked from `list_sql` (key `key_field`), tested on `field`
   CheckBoxes,   // one check box per choice, named `name` + choice, all checked at first:
-                // `field` In the checked ones, nothing when all are
+                // `field` In the checked ones, nothing when all are; described "caption: " and
+                // the checked ones, or with a `phrase`, the phrase, the checked ones parted by
+                // ", " and the caption ("Include Open, Hold Job Statuses")
   UserDefined,  // the company's user-defined fields of the table `name` ("OtherParty", "Item",
                 // "Asset", "Transactions"), as the application adds them
 };
@@ -104,6 +106,9 @@ struct ListKey {
   std::string_view fixed_grouping = {};  // groupings always made, outside the chosen ones, the
                                          // first outermost ("Batch,Party"); "" none
   bool summary = false;                  // offers Summary
+  bool summary_first = false;            // Summary heads the parameters, before OrderBy
+  std::string_view order_phrase = {};    // describes the order ("Jobs ordered by "); "" the
+                                         // plain "Ordered by "
   std::span<const ListColumn> columns = {};
 };
 

@@ -135,7 +135,17 @@ void AddCondition(const ListParameter& row, const trellin::Parameters& p, std::s
       // None checked keeps nothing: an empty In list is no SQL.
       AppendSQLCondition(where,
                          checked.empty() ? "(1=0)" : Text(row.field) + " In (" + checked + ")");
-      AppendNamedValueDescription(description, caption, checked.empty() ? "none" : checked);
+      if (row.phrase.empty()) {
+        AppendNamedValueDescription(description, caption, checked.empty() ? "none" : checked);
+        break;
+      }
+      std::string names;
+      for (const ListChoice& c : row.choices) {
+        if (!p.Value(name + Text(c.choice), true).ToBool()) continue;
+        names += (names.empty() ? "" : ", ") + Text(c.choice);
+      }
+      AppendDescription(description,
+                        Text(row.phrase) + (names.empty() ? "no" : names) + " " + caption);
       break;
     }
     default:
@@ -148,13 +158,18 @@ void AddCondition(const ListParameter& row, const trellin::Parameters& p, std::s
 void DeclareListParameters(const ListKey& key, trellin::Parameters& p) {
   std::string orders;
   for (const ListOrder& o : key.orders) orders += (orders.empty() ? "" : ",") + Text(o.choice);
+  if (key.summary && key.summary_first) {
+    p.AddBoolean("Summary", false, false, "", false, false, "Summary");
+  }
   // A list with one order offers no choice.
   if (key.orders.size() > 1) {
     const std::string first = Text(key.orders.front().choice);
     p.AddList("OrderBy", first, true, "", first, orders, true, "Order By");
   }
   for (const ListParameter& row : key.parameters) DeclareOne(row, p);
-  if (key.summary) p.AddBoolean("Summary", false, false, "", false, false, "Summary");
+  if (key.summary && !key.summary_first) {
+    p.AddBoolean("Summary", false, false, "", false, false, "Summary");
+  }
   if (!key.groupings.empty()) {
     p.AddMultiList("Groupings", Variant(), false, "", Variant(), Text(key.groupings), false, false,
                    "Groupings");
@@ -206,7 +221,8 @@ ListQuery BuildListQuery(const ListKey& key, const trellin::Parameters& p,
   if (key.orders.size() > 1) {
     AppendDescription(
         q.description,
-        "Ordered by " + (order_by.empty() ? Text(key.orders.front().choice) : order_by));
+        (key.order_phrase.empty() ? std::string("Ordered by ") : Text(key.order_phrase)) +
+            (order_by.empty() ? Text(key.orders.front().choice) : order_by));
   }
   std::string where = CreateSQLWhereFromRangeParams(p, q.description);
   AppendSQLCondition(where, Text(key.base_where));

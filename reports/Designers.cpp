@@ -31,6 +31,7 @@
 #include "reports/jobs/arJobDetail.h"
 #include "reports/jobs/arJobInvoiceBatchList.h"
 #include "reports/jobs/arJobList.h"
+#include "reports/jobs/arJobStatusReport.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -170,6 +171,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arJobList", CreatearJobList},
     {"arJobDetail", CreatearJobDetail},
     {"arJobInvoiceBatchList", CreatearJobInvoiceBatchList},
+    {"arJobStatusReport", CreatearJobStatusReport},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

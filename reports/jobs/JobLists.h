@@ -26,6 +26,9 @@ inline constexpr std::string_view kJobListSql =
 // Each job once, on the contact it is charged to.
 inline constexpr std::string_view kJobChargedContact = "JobContact.Charge=True";
 
+// How the job reports describe their order: "Jobs ordered by Code".
+inline constexpr std::string_view kJobOrderPhrase = "Jobs ordered by ";
+
 // A job's stored statuses, each a check box "Status" + the status, all ticked at first.
 inline constexpr ListChoice kJobStatuses[] = {{"Open"},      {"Closed"}, {"Costing"},
                                               {"Completed"}, {"Hold"},   {"Template"}};
@@ -43,6 +46,7 @@ inline constexpr ListParameter kJobFilters[] = {
      .name = "Status",
      .caption = "Job Statuses",
      .field = "Job.Status",
+     .phrase = "Include ",
      .choices = kJobStatuses},
     {.kind = ListParameterKind::Standard, .field = "Job.JobId", .index = 22, .primary = true},
     {.kind = ListParameterKind::Standard, .field = "Job.LocationId", .index = 23, .primary = true},
@@ -56,6 +60,19 @@ inline constexpr ListParameter kJobFilters[] = {
      .field = "JobContact.OtherPartyId",
      .index = 8,
      .primary = true},
+};
+
+// The job summary's filter: the same, but for locations and employees on the bare field names,
+// which the join with JobContact leaves to the job.
+inline constexpr ListParameter kJobSummaryFilters[] = {
+    kJobFilters[0],
+    kJobFilters[1],
+    kJobFilters[2],
+    kJobFilters[3],
+    {.kind = ListParameterKind::Standard, .field = "LocationId", .index = 23, .primary = true},
+    kJobFilters[5],
+    {.kind = ListParameterKind::Standard, .field = "EmployeeId", .index = 15, .primary = true},
+    kJobFilters[7],
 };
 
 // The job's own fields, where the standard grouping would read the wrong table's.

@@ -43,6 +43,7 @@ constexpr ListKey kJobKeys[] = {{
     .grouping_table = "Job",
     .own_groupings = kJobGroupings,
     .summary = true,
+    .order_phrase = kJobOrderPhrase,
     .columns = kJobColumns,
 }};
 
