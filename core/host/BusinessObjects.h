@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/host/AssetDepreciation.h"
+#include "core/host/Job.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Strings.h"
@@ -278,6 +279,16 @@ class BusinessObjects {
   [[nodiscard]] virtual std::unique_ptr<trellin::ItemCosting> CreateItemCosting(const Tax& tax) {
     (void)tax;
     throw std::logic_error("This business layer keeps no stock.");
+  }
+  // A job object of the run, whose profit and GP lines reckon from "Actual Charges" when
+  // `actual_charges` (Options.JobActualCharges), else from "Charges", and whose open stock is
+  // priced through the item costing with `tax`, which must outlive it; each Load reads afresh. A
+  // business layer that keeps no jobs throws std::logic_error.
+  [[nodiscard]] virtual std::unique_ptr<trellin::Job> CreateJob(bool actual_charges,
+                                                                const Tax& tax) {
+    (void)actual_charges;
+    (void)tax;
+    throw std::logic_error("This business layer keeps no jobs.");
   }
   // The reconciliation of bank `code` as at `dated_to` (every unreconciled line when it is
   // absent); nullopt for a bank the company does not hold. A business layer that keeps no bank

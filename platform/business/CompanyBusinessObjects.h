@@ -33,6 +33,9 @@ class CompanyBusinessObjects : public BusinessObjects {
   [[nodiscard]] const trellin::Branch* FindLocationBranch(std::string_view code) override;
   [[nodiscard]] std::unique_ptr<trellin::ItemStockLevel> CreateItemStockLevel() override;
   [[nodiscard]] std::unique_ptr<trellin::ItemCosting> CreateItemCosting(const Tax& tax) override;
+  // CompanyJob.cpp
+  [[nodiscard]] std::unique_ptr<trellin::Job> CreateJob(bool actual_charges,
+                                                        const Tax& tax) override;
   // CompanyBankReconciliation.cpp
   [[nodiscard]] std::optional<trellin::BankReconciliation> LoadBankReconciliation(
       std::string_view code, std::optional<Date> dated_to) override;

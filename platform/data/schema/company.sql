@@ -1076,6 +1076,18 @@ CREATE TABLE JobContact (
   PRIMARY KEY (JobId, OtherPartyId)
 );
 
+-- A job's budget, one row a job: what it is to charge, and what it is to cost in stock, supplier
+-- bills, other costs (labour) and disbursements. A job with no row has a budget of nothing.
+-- Keys: JobSummary (the Budget and Variance lines, through the Job object).
+CREATE TABLE JobBudget (
+  JobId TEXT COLLATE NOCASE PRIMARY KEY REFERENCES Job (JobId),
+  Charges MONEY NOT NULL DEFAULT 0,
+  ItemCosts MONEY NOT NULL DEFAULT 0,
+  Purchases MONEY NOT NULL DEFAULT 0,
+  OtherCosts MONEY NOT NULL DEFAULT 0,
+  Disbursements MONEY NOT NULL DEFAULT 0
+);
+
 -- ---------------------------------------------------------------------------------------------
 -- Logs: notes kept on parties, items, jobs and assets
 -- ---------------------------------------------------------------------------------------------
