@@ -119,6 +119,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteStockExtras(ctx);
     WriteLogs(ctx);
     WriteImportMessages(ctx);
+    WriteBusyAccount(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

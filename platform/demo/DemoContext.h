@@ -176,6 +176,10 @@ void WriteLogs(DemoContext& ctx);
 void WriteControlDifferences(DemoContext& ctx);
 // What the imports, a batch commit and a purge test reported (DemoImports.cpp). No random draw.
 void WriteImportMessages(DemoContext& ctx);
+// One trade customer billed for yard work every working day of the last month, who pays each
+// bill within the week less the prompt payment discount: the busiest account, whose statement
+// runs to a second page. Draws from a copy of the random stream, so nothing else moves.
+void WriteBusyAccount(DemoContext& ctx);
 // The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
 // shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
 void WriteStockExtras(DemoContext& ctx);

@@ -58,6 +58,8 @@ class Trader {
  public:
   explicit Trader(DemoContext& ctx);
   void Run();
+  // The busy account's month (see WriteBusyAccount).
+  void BusyAccount();
 
  private:
   // Documents.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <string_view>
 
 #include "platform/demo/DemoChart.h"
 #include "platform/demo/DemoTrader.h"
@@ -195,6 +196,72 @@ void Trader::SalesDay(Date day) {
     }
     WriteDocument(Side::kReceivables, 30, "INV", party, day, lines, "", customer.location);
   }
+}
+
+void WriteBusyAccount(DemoContext& ctx) {
+  // The stock extras write lines of their own after the trading days: go on after the last ids.
+  auto next_id = [&](const char* sql) {
+    sqlite3_stmt* stmt = nullptr;
+    std::int64_t next = 1;
+    if (sqlite3_prepare_v2(ctx.db, sql, -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW) {
+      next = sqlite3_column_int64(stmt, 0) + 1;
+    }
+    sqlite3_finalize(stmt);
+    return next;
+  };
+  ctx.next_transaction = std::max(
+      ctx.next_transaction, next_id("SELECT Coalesce(Max(TransactionId),0) FROM Transactions"));
+  ctx.next_line = std::max(
+      ctx.next_line, next_id("SELECT Coalesce(Max(TransactionLineId),0) FROM TransactionLine"));
+  const DemoRandom stream = ctx.random;
+  Trader(ctx).BusyAccount();
+  ctx.random = stream;
+}
+
+void Trader::BusyAccount() {
+  // A trade customer that pays within the week and takes the discount; a boatyard or a marina
+  // when there is one.
+  std::size_t busy = SIZE_MAX;
+  for (std::size_t c : ctx_.customers) {
+    const PartyInfo& p = ctx_.parties[c];
+    if (p.payer != Payer::kPrompt || p.weight < 2 || p.term != 1 || p.exporter) continue;
+    const bool yard = p.name.find("Boatbuilders") != std::string::npos ||
+                      p.name.find("Marina") != std::string::npos;
+    if (busy == SIZE_MAX || yard) busy = c;
+    if (yard) break;
+  }
+  auto item_named = [&](std::string_view description) {
+    for (std::size_t i = 0; i < ctx_.items.size(); ++i) {
+      if (ctx_.items[i].description == description) return i;
+    }
+    return SIZE_MAX;
+  };
+  const std::size_t haul_out = item_named("Haul out and wash");
+  const std::size_t labour = item_named("Workshop labour per hour");
+  if (busy == SIZE_MAX || haul_out == SIZE_MAX || labour == SIZE_MAX) return;
+  const PartyInfo& customer = ctx_.parties[busy];
+  const std::size_t location = LocationIndex(customer.location);
+  const Date present = ctx_.calendar.Present();
+  for (Date day = present.FirstOfMonth(); day <= present; day = day.AddDays(1)) {
+    if (!IsWeekday(day)) continue;
+    std::vector<DocLine> lines;
+    StockLines(lines, haul_out, location, 1.0, ctx_.items[haul_out].price, 0.0);
+    StockLines(lines, labour, location, static_cast<double>(r_.Between(2, 8)),
+               ctx_.items[labour].price, 0.0);
+    for (DocLine& line : lines) {
+      line.tax_category = ctx_.facts.standard;
+      line.tax = ctx_.TaxOn(line.value);
+    }
+    WriteDocument(Side::kReceivables, 30, "INV", busy, day, lines, "", customer.location);
+  }
+  // What the month's bills planned to the present: the receipts and discounts of the week after.
+  while (!due_.empty()) {
+    Settle(due_.top());
+    due_.pop();
+  }
+  ctx_.summary.transactions += transactions_.Rows();
+  ctx_.summary.transaction_lines += lines_.Rows();
 }
 
 void Trader::RestockWeek(Date day) {

@@ -10,6 +10,7 @@
 
 #include "core/host/Database.h"
 #include "tests/reports/ReportFixture.h"
+#include "tests/support/DemoCache.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -118,6 +119,19 @@ TEST_F(StatementDemo, CustomersAndBalancesAgreeWithTheLedgerByDocumentDate) {
       }
     }
   }
+}
+
+TEST_F(StatementDemo, Goldens) {
+  ExpectGoldenRuns(Service(), "receivables", "reports/receivables/statement_demo_golden_runs.tsv");
+}
+
+// The Australian company's busiest account: "ABN: " under the address and on the stub.
+TEST(StatementAustralia, TheBusiestAccountReadsAbnOnTwoPages) {
+  auto service = host::ReportService::Open(trellin::testing::CachedDemoCompany("AU"));
+  const std::vector<std::string> pages =
+      DumpPages(OpenWithValues(*service, "StatementAR", {"Customers=REEFC001"}));
+  ASSERT_EQ(pages.size(), 2u);
+  ExpectGolden("receivables", "StatementAR-AU-two-pages", Join(pages, "\n"));
 }
 
 }  // namespace
