@@ -44,6 +44,7 @@ struct PartyInfo {
   Payer payer = Payer::kOnTime;
   int weight = 1;  // how much business it does
   bool exporter = false;
+  bool delivery_address = false;  // has a "Delivery" address beside its postal one
 };
 
 struct ItemInfo {

@@ -245,6 +245,7 @@ void WriteParties(DemoContext& ctx) {
                       city, OrNull(ctx.facts.state), std::to_string(1000 + r.Below(8000)),
                       ctx.facts.country});
     if (!person && r.Chance(0.5)) {
+      p.delivery_address = true;
       addresses.Insert({p.id, "Delivery", std::to_string(1 + r.Below(200)) + " Marine Parade", city,
                         OrNull(ctx.facts.state), std::to_string(1000 + r.Below(8000)),
                         ctx.facts.country});

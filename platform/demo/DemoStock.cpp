@@ -279,6 +279,29 @@ void WriteStockExtras(DemoContext& ctx) {
           "UPDATE ItemLocation SET MinReorder=0,MaxReorder=0 WHERE LocationId='" +
               ctx.locations[0] + "' AND ItemId=" + PlainItem(7),
           "an item-location with no levels");
+  // The counts' adjustments and today's write-offs and revaluation each go under a document with
+  // no party, one a day and kind (STKTAKE, STKADJ, as their journals), so that what joins the
+  // stock lines to their documents reaches them. Transfers and the day's other movements stay
+  // without one. The last ids, so no other document moves.
+  const std::string adjustments =
+      "TransactionId Is Null AND ((Type=11 AND Description='Stocktake adjustment') OR Type IN "
+      "(13,14))";
+  Execute(ctx.db,
+          "INSERT INTO Transactions (TransactionId,Type,BatchId,Reference,Date,DateProcess,"
+          "CreatedDate,LocationId) SELECT (SELECT Coalesce(Max(TransactionId),0) FROM "
+          "Transactions)+Row_Number() OVER (ORDER BY DateProcess,Type),Type,'SC'||"
+          "substr(DateProcess,1,4)||substr(DateProcess,6,2),CASE Type WHEN 11 THEN 'STKTAKE' ELSE "
+          "'STKADJ' END,DateProcess,DateProcess,DateProcess,LocationId FROM (SELECT Type,"
+          "DateProcess,Min(LocationId) AS LocationId FROM TransactionLine WHERE " +
+              adjustments + " GROUP BY Type,DateProcess)",
+          "stock adjustment documents");
+  Execute(ctx.db,
+          "UPDATE TransactionLine SET TransactionId=(SELECT t.TransactionId FROM Transactions t "
+          "WHERE t.OtherPartyId Is Null AND t.Type=TransactionLine.Type AND "
+          "t.DateProcess=TransactionLine.DateProcess AND t.Reference IN ('STKTAKE','STKADJ')) "
+          "WHERE " +
+              adjustments,
+          "stock adjustment lines under their documents");
 }
 
 }  // namespace trellin::demo

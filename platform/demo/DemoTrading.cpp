@@ -429,7 +429,10 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
        p.employee,
        location,
        OrNull(job),
-       "Postal",
+       // One trade invoice in four to a customer with a delivery address goes there.
+       side == Side::kReceivables && type == 30 && p.delivery_address && id % 4 == 0
+           ? "Delivery"
+           : "Postal",
        ppd ? Cell(date.AddDays(10)) : Cell(Cell::Null{}),
        ppd ? s * ToCents(static_cast<double>(gross) * 0.025) : std::int64_t{0},
        Cell::Null{},
