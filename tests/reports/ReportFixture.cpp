@@ -98,15 +98,24 @@ std::map<std::string, Currency> DemoReports::ByParty(const std::string& sql) {
 
 std::vector<std::string> DumpPages(const DesignerPtr& designer) {
   DumpSink sink;
-  engine::RunReport(*designer, sink);
+  // The designer and its report hold each other: let go of both however the run ends.
+  const auto let_go = [&designer] {
+    if (designer->TLReport()) designer->TLReport()->SetArReport(nullptr);
+    designer->SetTLReport(nullptr);
+  };
+  try {
+    engine::RunReport(*designer, sink);
+  } catch (...) {
+    let_go();
+    throw;
+  }
   std::vector<std::string> pages = std::move(sink.pages);
   std::string errors;
   for (const ReportErrorInfo& error : designer->TLReport()->Errors()) {
     errors += error.source + ": " + error.message + "\n";
   }
   if (!errors.empty()) pages.push_back("errors:\n" + errors);
-  designer->TLReport()->SetArReport(nullptr);
-  designer->SetTLReport(nullptr);
+  let_go();
   return pages;
 }
 
