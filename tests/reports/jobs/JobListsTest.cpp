@@ -26,7 +26,7 @@ std::vector<std::string> Codes(const std::vector<std::string>& pages) {
   return codes;
 }
 
-TEST_F(JobLists, JobListPrintsEachChargedJobOfTheStatusesAndDatesOnce) {
+TEST_F(JobLists, ListAndStatusReportPrintEachChargedJobOfTheStatusesAndDatesOnce) {
   const BooksSql sql;
   // Jobs with a second contact, not charged: they must still print once.
   ASSERT_FALSE(sql.Texts("SELECT JobId FROM JobContact GROUP BY JobId HAVING Count(*)>1").empty());
@@ -51,6 +51,8 @@ TEST_F(JobLists, JobListPrintsEachChargedJobOfTheStatusesAndDatesOnce) {
         c.where + " ORDER BY Job.JobId");
     ASSERT_FALSE(books.empty());
     EXPECT_EQ(printed, books);
+    // The status report lists exactly the jobs the list does, under the same filter.
+    EXPECT_EQ(Codes(RunPages(Open("JobStatusReport", c.values))), books);
   }
 }
 
