@@ -411,6 +411,10 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
   const std::string reference = (side == Side::kReceivables ? "" : "S") + Pad(id, 7);
   const std::string batch = std::string(side == Side::kReceivables ? "AR" : "AP") +
                             date.ToIso().substr(0, 4) + date.ToIso().substr(5, 2);
+  // One trade invoice in four to a customer with a delivery address goes there.
+  const char* address =
+      side == Side::kReceivables && type == 30 && p.delivery_address && id % 4 == 0 ? "Delivery"
+                                                                                    : "Postal";
   transactions_.Insert(
       {id,
        p.id,
@@ -429,10 +433,7 @@ std::int64_t Trader::WriteDocument(Side side, int type, const char* type_id, std
        p.employee,
        location,
        OrNull(job),
-       // One trade invoice in four to a customer with a delivery address goes there.
-       side == Side::kReceivables && type == 30 && p.delivery_address && id % 4 == 0
-           ? "Delivery"
-           : "Postal",
+       address,
        ppd ? Cell(date.AddDays(10)) : Cell(Cell::Null{}),
        ppd ? s * ToCents(static_cast<double>(gross) * 0.025) : std::int64_t{0},
        Cell::Null{},
