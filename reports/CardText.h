@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/TrellinReportGlobals.h"
+#include "core/host/ActiveReport.h"
 #include "core/host/Fields.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
@@ -61,6 +62,42 @@ inline std::string DateText(const Variant& date) {
 inline std::string MoneyText(const Variant& value) {
   return Format(Blank(value) ? Variant(Currency()) : Variant(value.ToCurrency()),
                 "#,##0.00;(#,##0.00)");
+}
+
+// A block of a card: a caption and its text, printed when the row's field of lines has any.
+struct Block {
+  const char* field;
+  const char* caption_control;
+  const char* text_control;
+};
+
+// Stands the blocks that have something to say one under the other, from where the first
+// block's caption stands, each growing down as its lines need; the sub-report `subreport` stands
+// just before the block of the field `subreport_before`. The card's closing rule "linCard" and
+// the detail section follow the last block.
+template <std::size_t N>
+void StackBlocks(ActiveReport& report, const Block (&blocks)[N], std::string_view subreport_before,
+                 std::string_view subreport) {
+  constexpr float kBlockStep = 280;
+  float top = report.Field(blocks[0].caption_control).Top();
+  for (const Block& block : blocks) {
+    const bool shown = !Text(report.Fields(), block.field).empty();
+    Control& caption = report.Field(block.caption_control);
+    Control& text = report.Field(block.text_control);
+    caption.SetVisible(shown);
+    text.SetVisible(shown);
+    if (subreport_before == block.field) {
+      Control& lines = report.Field(subreport);
+      lines.SetTop(top);
+      if (lines.Visible()) top += 80;
+    }
+    if (!shown) continue;
+    caption.SetTop(top);
+    text.SetTop(top);
+    top += kBlockStep;
+  }
+  report.Field("linCard").SetTop(top + 60);
+  report.Sections()["Detail"].SetHeight(top + 120);
 }
 
 }  // namespace trellin::card

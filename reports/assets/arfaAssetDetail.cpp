@@ -74,12 +74,7 @@ constexpr ListKey kDetailKeys[] = {{
 }};
 
 // The card's blocks: the field each fills, and the caption printed beside it.
-struct DetailBlock {
-  const char* field;
-  const char* caption_control;
-  const char* text_control;
-};
-constexpr DetailBlock kDetailBlocks[] = {
+constexpr card::Block kDetailBlocks[] = {
     {"ClassLines", "lblClass", "txtClass"},      {"DateLines", "lblDates", "txtDates"},
     {"MethodLines", "lblMethods", "txtMethods"}, {"ValueLines", "lblValues", "txtValues"},
     {"FieldLines", "lblFields", "txtFields"},    {"PartLines", "lblParts", "txtParts"},
@@ -149,7 +144,7 @@ void arfaAssetDetail::ActiveReport_ReportStart() {
 }
 
 void arfaAssetDetail::ActiveReport_DataInitialize() {
-  for (const DetailBlock& block : kDetailBlocks) Fields().Add(block.field);
+  for (const card::Block& block : kDetailBlocks) Fields().Add(block.field);
   Fields().Add("Identity");
 }
 
@@ -253,28 +248,8 @@ void arfaAssetDetail::OnFormat(Section& section) {
 }
 
 void arfaAssetDetail::Detail_Format() {
-  // The blocks that have something to say stand one under the other, the movements after the
-  // components; each grows down as its lines need.
-  constexpr float kBlockStep = 280;
-  float top = Field("lblClass").Top();
-  for (const DetailBlock& block : kDetailBlocks) {
-    const bool shown = !card::Text(Fields(), block.field).empty();
-    Control& caption = Field(block.caption_control);
-    Control& text = Field(block.text_control);
-    caption.SetVisible(shown);
-    text.SetVisible(shown);
-    if (std::string_view(block.field) == "NoteLines") {
-      Control& transactions = Field("srptTransactions");
-      transactions.SetTop(top);
-      if (transactions.Visible()) top += 80;
-    }
-    if (!shown) continue;
-    caption.SetTop(top);
-    text.SetTop(top);
-    top += kBlockStep;
-  }
-  Field("linCard").SetTop(top + 60);
-  Sections()["Detail"].SetHeight(top + 120);
+  // The movements stand after the components, before the notes.
+  card::StackBlocks(*this, kDetailBlocks, "NoteLines", "srptTransactions");
 }
 
 void arfaAssetDetailTransSub::ActiveReport_Initialize() { PrepareDataControl(DataControl()); }

@@ -89,12 +89,7 @@ constexpr float kHeadingHeight = 300;
 constexpr float kCaptionHeight = 360;
 
 // The card's blocks: the field each fills, and the caption printed beside it.
-struct JobBlock {
-  const char* field;
-  const char* caption_control;
-  const char* text_control;
-};
-constexpr JobBlock kJobBlocks[] = {
+constexpr card::Block kJobBlocks[] = {
     {"ClassLines", "lblClass", "txtClass"},   {"DateLines", "lblDates", "txtDates"},
     {"FieldLines", "lblFields", "txtFields"}, {"ContactLines", "lblContacts", "txtContacts"},
     {"OpenLines", "lblOpen", "txtOpen"},      {"NoteLines", "lblNotes", "txtNotes"},
@@ -250,7 +245,7 @@ float arJobDetail::RuleTable(const char* name, const char* caption, float top,
 }
 
 void arJobDetail::ActiveReport_DataInitialize() {
-  for (const JobBlock& block : kJobBlocks) Fields().Add(block.field);
+  for (const card::Block& block : kJobBlocks) Fields().Add(block.field);
   for (const char* name : kSheetFields) Fields().Add(name);
   Fields().Add("Identity");
 }
@@ -381,28 +376,8 @@ void arJobDetail::OnFormat(Section& section) {
 
 void arJobDetail::Detail_Format() {
   if (Sheets()) return;
-  // The blocks that have something to say stand one under the other, the posted documents
-  // before the open work; each grows down as its lines need.
-  constexpr float kBlockStep = 280;
-  float top = Field("lblClass").Top();
-  for (const JobBlock& block : kJobBlocks) {
-    const bool shown = !card::Text(Fields(), block.field).empty();
-    Control& caption = Field(block.caption_control);
-    Control& text = Field(block.text_control);
-    caption.SetVisible(shown);
-    text.SetVisible(shown);
-    if (std::string_view(block.field) == "OpenLines") {
-      Control& documents = Field("srptDocuments");
-      documents.SetTop(top);
-      if (documents.Visible()) top += 80;
-    }
-    if (!shown) continue;
-    caption.SetTop(top);
-    text.SetTop(top);
-    top += kBlockStep;
-  }
-  Field("linCard").SetTop(top + 60);
-  Sections()["Detail"].SetHeight(top + 120);
+  // The posted documents stand before the open work.
+  card::StackBlocks(*this, kJobBlocks, "OpenLines", "srptDocuments");
 }
 
 void arJobDetailDocumentsSub::ActiveReport_Initialize() { PrepareDataControl(DataControl()); }
