@@ -338,7 +338,8 @@ void Trader::SupplierPaymentRun() {
   allocations_.Insert({returned, sent, amount});
 }
 
-void Trader::Settle(const Settlement& s) {
+void Trader::Settle(const Settlement& s,
+                    const std::vector<std::pair<std::int64_t, std::int64_t>>* shares) {
   const bool receivable = s.type >= 30;
   const std::int64_t sign = receivable ? -1 : 1;
   const PartyInfo& p = ctx_.parties[s.party];
@@ -441,7 +442,7 @@ void Trader::Settle(const Settlement& s) {
                         Cell::Null{},
                         s.date,
                         -sign * s.amount,
-                        s.document == 0 ? -sign * s.amount : std::int64_t{0},
+                        s.document == 0 && shares == nullptr ? -sign * s.amount : std::int64_t{0},
                         std::int64_t{0},
                         p.employee,
                         s.location,
@@ -456,7 +457,12 @@ void Trader::Settle(const Settlement& s) {
                         bank_entry == 0 ? Cell(Cell::Null{}) : Cell(bank_entry),
                         Cell::Null{}});
   // A receipt on account settles nothing yet: it stays open as the customer's credit.
-  if (s.document != 0) allocations_.Insert({id, s.document, -sign * s.amount});
+  if (shares != nullptr) {
+    for (const auto& [document, amount] : *shares)
+      allocations_.Insert({id, document, -sign * amount});
+  } else if (s.document != 0) {
+    allocations_.Insert({id, s.document, -sign * s.amount});
+  }
 }
 
 }  // namespace trellin::demo

@@ -73,7 +73,10 @@ class Trader {
   void PlanSettlements(Side side, std::size_t party, std::int64_t document, Date date,
                        std::int64_t gross, const std::string& location,
                        std::vector<Settlement>& plan);
-  void Settle(const Settlement& s);
+  // Writes the receipt, payment, credit, discount or journal `s` and allocates it to its
+  // document; a receipt given `shares` (document, amount) is allocated to each of them instead.
+  void Settle(const Settlement& s,
+              const std::vector<std::pair<std::int64_t, std::int64_t>>* shares = nullptr);
   void StockLines(std::vector<DocLine>& lines, std::size_t item, std::size_t location,
                   double quantity, std::int64_t unit_price, double discount_rate);
   // Cash and the year.

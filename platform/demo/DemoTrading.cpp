@@ -255,10 +255,52 @@ void Trader::BusyAccount() {
     }
     WriteDocument(Side::kReceivables, 30, "INV", busy, day, lines, "", customer.location);
   }
-  // What the month's bills planned to the present: the receipts and discounts of the week after.
+  // What the month's bills planned to the present: one receipt a week for the bills paid that
+  // week, on the week's last day of paying, allocated to each of them, with each bill's discount
+  // taken the same day; anything else on its own day.
+  struct Week {
+    std::vector<Settlement> discounts;
+    std::vector<Settlement> receipts;
+  };
+  std::map<std::int32_t, Week> weeks;            // by the serial of the week's Monday
+  std::map<std::int64_t, std::int32_t> week_of;  // a bill's week, by its receipt
+  std::vector<Settlement> discounts;
   while (!due_.empty()) {
-    Settle(due_.top());
+    const Settlement s = due_.top();
     due_.pop();
+    if (s.type == 35) {
+      Date monday = s.date;
+      while (monday.DayOfWeek() != Weekday::Monday) monday = monday.AddDays(-1);
+      weeks[monday.Serial()].receipts.push_back(s);
+      week_of[s.document] = monday.Serial();
+    } else if (s.type == 32) {
+      discounts.push_back(s);
+    } else {
+      Settle(s);
+    }
+  }
+  for (const Settlement& s : discounts) {
+    const auto week = week_of.find(s.document);
+    if (week == week_of.end()) {
+      Settle(s);
+    } else {
+      weeks[week->second].discounts.push_back(s);
+    }
+  }
+  for (auto& [monday, week] : weeks) {
+    Settlement paid = week.receipts.front();
+    paid.amount = 0;
+    std::vector<std::pair<std::int64_t, std::int64_t>> shares;
+    for (const Settlement& s : week.receipts) {
+      paid.date = std::max(paid.date, s.date);
+      paid.amount += s.amount;
+      shares.emplace_back(s.document, s.amount);
+    }
+    for (Settlement& discount : week.discounts) {
+      discount.date = paid.date;
+      Settle(discount);
+    }
+    Settle(paid, &shares);
   }
   ctx_.summary.transactions += transactions_.Rows();
   ctx_.summary.transaction_lines += lines_.Rows();
