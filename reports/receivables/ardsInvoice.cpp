@@ -118,8 +118,8 @@ void ardsInvoice::ActiveReport_ReportStart() {
   bool order_quantities = false;
   if (document_) {
     order_quantities = document_->Heading().type == DocumentClass::SalesOrder;
-  } else if (key_ == "Delivery Docket" && !IsGiven(p.Value("TransactionId", 0)) ||
-             (key_ == "Delivery Docket" &&
+  } else if (key_ == "Delivery Docket" &&
+             (!IsGiven(p.Value("TransactionId", 0)) ||
               p.Value("TransactionId", 0).ToCurrency() == Currency())) {
     // With no type or party filter and no range of its own, a docket is printed for one
     // document named by its id; without one there is nothing to print.
