@@ -8,6 +8,7 @@
 
 #include "core/TrellinReportGlobals.h"
 #include "core/host/ActiveReport.h"
+#include "core/host/Database.h"
 #include "core/host/Fields.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
@@ -62,6 +63,18 @@ inline std::string DateText(const Variant& date) {
 inline std::string MoneyText(const Variant& value) {
   return Format(Blank(value) ? Variant(Currency()) : Variant(value.ToCurrency()),
                 "#,##0.00;(#,##0.00)");
+}
+
+// A log's notes, a line each ("date subject: notes"), from a query of Date, Subject and Notes.
+inline std::string NoteLines(Database& database, const std::string& sql) {
+  std::string lines;
+  for (auto rs = database.Query(sql); !rs->Eof(); rs->MoveNext()) {
+    const std::string subject = Trim(rs->Value(1).Text());
+    const std::string notes = Trim(rs->Value(2).Text());
+    AddLine(lines, DateText(rs->Value(0)) + " " + subject +
+                       (notes.empty() ? "" : (subject.empty() ? "" : ": ") + notes));
+  }
+  return lines;
 }
 
 // A block of a card: a caption and its text, printed when the row's field of lines has any.

@@ -222,15 +222,9 @@ void arfaAssetDetail::ActiveReport_FetchData(bool&) {
 
   lines.clear();
   if (show_notes_) {
-    auto rs = TrellinReportGlobals::RequireDatabase()->Query(
-        "SELECT Date,Subject,Notes FROM AssetLog WHERE AssetId=" + Database::SQLString(code) +
-        " ORDER BY Date");
-    for (; !rs->Eof(); rs->MoveNext()) {
-      const std::string subject = Trim(rs->Value(1).Text());
-      const std::string notes = Trim(rs->Value(2).Text());
-      card::AddLine(lines, card::DateText(rs->Value(0)) + " " + subject +
-                               (notes.empty() ? "" : (subject.empty() ? "" : ": ") + notes));
-    }
+    lines = card::NoteLines(*TrellinReportGlobals::RequireDatabase(),
+                            "SELECT Date,Subject,Notes FROM AssetLog WHERE AssetId=" +
+                                Database::SQLString(code) + " ORDER BY Date");
   }
   fields.Item("NoteLines").SetValue(Variant(lines));
 }

@@ -355,15 +355,7 @@ void arJobDetail::FillCard(const std::string& job) {
   fields.Item("OpenLines").SetValue(Variant(lines));
 
   lines.clear();
-  if (show_notes_) {
-    rs = database.Query(JobNotesSql(job));
-    for (; !rs->Eof(); rs->MoveNext()) {
-      const std::string subject = Trim(rs->Value(1).Text());
-      const std::string notes = Trim(rs->Value(2).Text());
-      card::AddLine(lines, card::DateText(rs->Value(0)) + " " + subject +
-                               (notes.empty() ? "" : (subject.empty() ? "" : ": ") + notes));
-    }
-  }
+  if (show_notes_) lines = card::NoteLines(database, JobNotesSql(job));
   fields.Item("NoteLines").SetValue(Variant(lines));
 }
 
