@@ -29,6 +29,19 @@ enum class SectionType {
 // Whether a section starts a new page before it prints, ends its page after it, or both.
 enum class NewPageMode { None = 0, Before = 1, After = 2, BeforeAfter = 3 };
 
+// A detail laid out in columns, as labels on a sheet: each printing of the detail takes the
+// next cell, `Count` cells to a row, across a row and then down (`AcrossDown`) or down a column
+// to the page's end and then across (`DownAcross`). A cell is the print width, less the spacing
+// between cells, shared evenly; its height is the section's printed height. `Skip` leaves that
+// many cells blank before the first one printed, for a sheet partly used already.
+enum class ColumnDirection { AcrossDown, DownAcross };
+struct DetailColumns {
+  int Count = 1;
+  ColumnDirection Direction = ColumnDirection::AcrossDown;
+  float Spacing = 0;
+  int Skip = 0;
+};
+
 [[nodiscard]] std::string_view SectionTypeName(SectionType type);
 
 class Section {
@@ -68,6 +81,9 @@ class Section {
   // to, so that a continuation page says which group it belongs to.
   [[nodiscard]] bool RepeatOnPage() const { return repeat_on_page_; }
   void SetRepeatOnPage(bool v) { repeat_on_page_ = v; }
+  // The detail's columns; a count of 1 (as every other section has) is no columns.
+  [[nodiscard]] const DetailColumns& Columns() const { return columns_; }
+  void SetColumns(DetailColumns v) { columns_ = v; }
 
   [[nodiscard]] trellin::Controls& Controls() { return controls_; }
   [[nodiscard]] const trellin::Controls& Controls() const { return controls_; }
@@ -87,6 +103,7 @@ class Section {
   bool can_grow_ = false;
   bool can_shrink_ = false;
   bool repeat_on_page_ = false;
+  DetailColumns columns_;
   std::string data_field_;
   trellin::Controls controls_;
 };

@@ -44,6 +44,9 @@ class BandSink {
   virtual void StartSection(bool new_page) = 0;
   // The number of the page bands now land on (a fresh page counts from the next number).
   [[nodiscard]] virtual int CurrentPage() const = 0;
+  // The height left for bands on the page they now land on; between pages, the page to come is
+  // started (its header formats) so that its room is known.
+  [[nodiscard]] virtual float Room() = 0;
 };
 
 }  // namespace trellin::engine

@@ -116,6 +116,11 @@ constexpr std::array<std::pair<std::string_view, NewPageMode>, 4> kNewPage = {{
     {"BeforeAfter", NewPageMode::BeforeAfter},
 }};
 
+constexpr std::array<std::pair<std::string_view, ColumnDirection>, 2> kDirection = {{
+    {"AcrossDown", ColumnDirection::AcrossDown},
+    {"DownAcross", ColumnDirection::DownAcross},
+}};
+
 constexpr std::array<std::pair<std::string_view, TextAlignment>, 3> kAlignment = {{
     {"Left", TextAlignment::Left},
     {"Right", TextAlignment::Right},
@@ -322,6 +327,29 @@ void ReadSection(const Reader& r, const YAML::Node& node, ActiveReport& report,
              if (s.Type() != SectionType::GroupHeader)
                r.Fail(v, "only a group header has 'RepeatOnPage'");
              s.SetRepeatOnPage(r.Bool(v, "RepeatOnPage"));
+           }},
+          {"Columns",
+           [&](const YAML::Node& v) {
+             if (s.Type() != SectionType::Detail) r.Fail(v, "only the detail has 'Columns'");
+             DetailColumns columns;
+             r.Apply(v, "'Columns' of " + what,
+                     {
+                         {"Count",
+                          [&](const YAML::Node& f) {
+                            columns.Count = r.Integer(f, "Count");
+                            if (columns.Count < 1) r.Fail(f, "'Count' must be 1 or more");
+                          }},
+                         {"Direction",
+                          [&](const YAML::Node& f) {
+                            columns.Direction = r.Choice(f, "Direction", kDirection);
+                          }},
+                         {"Spacing",
+                          [&](const YAML::Node& f) {
+                            columns.Spacing = r.Number(f, "Spacing");
+                            if (columns.Spacing < 0) r.Fail(f, "'Spacing' must not be negative");
+                          }},
+                     });
+             s.SetColumns(columns);
            }},
           {"Controls",
            [&](const YAML::Node& v) {

@@ -12,6 +12,15 @@ int PageWriter::CurrentPage() const {
   return page_open_ ? page_number_ : page_number_ + 1;
 }
 
+float PageWriter::Room() {
+  if (pending_break_ && page_open_ && has_body_) {
+    FinishPage();
+    pending_break_ = false;
+  }
+  EnsurePage();
+  return body_bottom_ - y_;
+}
+
 void PageWriter::Place(Band band) {
   if ((band.break_before || pending_break_) && page_open_ && has_body_) FinishPage();
   pending_break_ = false;

@@ -43,6 +43,7 @@ class PageWriter : public BandSink {
   void Place(Band band) override;
   void StartSection(bool new_page) override;
   [[nodiscard]] int CurrentPage() const override;
+  [[nodiscard]] float Room() override;
   // Ends the last page; a report that placed nothing still gets one page with its furniture.
   void Finish();
   [[nodiscard]] int PagesWritten() const { return pages_written_; }

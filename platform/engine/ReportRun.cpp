@@ -1,5 +1,7 @@
 #include "platform/engine/ReportRun.h"
 
+#include <algorithm>
+
 #include "platform/engine/DocumentTable.h"
 #include "platform/engine/ReportEngine.h"
 
@@ -39,6 +41,7 @@ void ReportRun::Run(BandSink& out, PageWriter* writer) {
     PrintSection(*header, RowKind::ReportHeader, 0);
   }
   RunRows();
+  FlushColumns();
   if (Section* footer = report_.Sections().FindType(SectionType::ReportFooter)) {
     PrintSection(*footer, RowKind::ReportFooter, 0);
   }
@@ -111,9 +114,44 @@ void ReportRun::RunRows() {
     }
     StartGroups(level);
     summaries_.Accumulate(report_.Fields());
-    if (detail_) PrintSection(*detail_, RowKind::Detail, 0);
+    PrintDetail();
     first = false;
   }
+}
+
+void ReportRun::PrintDetail() {
+  if (!detail_) return;
+  DetailColumns columns = detail_->Columns();
+  if (columns.Count <= 1 && columns.Skip <= 0) {
+    PrintSection(*detail_, RowKind::Detail, 0);
+    return;
+  }
+  for (const Control& c : detail_->Controls()) {
+    if (c.Class() == ControlClass::Subreport) {
+      // A sub-report runs on across the page; a cell cannot hold it.
+      ReportEventError(detail_->Name(), "a detail in columns cannot hold the sub-report " +
+                                            c.Name() + "; it prints without columns");
+      detail_->SetColumns(DetailColumns{});
+      PrintSection(*detail_, RowKind::Detail, 0);
+      return;
+    }
+  }
+  const float width = report_.PrintWidth();
+  const auto count = static_cast<float>(std::max(columns.Count, 1));
+  cell_width_ = (width - (count - 1) * columns.Spacing) / count;
+  if (!columns_) {
+    columns_ = std::make_unique<ColumnSink>(*out_, columns, cell_width_ + columns.Spacing,
+                                            detail_->Height());
+  }
+  BandSink* out = out_;
+  out_ = columns_.get();
+  PrintSection(*detail_, RowKind::Detail, 0);
+  out_ = out;
+  cell_width_ = 0;
+}
+
+void ReportRun::FlushColumns() {
+  if (columns_) columns_->Flush();
 }
 
 void ReportRun::BuildGroups() {

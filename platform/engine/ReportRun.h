@@ -9,6 +9,7 @@
 
 #include "core/host/ActiveReport.h"
 #include "platform/engine/Band.h"
+#include "platform/engine/ColumnSink.h"
 #include "platform/engine/Expression.h"
 #include "platform/engine/PageWriter.h"
 #include "platform/engine/SectionLayout.h"
@@ -82,6 +83,10 @@ class ReportRun : public PageFurniture {
 
   // Sections.
   void PrintSection(Section& section, RowKind kind, int level);
+  // The detail in its columns, when it has them: bands go to the cells until another section
+  // prints.
+  void PrintDetail();
+  void FlushColumns();
   void FormatOnly(Section& section);
   void FillBoundControls(Section& section);
   void EvaluateExpressions(
@@ -105,6 +110,8 @@ class ReportRun : public PageFurniture {
   std::vector<int> column_field_;   // recordset column -> position in Fields
   std::vector<GroupLevel> groups_;  // [0] is level 1, the innermost
   Section* detail_ = nullptr;
+  std::unique_ptr<ColumnSink> columns_;
+  float cell_width_ = 0;  // a column's width, while the detail prints in columns
   Summaries summaries_;
   std::unordered_map<const Control*, BoundControl> bound_;
 };

@@ -40,6 +40,7 @@ class ChildSink : public BandSink {
   }
   void StartSection(bool new_page) override { parent_.StartSection(new_page); }
   [[nodiscard]] int CurrentPage() const override { return parent_.CurrentPage(); }
+  [[nodiscard]] float Room() override { return parent_.Room(); }
   [[nodiscard]] float Advance() const { return advance_; }
 
  private:
@@ -86,6 +87,7 @@ void ReportRun::FormatOnly(Section& section) {
 }
 
 void ReportRun::PrintSection(Section& section, RowKind kind, int level) {
+  if (&section != detail_) FlushColumns();
   NewPageMode mode = section.NewPage();
   out_->StartSection(section.Visible() &&
                      (mode == NewPageMode::Before || mode == NewPageMode::BeforeAfter));
@@ -145,7 +147,8 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
     };
   }
   Arrangement arr = Arrange(section, env_.measure);
-  const float width = report_.PrintWidth();
+  // A detail in columns is shaded over its own cell.
+  const float width = cell_width_ > 0 ? cell_width_ : report_.PrintWidth();
   const bool before =
       section.NewPage() == NewPageMode::Before || section.NewPage() == NewPageMode::BeforeAfter;
   const bool after =
