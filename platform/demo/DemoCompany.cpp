@@ -120,6 +120,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteLogs(ctx);
     WriteImportMessages(ctx);
     WriteBusyAccount(ctx);
+    WriteJobExtras(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

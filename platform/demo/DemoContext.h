@@ -181,6 +181,9 @@ void WriteImportMessages(DemoContext& ctx);
 // bill within the week less the prompt payment discount: the busiest account, whose statement
 // runs to a second page. Draws from a copy of the random stream, so nothing else moves.
 void WriteBusyAccount(DemoContext& ctx);
+// DemoJobs.cpp: the job budgets and the job rows the trading does not make; runs last, with no
+// draw on the random stream.
+void WriteJobExtras(DemoContext& ctx);
 // The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
 // shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
 void WriteStockExtras(DemoContext& ctx);
