@@ -117,7 +117,7 @@ int SqlCommand(const Args& args, const Context&) {
     throw Error(ErrorKind::Input, e.what());
   }
   if (parsed.Has("translate")) {
-    std::printf("%s\n", translation.sqlite.c_str());
+    std::printf("%s\n", translation.sql.c_str());
     for (const auto& column : translation.columns) {
       std::fprintf(stderr, "-- %s: %s\n", column.name.c_str(),
                    std::string(sql::SemTypeName(column.type)).c_str());

@@ -50,7 +50,7 @@ constexpr const char* kGroupedJet =
 void GroupedDirect(benchmark::State& state) {
   // Exactly the SQLite text that Query runs, so that the difference is the data layer's own.
   const std::string sqlite_sql =
-      sql::Translate(kGroupedJet, SqliteDatabase::Open(LedgerFile())->Catalog()).sqlite;
+      sql::Translate(kGroupedJet, SqliteDatabase::Open(LedgerFile())->Catalog()).sql;
   sqlite3* db = nullptr;
   sqlite3_open_v2(LedgerFile().c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   for (auto _ : state) {

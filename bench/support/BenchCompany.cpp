@@ -137,7 +137,7 @@ AloneTime QueriesAlone(const std::vector<std::string>& jet_queries, int repeats)
   std::vector<std::string> texts;
   texts.reserve(jet_queries.size());
   const sql::Catalog& catalog = Service().Database().Catalog();
-  for (const std::string& jet : jet_queries) texts.push_back(sql::Translate(jet, catalog).sqlite);
+  for (const std::string& jet : jet_queries) texts.push_back(sql::Translate(jet, catalog).sql);
   return SqliteAlone(texts, repeats);
 }
 

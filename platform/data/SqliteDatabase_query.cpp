@@ -55,7 +55,7 @@ std::vector<ResultField> SqliteDatabase::FieldsOf(const sql::Translation& transl
 std::shared_ptr<const sql::Translation> SqliteDatabase::Translate(std::string_view jet_sql) {
   try {
     std::shared_ptr<const sql::Translation> translation = translator_->Translate(jet_sql);
-    if (query_log_) query_log_(jet_sql, translation->sqlite);
+    if (query_log_) query_log_(jet_sql, translation->sql);
     return translation;
   } catch (const sql::SqlError& e) {
     // Too large to translate: made so by the user's filter, and said without the query.
@@ -69,7 +69,7 @@ std::shared_ptr<Recordset> SqliteDatabase::Query(std::string_view jet_sql) {
   std::vector<ResultField> fields = FieldsOf(*translation);
   std::vector<MemoryRecordset::Row> rows;
   try {
-    Statement statement(connection_, translation->sqlite);
+    Statement statement(connection_, translation->sql);
     sqlite3_stmt* stmt = statement.Handle();
     if (sqlite3_column_count(stmt) != static_cast<int>(fields.size())) {
       throw DatabaseError("it returns " + std::to_string(sqlite3_column_count(stmt)) +
@@ -95,7 +95,7 @@ std::shared_ptr<Recordset> SqliteDatabase::Query(std::string_view jet_sql) {
 std::shared_ptr<ForwardRecordset> SqliteDatabase::OpenForward(std::string_view jet_sql) {
   std::shared_ptr<const sql::Translation> translation = Translate(jet_sql);
   try {
-    return std::make_shared<ForwardRecordset>(connection_, translation->sqlite,
+    return std::make_shared<ForwardRecordset>(connection_, translation->sql,
                                               FieldsOf(*translation));
   } catch (const DatabaseError& e) {
     QueryFailed(path_, jet_sql, e.what());

@@ -20,7 +20,25 @@ constexpr ComparisonOp kComparisonOps[] = {
     {Op::kLe, "<=", kPrecCompare}, {Op::kGt, ">", kPrecCompare},   {Op::kGe, ">=", kPrecCompare},
 };
 
-std::string NoCase(const Typed& t) { return Wrap(t, kPrecCollate) + " COLLATE NOCASE"; }
+std::string NoCase(const Typed& t) { return CaseBlindText(t).sql; }
+
+// A condition: PostgreSQL takes only a Boolean where SQLite takes any number.
+Typed Condition(Typed t) {
+  if (!WritingPostgres() || t.type == SemType::Boolean) return t;
+  return Coerce(t, SemType::Boolean);
+}
+
+// A divisor: SQLite gives Null for a division by nought, where PostgreSQL stops the query.
+Typed Divisor(const Typed& t) {
+  if (!WritingPostgres() ||
+      (t.form == Form::kNumber && t.number.find_first_not_of("-0.") != std::string::npos)) {
+    return t;
+  }
+  return Expression("NULLIF(" + t.sql + ", 0)", t.type, kPrecAtom);
+}
+
+// ESCAPE '' on PostgreSQL, whose LIKE otherwise reads a backslash as an escape.
+std::string_view LikeEscape() { return WritingPostgres() ? " ESCAPE ''" : ""; }
 
 Typed Negate(const Typed& t) {
   if (t.form == Form::kNumber) {
@@ -59,6 +77,12 @@ Typed Unscaled(const Typed& t) {
 // Date plus a number of days: the result keeps its time only when it has one.
 Typed ShiftDate(const Typed& date, const Typed& days, bool subtract) {
   Typed amount = Coerce(days, SemType::Double);
+  if (WritingPostgres()) {
+    std::string shift = subtract ? " - " : " + ";
+    return Expression("CAST(" + Wrap(date, kPrecAdd + 1) + shift + Wrap(amount, kPrecMul) +
+                          " * INTERVAL '1 day' AS TIMESTAMP(0))",
+                      SemType::Date, kPrecAtom);
+  }
   std::string offset = subtract ? MinusPrefixed(amount) : Wrap(amount, kPrecUnary);
   // DATETIME gives "yyyy-mm-dd hh:mm:ss"; a midnight time is cut off again, so that the date
   // is written as stored dates are. The operand appears once, so shifts can be chained.
@@ -147,15 +171,12 @@ Typed Emitter::WriteNode(const Expr& expr, const Scope& scope) {
       Typed t = TextLiteral(expr.text);
       t.type = SemType::Date;
       t.form = Form::kDate;
+      t.number = expr.text;  // the ISO text, for a date literal made text
+      if (WritingPostgres()) t.sql.insert(0, "TIMESTAMP ");
       return t;
     }
-    case ExprKind::kBoolean: {
-      Typed t;
-      t.form = Form::kBoolean;
-      t.type = SemType::Boolean;
-      t.sql.assign(1, expr.text == "True" ? '1' : '0');
-      return t;
-    }
+    case ExprKind::kBoolean:
+      return BooleanLiteral(expr.text == "True");
     case ExprKind::kNull:
       return NullLiteral();
     case ExprKind::kColumn:
@@ -184,6 +205,9 @@ Typed Emitter::WriteNode(const Expr& expr, const Scope& scope) {
       }
       bool nocase = operand.type == SemType::Text && operand.form != Form::kColumn;
       std::string subject = nocase ? NoCase(operand) : Wrap(operand, kPrecEquality + 1);
+      if (WritingPostgres() && nocase && sub.columns[0].type != SemType::Text) {
+        subject = Wrap(operand, kPrecEquality + 1);
+      }
       return Expression(subject + (expr.negated ? " NOT IN (" : " IN (") + sub.sql + ")",
                         SemType::Boolean, kPrecEquality);
     }
@@ -250,7 +274,7 @@ Typed Emitter::WriteUnary(const Expr& expr, const Scope& scope) {
   Typed operand = WriteExpr(*expr.args[0], scope);
   switch (expr.op) {
     case Op::kNot:
-      return Expression("NOT " + Wrap(operand, kPrecNot), SemType::Boolean, kPrecNot);
+      return Expression("NOT " + Wrap(Condition(operand), kPrecNot), SemType::Boolean, kPrecNot);
     case Op::kPlus:
       return operand;
     default:
@@ -259,7 +283,10 @@ Typed Emitter::WriteUnary(const Expr& expr, const Scope& scope) {
   switch (operand.type) {
     case SemType::Boolean:
       // -True is 1: the stored value itself, as a number.
-      if (operand.form == Form::kBoolean) return NumberLiteral(operand.sql);
+      if (operand.form == Form::kBoolean) return NumberLiteral(IsTrueLiteral(operand) ? "1" : "0");
+      if (WritingPostgres()) {
+        return Expression("CAST(" + operand.sql + " AS INTEGER)", SemType::Long, kPrecAtom);
+      }
       return Expression(operand.sql, SemType::Long, operand.prec);
     case SemType::Text:
     case SemType::Date:
@@ -276,7 +303,7 @@ Typed Emitter::WriteBinary(const Expr& expr, const Scope& scope) {
     parts.reserve(expr.args.size());
     for (const auto& arg : expr.args) {
       Typed part = WriteExpr(*arg, scope);
-      parts.push_back(expr.op == Op::kJoin ? JoinPart(part) : std::move(part));
+      parts.push_back(expr.op == Op::kJoin ? JoinPart(part) : Condition(std::move(part)));
     }
     return JoinBalanced(parts, 0, parts.size(), chain);
   }
@@ -291,10 +318,14 @@ Typed Emitter::WriteBinary(const Expr& expr, const Scope& scope) {
 Typed Emitter::WriteOperator(Op op, Typed left, Typed right, int position) {
   switch (op) {
     case Op::kAnd:
-      return Binary(left, "AND", right, kPrecAnd, SemType::Boolean);
+      return Binary(Condition(left), "AND", Condition(right), kPrecAnd, SemType::Boolean);
     case Op::kOr:
-      return Binary(left, "OR", right, kPrecOr, SemType::Boolean);
+      return Binary(Condition(left), "OR", Condition(right), kPrecOr, SemType::Boolean);
     case Op::kXor:
+      if (WritingPostgres()) {
+        return Binary(Coerce(left, SemType::Boolean), "<>", Coerce(right, SemType::Boolean),
+                      kPrecEquality, SemType::Boolean);
+      }
       return Binary(
           Expression(Wrap(left, kPrecEquality + 1) + " <> 0", SemType::Boolean, kPrecEquality),
           "<>",
@@ -320,7 +351,11 @@ Typed Emitter::WriteComparison(Op op, Typed left, Typed right) {
     if (candidate.op == op) entry = &candidate;
   }
   AlignForComparison(left, right, op == Op::kEq || op == Op::kNe);
-  if (NeedsNoCase(left, right)) {
+  if (WritingPostgres()) {
+    Typed blind_left = CaseBlindOperand(left, right);
+    right = CaseBlindOperand(right, left);
+    left = std::move(blind_left);
+  } else if (NeedsNoCase(left, right)) {
     right = Expression(NoCase(right), right.type, kPrecCollate);
   }
   return Binary(left, entry->sql, right, entry->prec, SemType::Boolean);
@@ -339,6 +374,11 @@ Typed Emitter::WriteArithmetic(Op op, Typed left, Typed right, int position) {
   }
   if (op == Op::kAdd || op == Op::kSub) {
     if (left.type == SemType::Date && right.type == SemType::Date && op == Op::kSub) {
+      if (WritingPostgres()) {
+        return Expression("CAST(EXTRACT(EPOCH FROM " + Wrap(left, kPrecAdd) + " - " +
+                              Wrap(right, kPrecAdd + 1) + ") AS DOUBLE PRECISION) / 86400",
+                          SemType::Double, kPrecMul);
+      }
       return Expression("JULIANDAY(" + left.sql + ") - JULIANDAY(" + right.sql + ")",
                         SemType::Double, kPrecAdd);
     }
@@ -367,28 +407,25 @@ Typed Emitter::WriteArithmetic(Op op, Typed left, Typed right, int position) {
       }
       if (left.type == SemType::Currency && right.type == SemType::Currency) {
         Typed product = Binary(left, "*", right, kPrecMul, SemType::Currency);
-        return Expression("CAST(ROUND(" + product.sql + " / 10000.0) AS INTEGER)",
-                          SemType::Currency, kPrecAtom);
+        return Expression(RoundToWhole(product.sql + " / 10000.0"), SemType::Currency, kPrecAtom);
       }
       const Typed& factor = left.type == SemType::Currency ? right : left;
       Typed product = Binary(left, "*", right, kPrecMul, SemType::Currency);
       if (factor.type == SemType::Long) return product;
       // Money times a fraction is rounded back to ten-thousandths, half away from zero.
-      return Expression("CAST(ROUND(" + product.sql + ") AS INTEGER)", SemType::Currency,
-                        kPrecAtom);
+      return Expression(RoundToWhole(product.sql), SemType::Currency, kPrecAtom);
     }
     case Op::kDiv: {
       // Division is always floating point; money is divided as its amount, not its count.
-      Typed dividend =
-          left.type == SemType::Currency || left.type == SemType::Double
-              ? Coerce(left, SemType::Double)
-              : Expression("CAST(" + left.sql + " AS REAL)", SemType::Double, kPrecAtom);
-      return Binary(dividend, "/", Unscaled(right), kPrecMul, SemType::Double);
+      Typed dividend = left.type == SemType::Currency || left.type == SemType::Double
+                           ? Coerce(left, SemType::Double)
+                           : Expression(AsReal(left.sql), SemType::Double, kPrecAtom);
+      return Binary(dividend, "/", Divisor(Unscaled(right)), kPrecMul, SemType::Double);
     }
     case Op::kIntDiv:
     case Op::kMod:
       return Binary(Coerce(left, SemType::Long), op == Op::kMod ? "%" : "/",
-                    Coerce(right, SemType::Long), kPrecMul, SemType::Long);
+                    Divisor(Coerce(right, SemType::Long)), kPrecMul, SemType::Long);
     case Op::kPow:
       return Expression("POWER(" + Unscaled(left).sql + ", " + Unscaled(right).sql + ")",
                         SemType::Double, kPrecAtom);
@@ -405,7 +442,13 @@ Typed Emitter::WriteBetween(const Expr& expr, const Scope& scope) {
   AlignForComparison(operand, low, false);
   AlignForComparison(operand, high, false);
   std::string subject = Wrap(operand, kPrecEquality + 1);
-  if (NeedsNoCase(operand, low) && NeedsNoCase(operand, high)) subject = NoCase(operand);
+  if (WritingPostgres()) {
+    subject = Wrap(CaseBlindOperand(operand, low), kPrecEquality + 1);
+    low = CaseBlindOperand(low, operand);
+    high = CaseBlindOperand(high, operand);
+  } else if (NeedsNoCase(operand, low) && NeedsNoCase(operand, high)) {
+    subject = NoCase(operand);
+  }
   return Expression(subject + (expr.negated ? " NOT BETWEEN " : " BETWEEN ") +
                         Wrap(low, kPrecEquality + 1) + " AND " + Wrap(high, kPrecEquality + 1),
                     SemType::Boolean, kPrecEquality);
@@ -419,6 +462,7 @@ Typed Emitter::WriteInList(const Expr& expr, const Scope& scope) {
     Typed subject = operand;
     Typed item = WriteExpr(*expr.args[i], scope);
     AlignForComparison(subject, item, true);
+    item = CaseBlindOperand(item, subject);
     if (i > 1) list += ", ";
     list += item.sql;
   }
@@ -432,8 +476,11 @@ Typed Emitter::WriteLike(const Expr& expr, const Scope& scope) {
   Typed pattern = expr.args[1]->kind == ExprKind::kText
                       ? TextLiteral(LikePattern(expr.args[1]->text))
                       : Coerce(WriteExpr(*expr.args[1], scope), SemType::Text);
-  return Binary(subject, expr.negated ? "NOT LIKE" : "LIKE", pattern, kPrecEquality,
-                SemType::Boolean);
+  return Expression(Wrap(CaseBlindOperand(subject, pattern), kPrecEquality) +
+                        (expr.negated ? " NOT LIKE " : " LIKE ") +
+                        Wrap(CaseBlindOperand(pattern, subject), kPrecEquality + 1) +
+                        std::string(LikeEscape()),
+                    SemType::Boolean, kPrecEquality);
 }
 
 Typed Emitter::WriteSubquery(const Expr& expr, const Scope& scope) {

@@ -29,10 +29,20 @@ std::string JoinWord(JoinKind kind) {
 // Text sorts and groups without regard to case: columns are declared so, and an expression
 // is told so.
 std::string CaseBlind(const Typed& t) {
-  if (t.type == SemType::Text && t.form != Form::kColumn) {
-    return Wrap(t, kPrecCollate) + " COLLATE NOCASE";
-  }
+  if (t.type == SemType::Text && t.form != Form::kColumn) return CaseBlindText(t).sql;
   return t.sql;
+}
+
+// A condition of WHERE, HAVING or ON: PostgreSQL takes only a Boolean there.
+std::string ConditionText(const Typed& t) {
+  if (!WritingPostgres() || t.type == SemType::Boolean) return t.sql;
+  return Coerce(t, SemType::Boolean).sql;
+}
+
+// Jet sorts Null first, as SQLite does; PostgreSQL sorts it last unless told.
+std::string_view NullsOrder(bool descending) {
+  if (!WritingPostgres()) return "";
+  return descending ? " NULLS LAST" : " NULLS FIRST";
 }
 
 const RangeVar* FindVar(const Scope& scope, const TableRef& ref) {
@@ -90,6 +100,7 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
     // TOP belongs to its own SELECT; SQLite allows LIMIT only at the end of the whole.
     if (query.selects[p].top) {
       text = "SELECT * FROM (" + text + " LIMIT " + std::to_string(*query.selects[p].top) + ")";
+      if (WritingPostgres()) text += " AS " + QuoteName("Top" + std::to_string(p + 1));
     }
     if (p > 0) out.sql += query.union_all[p - 1] ? " UNION ALL " : " UNION ";
     out.sql += text;
@@ -112,6 +123,13 @@ Emitter::SelectText Emitter::WriteSelect(const Select& select, const Scope* oute
     }
     Item written;
     written.value = WriteExpr(*item.expr, out.scope);
+    if (WritingPostgres() && written.value.type == SemType::Text &&
+        written.value.form != Form::kColumn && written.value.form != Form::kNull) {
+      // On PostgreSQL a text result is made case-blind where it is written, so that it compares,
+      // groups and sorts as a column does, in a derived table, a UNION or DISTINCT alike.
+      written.value = CaseBlindText(written.value);
+      written.value.form = Form::kColumn;
+    }
     if (!item.alias.empty()) {
       written.name = item.alias;
       written.user_alias = true;
@@ -143,7 +161,7 @@ Emitter::SelectText Emitter::WriteSelect(const Select& select, const Scope* oute
       out.tail += WriteTableRef(*select.from[i], out.scope);
     }
   }
-  if (select.where) out.tail += " WHERE " + WriteExpr(*select.where, out.scope).sql;
+  if (select.where) out.tail += " WHERE " + ConditionText(WriteExpr(*select.where, out.scope));
   if (!select.group_by.empty()) {
     out.tail += " GROUP BY ";
     for (std::size_t i = 0; i < select.group_by.size(); ++i) {
@@ -151,7 +169,9 @@ Emitter::SelectText Emitter::WriteSelect(const Select& select, const Scope* oute
       out.tail += CaseBlind(WriteExpr(*select.group_by[i], out.scope));
     }
   }
-  if (select.having) out.tail += " HAVING " + WriteExpr(*select.having, out.scope).sql;
+  if (select.having) {
+    out.tail += " HAVING " + ConditionText(WriteExpr(*select.having, out.scope));
+  }
   return out;
 }
 
@@ -192,13 +212,18 @@ std::string Emitter::WriteTableRef(const TableRef& ref, const Scope& scope) {
     std::string right_text = WriteTableRef(right, scope);
     if (right.kind == TableRef::Kind::kJoin) right_text = "(" + right_text + ")";
     std::string text = WriteTableRef(left, scope) + JoinWord(ref.join) + right_text;
-    if (ref.on) text += " ON " + WriteExpr(*ref.on, scope).sql;
+    if (ref.on) text += " ON " + ConditionText(WriteExpr(*ref.on, scope));
     return text;
   }
   const RangeVar* var = FindVar(scope, ref);
   std::string text = ref.kind == TableRef::Kind::kTable ? QuoteName(var->table->name)
                                                         : "(" + var->derived_sql + ")";
-  if (!ref.alias.empty()) text += " AS " + QuoteName(ref.alias);
+  if (!ref.alias.empty()) {
+    text += " AS " + QuoteName(ref.alias);
+  } else if (ref.kind == TableRef::Kind::kDerived && WritingPostgres()) {
+    // PostgreSQL names every derived table; its columns are still read without a qualifier.
+    text += " AS " + QuoteName("Derived" + std::to_string(++derived_tables_));
+  }
   return text;
 }
 
@@ -276,6 +301,7 @@ std::string Emitter::WriteOrderBy(const Query& query, const SelectText& select) 
     if (i > 0) text += ", ";
     text += CaseBlind(value);
     if (term.descending) text += " DESC";
+    text += NullsOrder(term.descending);
   }
   return text;
 }
@@ -315,6 +341,7 @@ std::string Emitter::WriteCompoundOrderBy(const Query& query, const SelectText& 
     const Typed& value = first.items[*column].value;
     if (value.type == SemType::Text && value.form != Form::kColumn) text += " COLLATE NOCASE";
     if (term.descending) text += " DESC";
+    text += NullsOrder(term.descending);
   }
   return text;
 }

@@ -1,6 +1,6 @@
 #pragma once
-// Writes a parsed Jet statement as SQLite text, resolving names against the catalogue and
-// typing every expression on the way. Internal to the front end.
+// Writes a parsed Jet statement as SQLite or PostgreSQL text (see Dialect.h), resolving names
+// against the catalogue and typing every expression on the way. Internal to the front end.
 
 #include <memory>
 #include <optional>
@@ -91,6 +91,7 @@ class Emitter {
   Typed WriteCall(const Expr& expr, const Scope& scope);
 
   const Catalog& catalog_;
+  int derived_tables_ = 0;  // PostgreSQL: the derived tables named so far
 };
 
 }  // namespace trellin::sql

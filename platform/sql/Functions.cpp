@@ -27,6 +27,17 @@ Typed Call(std::string_view name, const std::vector<std::string>& args, SemType 
 }
 
 std::string TextOf(const Typed& t) { return Coerce(t, SemType::Text).sql; }
+// Text compared by its bytes, as SQLite's string functions compare: PostgreSQL's case-blind
+// text type would make REPLACE and the search case-blind.
+std::string BytesOf(const Typed& t) {
+  std::string text = TextOf(t);
+  return WritingPostgres() && t.form != Form::kText ? "CAST(" + text + " AS TEXT)" : text;
+}
+// A count or a position as PostgreSQL's string functions take it: a 32-bit INTEGER.
+std::string CountOf(const Typed& t) {
+  std::string n = Coerce(t, SemType::Long).sql;
+  return WritingPostgres() && t.form != Form::kNumber ? "CAST(" + n + " AS INTEGER)" : n;
+}
 std::string NumberOf(const Typed& t, SemType as) { return Coerce(t, as).sql; }
 
 // Aggregates.
@@ -38,6 +49,9 @@ Typed Sum(Args& a) {
     case SemType::Null:
       return Call("SUM", {a[0].sql}, a[0].type == SemType::Null ? SemType::Long : a[0].type);
     case SemType::Boolean:  // each True counts -1
+      if (WritingPostgres()) {
+        return Expression("-SUM(CAST(" + a[0].sql + " AS INTEGER))", SemType::Long, kPrecUnary);
+      }
       return Expression("-SUM(" + a[0].sql + ")", SemType::Long, kPrecUnary);
     default:
       return Call("SUM", {NumberOf(a[0], SemType::Double)}, SemType::Double);
@@ -46,8 +60,7 @@ Typed Sum(Args& a) {
 
 Typed Avg(Args& a) {
   if (a[0].type == SemType::Currency) {
-    return Expression("CAST(ROUND(AVG(" + a[0].sql + ")) AS INTEGER)", SemType::Currency,
-                      kPrecAtom);
+    return Expression(RoundToWhole("AVG(" + a[0].sql + ")"), SemType::Currency, kPrecAtom);
   }
   return Call("AVG", {NumberOf(a[0], SemType::Double)}, SemType::Double);
 }
@@ -57,23 +70,25 @@ Typed Count(Args& a) { return Call("COUNT", {a[0].sql}, SemType::Long); }
 // Jet's True is -1, below False; the stored 1 is above 0, so the extremes swap. Text is
 // ranked without regard to case, as a column's own collation would rank it.
 std::string Ranked(const Typed& t) {
-  if (t.type == SemType::Text && t.form != Form::kColumn) {
-    return Wrap(t, kPrecCollate) + " COLLATE NOCASE";
-  }
+  if (t.type == SemType::Text && t.form != Form::kColumn) return CaseBlindText(t).sql;
   return t.sql;
 }
-Typed Min(Args& a) {
-  return Call(a[0].type == SemType::Boolean ? "MAX" : "MIN", {Ranked(a[0])}, a[0].type);
+// PostgreSQL has no MIN or MAX of Booleans: the most of some Booleans is whether any is true.
+std::string_view Extreme(SemType type, bool least) {
+  if (type != SemType::Boolean) return least ? "MIN" : "MAX";
+  // The stored extreme is Jet's other one.
+  if (WritingPostgres()) return least ? "BOOL_OR" : "BOOL_AND";
+  return least ? "MAX" : "MIN";
 }
-Typed Max(Args& a) {
-  return Call(a[0].type == SemType::Boolean ? "MIN" : "MAX", {Ranked(a[0])}, a[0].type);
-}
+Typed Min(Args& a) { return Call(Extreme(a[0].type, true), {Ranked(a[0])}, a[0].type); }
+Typed Max(Args& a) { return Call(Extreme(a[0].type, false), {Ranked(a[0])}, a[0].type); }
 
 // Conditionals and Null.
 
 Typed IIf(Args& a) {
   SemType type = Unify(a[1], a[2]);
-  return Expression("CASE WHEN " + a[0].sql + " THEN " + Coerce(a[1], type).sql + " ELSE " +
+  Typed condition = WritingPostgres() ? Coerce(a[0], SemType::Boolean) : a[0];
+  return Expression("CASE WHEN " + condition.sql + " THEN " + Coerce(a[1], type).sql + " ELSE " +
                         Coerce(a[2], type).sql + " END",
                     type, kPrecAtom);
 }
@@ -99,11 +114,17 @@ Typed Round(Args& a) {
       if (digits >= -10) {
         std::string step(static_cast<std::size_t>(5 - digits), '0');
         step[0] = '1';
-        return Expression(
-            "CAST(ROUND(" + Wrap(a[0], kPrecMul) + " / " + step + ".0) AS INTEGER) * " + step,
-            SemType::Currency, kPrecMul);
+        return Expression(RoundToWhole(Wrap(a[0], kPrecMul) + " / " + step + ".0") + " * " + step,
+                          SemType::Currency, kPrecMul);
       }
     }
+  }
+  if (WritingPostgres()) {
+    // Halves away from zero, as SQLite rounds: PostgreSQL rounds the exact decimal so.
+    std::string digits = a.size() > 1 ? ", " + CountOf(a[1]) : "";
+    return Expression("CAST(ROUND(CAST(" + NumberOf(a[0], SemType::Double) + " AS NUMERIC)" +
+                          digits + ") AS DOUBLE PRECISION)",
+                      SemType::Double, kPrecAtom);
   }
   std::vector<std::string> args{NumberOf(a[0], SemType::Double)};
   if (a.size() > 1) args.push_back(NumberOf(a[1], SemType::Long));
@@ -116,7 +137,11 @@ Typed Abs(Args& a) {
   return Call("ABS", {Coerce(a[0], type).sql}, type);
 }
 
-Typed Sgn(Args& a) { return Call("SIGN", {NumberOf(a[0], SemType::Double)}, SemType::Long); }
+Typed Sgn(Args& a) {
+  Typed sign = Call("SIGN", {NumberOf(a[0], SemType::Double)}, SemType::Long);
+  if (WritingPostgres()) sign.sql = AsInteger(sign.sql);
+  return sign;
+}
 
 // Int rounds down, Fix towards zero; money stays money.
 Typed Int(Args& a) {
@@ -125,6 +150,7 @@ Typed Int(Args& a) {
     return Expression(x + " - (" + x + " % 10000 + 10000) % 10000", SemType::Currency, kPrecAdd);
   }
   if (a[0].type == SemType::Long) return a[0];
+  if (WritingPostgres()) return Call("FLOOR", {NumberOf(a[0], SemType::Double)}, SemType::Double);
   std::string d = Wrap(Coerce(a[0], SemType::Double), kPrecCompare + 1);
   return Expression(
       "CAST(CAST(" + d + " AS INTEGER) - (" + d + " < CAST(" + d + " AS INTEGER)) AS REAL)",
@@ -137,6 +163,7 @@ Typed Fix(Args& a) {
     return Expression(x + " - " + x + " % 10000", SemType::Currency, kPrecAdd);
   }
   if (a[0].type == SemType::Long) return a[0];
+  if (WritingPostgres()) return Call("TRUNC", {NumberOf(a[0], SemType::Double)}, SemType::Double);
   return Expression("CAST(CAST(" + NumberOf(a[0], SemType::Double) + " AS INTEGER) AS REAL)",
                     SemType::Double, kPrecAtom);
 }
@@ -151,26 +178,38 @@ Typed CLng(Args& a) {
 Typed CBool(Args& a) { return Coerce(a[0], SemType::Boolean); }
 Typed CStr(Args& a) { return Coerce(a[0], SemType::Text); }
 Typed CDate(Args& a) { return Coerce(a[0], SemType::Date); }
-Typed Val(Args& a) {
-  return Expression("CAST(" + TextOf(a[0]) + " AS REAL)", SemType::Double, kPrecAtom);
-}
+Typed Val(Args& a) { return Coerce(Coerce(a[0], SemType::Text), SemType::Double); }
 
 // Text.
 
 Typed Space(Args& a) {
+  if (WritingPostgres()) return Call("REPEAT", {"' '", CountOf(a[0])}, SemType::Text);
   return Call("PRINTF", {"'%*s'", NumberOf(a[0], SemType::Long), "''"}, SemType::Text);
 }
 Typed Len(Args& a) { return Call("LENGTH", {TextOf(a[0])}, SemType::Long); }
 Typed Left(Args& a) {
+  if (WritingPostgres()) return Call("SUBSTR", {TextOf(a[0]), "1", CountOf(a[1])}, SemType::Text);
   return Call("SUBSTR", {TextOf(a[0]), "1", NumberOf(a[1], SemType::Long)}, SemType::Text);
 }
 Typed Right(Args& a) {
+  if (WritingPostgres()) {
+    // RIGHT with a negative count drops characters, where Jet's gives ""
+    std::string n = CountOf(a[1]);
+    return Expression(
+        "CASE WHEN " + n + " > 0 THEN RIGHT(" + TextOf(a[0]) + ", " + n + ") ELSE '' END",
+        SemType::Text, kPrecAtom);
+  }
   std::string n = NumberOf(a[1], SemType::Long);
   return Expression(
       "CASE WHEN " + n + " > 0 THEN SUBSTR(" + TextOf(a[0]) + ", -(" + n + ")) ELSE '' END",
       SemType::Text, kPrecAtom);
 }
 Typed Mid(Args& a) {
+  if (WritingPostgres()) {
+    std::vector<std::string> args{TextOf(a[0]), CountOf(a[1])};
+    if (a.size() > 2) args.push_back(CountOf(a[2]));
+    return Call("SUBSTR", args, SemType::Text);
+  }
   std::vector<std::string> args{TextOf(a[0]), NumberOf(a[1], SemType::Long)};
   if (a.size() > 2) args.push_back(NumberOf(a[2], SemType::Long));
   return Call("SUBSTR", args, SemType::Text);
@@ -180,14 +219,33 @@ Typed LCase(Args& a) { return Call("LOWER", {TextOf(a[0])}, SemType::Text); }
 Typed Trim(Args& a) { return Call("TRIM", {TextOf(a[0])}, SemType::Text); }
 Typed LTrim(Args& a) { return Call("LTRIM", {TextOf(a[0])}, SemType::Text); }
 Typed RTrim(Args& a) { return Call("RTRIM", {TextOf(a[0])}, SemType::Text); }
-Typed InStr(Args& a) { return Call("INSTR", {TextOf(a[0]), TextOf(a[1])}, SemType::Long); }
+Typed InStr(Args& a) {
+  return Call(WritingPostgres() ? "STRPOS" : "INSTR", {BytesOf(a[0]), BytesOf(a[1])},
+              SemType::Long);
+}
 Typed Replace(Args& a) {
-  return Call("REPLACE", {TextOf(a[0]), TextOf(a[1]), TextOf(a[2])}, SemType::Text);
+  return Call("REPLACE", {BytesOf(a[0]), BytesOf(a[1]), BytesOf(a[2])}, SemType::Text);
 }
 
 // Dates.
 
+// The PostgreSQL field for each strftime format the date parts use.
+std::string_view DateField(std::string_view format) {
+  if (format == "%Y") return "YEAR";
+  if (format == "%m") return "MONTH";
+  if (format == "%d") return "DAY";
+  if (format == "%H") return "HOUR";
+  if (format == "%M") return "MINUTE";
+  if (format == "%S") return "SECOND";
+  return "DOW";
+}
+
 Typed DatePart(const Typed& date, std::string_view format) {
+  if (WritingPostgres()) {
+    return Expression(
+        AsInteger("EXTRACT(" + std::string(DateField(format)) + " FROM " + date.sql + ")"),
+        SemType::Long, kPrecAtom);
+  }
   return Expression("CAST(STRFTIME('" + std::string(format) + "', " + date.sql + ") AS INTEGER)",
                     SemType::Long, kPrecAtom);
 }
@@ -200,8 +258,16 @@ Typed Second(Args& a) { return DatePart(a[0], "%S"); }
 Typed Weekday(Args& a) {
   return Expression(DatePart(a[0], "%w").sql + " + 1", SemType::Long, kPrecAdd);
 }
-Typed Today(Args&) { return Expression("DATE('now', 'localtime')", SemType::Date, kPrecAtom); }
-Typed Now(Args&) { return Expression("DATETIME('now', 'localtime')", SemType::Date, kPrecAtom); }
+Typed Today(Args&) {
+  if (WritingPostgres()) {
+    return Expression("CAST(CURRENT_DATE AS TIMESTAMP(0))", SemType::Date, kPrecAtom);
+  }
+  return Expression("DATE('now', 'localtime')", SemType::Date, kPrecAtom);
+}
+Typed Now(Args&) {
+  if (WritingPostgres()) return Expression("LOCALTIMESTAMP(0)", SemType::Date, kPrecAtom);
+  return Expression("DATETIME('now', 'localtime')", SemType::Date, kPrecAtom);
+}
 
 struct FunctionRow {
   std::string_view name;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/sql/Dialect.h"
+
 namespace trellin::sql {
 namespace {
 
@@ -189,7 +191,9 @@ std::size_t NameHash::operator()(std::string_view name) const {
 }
 
 std::string QuoteName(std::string_view name) {
-  if (IsPlainWord(name) && !IsSqliteKeyword(name)) return std::string(name);
+  // PostgreSQL folds a bare name to lower case: every name is quoted there, as its schema
+  // spells it, so that its own keywords never clash either.
+  if (!WritingPostgres() && IsPlainWord(name) && !IsSqliteKeyword(name)) return std::string(name);
   std::string quoted = "\"";
   for (char c : name) {
     quoted += c;

@@ -72,7 +72,8 @@ Lifted LiftWholeNumbers(std::string_view jet) {
 
 }  // namespace
 
-Translation Translate(std::string_view jet, const Catalog& catalog) {
+Translation Translate(std::string_view jet, const Catalog& catalog, Dialect dialect) {
+  DialectScope scope(dialect);
   try {
     auto query = ParseStatement(jet);
     Emitter emitter(catalog);
@@ -95,12 +96,12 @@ std::shared_ptr<const Translator::Shape> Translator::ShapeOf(const std::string& 
   auto shape = std::make_shared<Shape>();
   Translation translation;
   try {
-    translation = sql::Translate(skeleton, catalog_);
+    translation = sql::Translate(skeleton, catalog_, dialect_);
   } catch (const SqlError&) {
     return shape;  // not usable: the text itself is translated, and reports its own fault
   }
   // Each placeholder must come through as it went in, a whole token of its own.
-  const std::string& text = translation.sqlite;
+  const std::string& text = translation.sql;
   std::vector<bool> seen(numbers, false);
   std::size_t copied = 0;
   const std::size_t width = kPlaceholder.size() + 3;
@@ -146,17 +147,17 @@ std::shared_ptr<const Translation> Translator::Translate(std::string_view jet) {
     if (shape->usable) {
       auto filled = std::make_shared<Translation>();
       for (std::size_t i = 0; i < shape->slots.size(); ++i) {
-        filled->sqlite += shape->pieces[i];
-        filled->sqlite += lifted.numbers[shape->slots[i]];
+        filled->sql += shape->pieces[i];
+        filled->sql += lifted.numbers[shape->slots[i]];
       }
-      filled->sqlite += shape->pieces.back();
+      filled->sql += shape->pieces.back();
       filled->columns = shape->columns;
       return filled;
     }
   }
   // Translated outside the lock: a slow statement doesn't hold up others. Two threads that
   // race on one text both translate it, and the first result stays.
-  auto translation = std::make_shared<const Translation>(sql::Translate(jet, catalog_));
+  auto translation = std::make_shared<const Translation>(sql::Translate(jet, catalog_, dialect_));
   std::lock_guard lock(mutex_);
   auto [it, added] = cache_.try_emplace(key, Entry{std::move(translation), {}});
   if (!added) return it->second.translation;

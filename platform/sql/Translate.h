@@ -1,5 +1,6 @@
 #pragma once
-// The front end's entry: Jet SQL text in, SQLite SQL text and typed result columns out.
+// The front end's entry: Jet SQL text in, SQLite or PostgreSQL text and typed result columns
+// out.
 
 #include <list>
 #include <memory>
@@ -10,22 +11,24 @@
 #include <vector>
 
 #include "platform/sql/Catalog.h"
+#include "platform/sql/Dialect.h"
 #include "platform/sql/SemType.h"
 #include "platform/sql/SqlError.h"
 
 namespace trellin::sql {
 
-// What a Jet statement becomes. Each result column's values come back from SQLite in the
-// storage form of its type (see SemType), so a recordset converts them by type alone.
+// What a Jet statement becomes. Each result column's values come back in the storage form of
+// its type (see SemType; on PostgreSQL, README.md), so a recordset converts them by type alone.
 struct Translation {
-  std::string sqlite;
+  std::string sql;
   std::vector<ResultColumn> columns;
 };
 
-// Translates one Jet SELECT statement (or UNION) for SQLite, resolving every name against
-// `catalog`. Throws SqlError for bad syntax, an unknown table, column or function, or an
-// ambiguous column; the message names the token and its 1-based position.
-[[nodiscard]] Translation Translate(std::string_view jet, const Catalog& catalog);
+// Translates one Jet SELECT statement (or UNION) for SQLite or PostgreSQL, resolving every
+// name against `catalog`. Throws SqlError for bad syntax, an unknown table, column or function, or
+// an ambiguous column; the message names the token and its 1-based position.
+[[nodiscard]] Translation Translate(std::string_view jet, const Catalog& catalog,
+                                    Dialect dialect = Dialect::kSqlite);
 
 // Translate with a cache keyed by the exact text: a report that runs the same statement for
 // every row pays for it once. The cache keeps the `capacity` most recently used statements, so
@@ -38,8 +41,9 @@ class Translator {
  public:
   static constexpr std::size_t kDefaultCapacity = 1000;
 
-  explicit Translator(const Catalog& catalog, std::size_t capacity = kDefaultCapacity)
-      : catalog_(catalog), capacity_(capacity == 0 ? 1 : capacity) {}
+  explicit Translator(const Catalog& catalog, std::size_t capacity = kDefaultCapacity,
+                      Dialect dialect = Dialect::kSqlite)
+      : catalog_(catalog), capacity_(capacity == 0 ? 1 : capacity), dialect_(dialect) {}
 
   // The cached or new translation of `jet`; throws SqlError as Translate does (failures are
   // not cached).
@@ -67,6 +71,7 @@ class Translator {
 
   const Catalog& catalog_;
   const std::size_t capacity_;
+  const Dialect dialect_;
   mutable std::mutex mutex_;
   Recency recency_;
   std::unordered_map<std::string, Entry> cache_;

@@ -21,16 +21,37 @@ Typed Relabel(Typed t, SemType type) {
 
 // A Boolean as Jet counts it in arithmetic: True is -1.
 Typed BooleanAsLong(const Typed& t) {
-  if (t.form == Form::kBoolean) return NumberLiteral(t.sql == "1" ? "-1" : "0");
+  if (t.form == Form::kBoolean) return NumberLiteral(IsTrueLiteral(t) ? "-1" : "0");
+  if (WritingPostgres()) {
+    return Expression("-CAST(" + t.sql + " AS INTEGER)", SemType::Long, kPrecUnary);
+  }
   return Expression(MinusPrefixed(t), SemType::Long, kPrecUnary);
 }
 
 Typed MoneyToText(const Typed& t) {
   // Shortest decimal: 12.5, 12, -0.0001. printf turns Null into 0, so Null is kept apart.
   std::string value = Wrap(t, kPrecMul);
+  if (WritingPostgres()) {
+    return Expression("RTRIM(RTRIM(CAST(CAST(CAST(" + t.sql +
+                          " AS NUMERIC) / 10000 AS NUMERIC(38,4)) AS TEXT), '0'), '.')",
+                      SemType::Text, kPrecAtom);
+  }
   return Expression("CASE WHEN " + value + " IS NULL THEN NULL ELSE RTRIM(RTRIM(PRINTF('%.4f', " +
                         value + " / 10000.0), '0'), '.') END",
                     SemType::Text, kPrecAtom);
+}
+
+// Text read as a number the way SQLite's CAST reads it: its leading number, else 0; Null stays
+// Null. PostgreSQL's own cast refuses text that is not a number as a whole.
+Typed TextToNumber(const Typed& t) {
+  if (!WritingPostgres()) {
+    return Expression("CAST(" + t.sql + " AS REAL)", SemType::Double, kPrecAtom);
+  }
+  return Expression("CASE WHEN " + Wrap(t, kPrecEquality + 1) +
+                        " IS NULL THEN NULL ELSE CAST(COALESCE(SUBSTRING(CAST(" + t.sql +
+                        " AS TEXT) FROM '^\\s*[-+]?(?:\\d+\\.?\\d*|\\.\\d+)(?:[eE][-+]?\\d+)?'), "
+                        "'0') AS DOUBLE PRECISION) END",
+                    SemType::Double, kPrecAtom);
 }
 
 }  // namespace
@@ -68,6 +89,51 @@ Typed TextLiteral(std::string_view text) {
   }
   t.sql += "'";
   return t;
+}
+
+Typed BooleanLiteral(bool value) {
+  Typed b;
+  b.form = Form::kBoolean;
+  b.type = SemType::Boolean;
+  if (WritingPostgres()) {
+    b.sql = value ? "TRUE" : "FALSE";
+  } else {
+    b.sql.assign(1, value ? '1' : '0');
+  }
+  return b;
+}
+
+bool IsTrueLiteral(const Typed& t) {
+  return t.form == Form::kBoolean && (t.sql == "1" || t.sql == "TRUE");
+}
+
+std::string AsInteger(std::string_view sql) {
+  return "CAST(" + std::string(sql) + (WritingPostgres() ? " AS BIGINT)" : " AS INTEGER)");
+}
+
+std::string AsReal(std::string_view sql) {
+  return "CAST(" + std::string(sql) + (WritingPostgres() ? " AS DOUBLE PRECISION)" : " AS REAL)");
+}
+
+std::string RoundToWhole(std::string_view sql) {
+  if (WritingPostgres()) return "CAST(ROUND(CAST(" + std::string(sql) + " AS NUMERIC)) AS BIGINT)";
+  return "CAST(ROUND(" + std::string(sql) + ") AS INTEGER)";
+}
+
+Typed CaseBlindText(const Typed& t) {
+  if (WritingPostgres()) {
+    return Expression("CAST(" + t.sql + " AS CITEXT) COLLATE \"C\"", t.type, kPrecCollate);
+  }
+  return Expression(Wrap(t, kPrecCollate) + " COLLATE NOCASE", t.type, kPrecCollate);
+}
+
+Typed CaseBlindOperand(const Typed& t, const Typed& other) {
+  if (!WritingPostgres() || t.type != SemType::Text || t.form == Form::kColumn ||
+      t.form == Form::kNull) {
+    return t;
+  }
+  if (t.form == Form::kText && other.form == Form::kColumn) return t;
+  return CaseBlindText(t);
 }
 
 Typed NullLiteral() {
@@ -144,24 +210,32 @@ Typed Coerce(const Typed& t, SemType target) {
           return Expression(scaled, SemType::Currency,
                             StartsWithMinus(scaled) ? kPrecUnary : kPrecAtom);
         }
-        return Expression("CAST(ROUND(" + scaled + ") AS INTEGER)", SemType::Currency, kPrecAtom);
+        return Expression(RoundToWhole(scaled), SemType::Currency, kPrecAtom);
       }
       if (t.type == SemType::Boolean) return Coerce(BooleanAsLong(t), target);
       if (t.type == SemType::Long) {
         return Expression(Wrap(t, kPrecMul) + " * 10000", SemType::Currency, kPrecMul);
       }
-      return Expression("CAST(ROUND(" + Wrap(t, kPrecMul) + " * 10000) AS INTEGER)",
-                        SemType::Currency, kPrecAtom);
+      return Expression(RoundToWhole(Wrap(t, kPrecMul) + " * 10000"), SemType::Currency, kPrecAtom);
     }
     case SemType::Double:
       switch (t.type) {
         case SemType::Currency:
+          if (WritingPostgres()) {
+            return Expression(AsReal(t.sql) + " / 10000", SemType::Double, kPrecMul);
+          }
           return Expression(Wrap(t, kPrecMul) + " / 10000.0", SemType::Double, kPrecMul);
         case SemType::Boolean:
           return Relabel(BooleanAsLong(t), SemType::Double);
         case SemType::Text:
-          return Expression("CAST(" + t.sql + " AS REAL)", SemType::Double, kPrecAtom);
+          return TextToNumber(t);
         case SemType::Date:
+          if (WritingPostgres()) {
+            // Days since 30 December 1899, as Jet counts them; 25569 is 1 January 1970.
+            return Expression(
+                "CAST(EXTRACT(EPOCH FROM " + t.sql + ") AS DOUBLE PRECISION) / 86400 + 25569",
+                SemType::Double, kPrecAdd);
+          }
           return Expression("JULIANDAY(" + t.sql + ") - 2415018.5", SemType::Double, kPrecAdd);
         case SemType::Long:
           // A Double comes back as REAL, even where its value is whole.
@@ -171,7 +245,7 @@ Typed Coerce(const Typed& t, SemType target) {
                                                                                  : t.number),
                 SemType::Double);
           }
-          return Expression("CAST(" + t.sql + " AS REAL)", SemType::Double, kPrecAtom);
+          return Expression(AsReal(t.sql), SemType::Double, kPrecAtom);
         default:
           return Relabel(t, SemType::Double);
       }
@@ -180,13 +254,13 @@ Typed Coerce(const Typed& t, SemType target) {
         case SemType::Boolean:
           return BooleanAsLong(t);
         case SemType::Currency:
-          return Expression("CAST(ROUND(" + Wrap(t, kPrecMul) + " / 10000.0) AS INTEGER)",
-                            SemType::Long, kPrecAtom);
+          return Expression(RoundToWhole(Wrap(t, kPrecMul) + " / 10000.0"), SemType::Long,
+                            kPrecAtom);
         case SemType::Date:
           return Coerce(Coerce(t, SemType::Double), SemType::Long);
         default:
           if (t.form == Form::kNumber && t.type == SemType::Long) return t;
-          return Expression("CAST(ROUND(" + t.sql + ") AS INTEGER)", SemType::Long, kPrecAtom);
+          return Expression(RoundToWhole(t.sql), SemType::Long, kPrecAtom);
       }
     case SemType::Text:
       switch (t.type) {
@@ -196,21 +270,34 @@ Typed Coerce(const Typed& t, SemType target) {
           return Expression("CASE WHEN " + t.sql + " THEN 'True' ELSE 'False' END", SemType::Text,
                             kPrecAtom);
         case SemType::Date:
-          return Relabel(t, SemType::Text);
+          if (!WritingPostgres()) return Relabel(t, SemType::Text);
+          if (t.form == Form::kDate) return TextLiteral(t.number);
+          // As SQLite stores it: the time only when there is one.
+          return Expression("CASE WHEN CAST(" + t.sql + " AS TIME) = TIME '00:00' THEN TO_CHAR(" +
+                                t.sql + ", 'YYYY-MM-DD') ELSE TO_CHAR(" + t.sql +
+                                ", 'YYYY-MM-DD HH24:MI:SS') END",
+                            SemType::Text, kPrecAtom);
         default:
           if (t.form == Form::kNumber) return TextLiteral(t.number);
           return Expression("CAST(" + t.sql + " AS TEXT)", SemType::Text, kPrecAtom);
       }
     case SemType::Boolean:
       if (t.form == Form::kNumber) {
-        Typed b;
-        b.form = Form::kBoolean;
-        b.type = SemType::Boolean;
-        b.sql.assign(1, std::strtod(t.number.c_str(), nullptr) != 0 ? '1' : '0');
-        return b;
+        return BooleanLiteral(std::strtod(t.number.c_str(), nullptr) != 0);
       }
       return Expression(Wrap(t, kPrecEquality + 1) + " <> 0", SemType::Boolean, kPrecEquality);
     case SemType::Date:
+      if (WritingPostgres()) {
+        if (t.type == SemType::Text) {
+          return Expression("CAST(" + t.sql + " AS TIMESTAMP(0))", SemType::Date, kPrecAtom);
+        }
+        if (IsNumeric(t.type)) {
+          return Expression("CAST(TIMESTAMP '1899-12-30' + " +
+                                AsReal(Coerce(t, SemType::Double).sql) +
+                                " * INTERVAL '1 day' AS TIMESTAMP(0))",
+                            SemType::Date, kPrecAtom);
+        }
+      }
       return Relabel(t, SemType::Date);
     case SemType::Null:
       break;
@@ -235,6 +322,25 @@ SemType Unify(const Typed& a, const Typed& b) {
 
 void AlignForComparison(Typed& a, Typed& b, bool equality) {
   if (a.form == Form::kNull || b.form == Form::kNull) return;
+  if (WritingPostgres()) {
+    // PostgreSQL compares no text with a number or a date: the other side is made text, as
+    // SQLite's text columns make it, and text meeting a date is read as one.
+    for (int pass = 0; pass < 2; ++pass) {
+      Typed& x = pass == 0 ? a : b;
+      Typed& y = pass == 0 ? b : a;
+      // A date meeting a number is its serial number, as Jet compares them.
+      if (x.type == SemType::Date && IsNumeric(y.type)) x = Coerce(x, SemType::Double);
+      if (x.type != SemType::Text) continue;
+      // As SQLite's affinities: a text column makes the number text; other text meeting a
+      // number is read as one.
+      if (IsNumeric(y.type) && x.form == Form::kColumn) {
+        y = Coerce(y, SemType::Text);
+      } else if (IsNumeric(y.type)) {
+        x = Coerce(Coerce(x, SemType::Double), y.type == SemType::Boolean ? SemType::Long : y.type);
+      }
+      if (y.type == SemType::Date && x.form != Form::kText) x = Coerce(x, SemType::Date);
+    }
+  }
   for (int pass = 0; pass < 2; ++pass) {
     Typed& x = pass == 0 ? a : b;
     Typed& y = pass == 0 ? b : a;

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/sql/Dialect.h"
 #include "platform/sql/SemType.h"
 
 namespace trellin::sql {
@@ -43,6 +44,20 @@ struct Typed {
 [[nodiscard]] Typed NumberLiteral(std::string_view decimal);  // "12", "-0.5", "1E3"
 [[nodiscard]] Typed TextLiteral(std::string_view text);
 [[nodiscard]] Typed NullLiteral();
+[[nodiscard]] Typed BooleanLiteral(bool value);  // 1 or 0 for SQLite, TRUE or FALSE
+[[nodiscard]] bool IsTrueLiteral(const Typed& t);
+
+// Words and shapes that differ between the dialects (see Dialect.h).
+// CAST(sql AS INTEGER): BIGINT on PostgreSQL, whose INTEGER holds 32 bits.
+[[nodiscard]] std::string AsInteger(std::string_view sql);
+// CAST(sql AS REAL): DOUBLE PRECISION on PostgreSQL, whose REAL holds 32 bits.
+[[nodiscard]] std::string AsReal(std::string_view sql);
+// `sql` rounded to a whole number, halves away from zero, as an integer. PostgreSQL rounds a
+// double's halves to even, so it rounds the exact decimal instead.
+[[nodiscard]] std::string RoundToWhole(std::string_view sql);
+// A text value that compares, groups and sorts without regard to case: COLLATE NOCASE, or
+// on PostgreSQL the case-blind text type with byte order (see README.md).
+[[nodiscard]] Typed CaseBlindText(const Typed& t);
 
 // `t` as SQLite text that binds at least as tightly as `min_prec`, in parentheses if needed.
 [[nodiscard]] std::string Wrap(const Typed& t, int min_prec);
@@ -64,6 +79,10 @@ void AlignForComparison(Typed& a, Typed& b, bool equality);
 // True when the comparison of `a` and `b` must be told to ignore case: text, and neither side a
 // column, whose NOCASE declaration would apply by itself.
 [[nodiscard]] bool NeedsNoCase(const Typed& a, const Typed& b);
+// PostgreSQL: `t` ready to be compared with `other` without regard to case. A column is
+// case-blind by its type, and a text literal takes the type of the column it meets; any other
+// text is cast. Other values, and every value on SQLite, come back as they are.
+[[nodiscard]] Typed CaseBlindOperand(const Typed& t, const Typed& other);
 // Whether a number literal is a whole number of ten-thousandths (so it can become money).
 [[nodiscard]] bool IsExactMoney(const Typed& t);
 // The decimal text shifted four places: "12.34" -> "123400", "0.00005" -> "0.5".

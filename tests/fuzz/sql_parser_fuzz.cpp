@@ -104,11 +104,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   sqlite3_stmt* statement = nullptr;
-  int rc = sqlite3_prepare_v2(world.db, translation.sqlite.c_str(), -1, &statement, nullptr);
+  int rc = sqlite3_prepare_v2(world.db, translation.sql.c_str(), -1, &statement, nullptr);
   sqlite3_finalize(statement);
   if (rc != SQLITE_OK && !Accepted(sqlite3_errmsg(world.db))) {
     std::fprintf(stderr, "Jet:    %.*s\nSQLite: %s\nerror:  %s\n", static_cast<int>(size),
-                 reinterpret_cast<const char*>(data), translation.sqlite.c_str(),
+                 reinterpret_cast<const char*>(data), translation.sql.c_str(),
                  sqlite3_errmsg(world.db));
     std::abort();
   }

@@ -122,7 +122,7 @@ TEST_F(QueryPlans, TheListedRunsAndTheCorpusReadTheLedgerThroughItsIndexes) {
   sql::Translator translator(database.Catalog());
   for (const auto& [jet, where] : CorpusStatements()) {
     try {
-      queries.emplace(translator.Translate(jet)->sqlite, "corpus " + where);
+      queries.emplace(translator.Translate(jet)->sql, "corpus " + where);
     } catch (const std::exception& e) {
       ADD_FAILURE() << where << ": " << e.what();
     }

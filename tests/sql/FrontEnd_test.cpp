@@ -170,7 +170,7 @@ TEST(Translate, RepeatedOperandsCannotBlowUp) {
   // A date shifted many times grows by its shifts only.
   std::string shifted = "SELECT Posted";
   for (int i = 0; i < 100; ++i) shifted += " - 1";
-  EXPECT_LT(Translate(shifted + " FROM Ledger", catalog).sqlite.size(), 20000u);
+  EXPECT_LT(Translate(shifted + " FROM Ledger", catalog).sql.size(), 20000u);
 }
 
 TEST(Translator, CachesByExactText) {
@@ -181,7 +181,7 @@ TEST(Translator, CachesByExactText) {
   auto other = translator.Translate("SELECT accountid FROM Account");
   EXPECT_EQ(first.get(), again.get());
   EXPECT_NE(first.get(), other.get());
-  EXPECT_EQ(first->sqlite, other->sqlite);
+  EXPECT_EQ(first->sql, other->sql);
   EXPECT_EQ(translator.CachedCount(), 2u);
   EXPECT_THROW((void)translator.Translate("SELECT Nothing FROM Account"), SqlError);
   EXPECT_EQ(translator.CachedCount(), 2u);
@@ -197,7 +197,7 @@ TEST(Translator, KeepsTheMostRecentlyUsed) {
   EXPECT_EQ(translator.CachedCount(), 2u);
   EXPECT_EQ(translator.Translate("SELECT AccountId FROM Account").get(), a.get());
   EXPECT_NE(translator.Translate("SELECT Balance FROM Account").get(), b.get());
-  EXPECT_EQ(b->sqlite, "SELECT Account.Balance FROM Account");  // still held by its user
+  EXPECT_EQ(b->sql, "SELECT Account.Balance FROM Account");  // still held by its user
 }
 
 TEST(Translator, TextsDifferingOnlyInWholeNumbersTranslateAsThemselves) {
@@ -220,7 +220,7 @@ TEST(Translator, TextsDifferingOnlyInWholeNumbersTranslateAsThemselves) {
   for (const char* text : texts) {
     const Translation own = Translate(text, catalog);
     auto shared = translator.Translate(text);
-    EXPECT_EQ(shared->sqlite, own.sqlite) << text;
+    EXPECT_EQ(shared->sql, own.sql) << text;
     EXPECT_EQ(shared->columns, own.columns) << text;
   }
   // Filled statements are not held by text, so a query per row does not churn the cache.

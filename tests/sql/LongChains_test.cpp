@@ -25,8 +25,7 @@ std::string Repeat(const std::string& first, const std::string& joint, const std
 std::string Answer(testing::TestDatabase& db, const std::string& jet) {
   Translation translation = Translate(jet, db.catalog());
   sqlite3_stmt* stmt = nullptr;
-  if (sqlite3_prepare_v2(db.handle(), translation.sqlite.c_str(), -1, &stmt, nullptr) !=
-      SQLITE_OK) {
+  if (sqlite3_prepare_v2(db.handle(), translation.sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK) {
     std::string message = sqlite3_errmsg(db.handle());
     sqlite3_finalize(stmt);
     return "SQLite refused: " + message;

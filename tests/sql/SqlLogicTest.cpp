@@ -51,9 +51,9 @@ BlockResult Fail(std::string message) { return BlockResult{false, std::move(mess
 
 BlockResult RunQuery(const Block& block, TestDatabase& db, const Translation& translation) {
   sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v2(db.handle(), translation.sqlite.c_str(), -1, &statement, nullptr) !=
+  if (sqlite3_prepare_v2(db.handle(), translation.sql.c_str(), -1, &statement, nullptr) !=
       SQLITE_OK) {
-    return Fail("SQLite cannot prepare\n  " + translation.sqlite + "\n  " +
+    return Fail("SQLite cannot prepare\n  " + translation.sql + "\n  " +
                 sqlite3_errmsg(db.handle()));
   }
   std::vector<std::string> rows;
@@ -68,10 +68,9 @@ BlockResult RunQuery(const Block& block, TestDatabase& db, const Translation& tr
   }
   std::string error = step == SQLITE_DONE ? "" : sqlite3_errmsg(db.handle());
   sqlite3_finalize(statement);
-  if (!error.empty())
-    return Fail("SQLite failed running\n  " + translation.sqlite + "\n  " + error);
+  if (!error.empty()) return Fail("SQLite failed running\n  " + translation.sql + "\n  " + error);
   if (rows != block.expect) {
-    return Fail("rows differ for\n  " + translation.sqlite + "\nexpected:\n" +
+    return Fail("rows differ for\n  " + translation.sql + "\nexpected:\n" +
                 JoinLines(block.expect) + "\nactual:\n" + JoinLines(rows));
   }
   return {};
@@ -193,18 +192,18 @@ BlockResult RunBlock(const Block& block, TestDatabase& db) {
   switch (block.kind) {
     case BlockKind::kStatementError:
       return Fail("expected an error containing '" + block.argument + "', translated to\n  " +
-                  translation.sqlite);
+                  translation.sql);
     case BlockKind::kTranslate:
-      if (translation.sqlite != JoinLines(block.expect)) {
-        return Fail("expected\n  " + JoinLines(block.expect) + "\nactual\n  " + translation.sqlite);
+      if (translation.sql != JoinLines(block.expect)) {
+        return Fail("expected\n  " + JoinLines(block.expect) + "\nactual\n  " + translation.sql);
       }
       return {};
     case BlockKind::kStatementOk: {
       sqlite3_stmt* statement = nullptr;
-      int rc = sqlite3_prepare_v2(db.handle(), translation.sqlite.c_str(), -1, &statement, nullptr);
+      int rc = sqlite3_prepare_v2(db.handle(), translation.sql.c_str(), -1, &statement, nullptr);
       sqlite3_finalize(statement);
       if (rc != SQLITE_OK) {
-        return Fail("SQLite cannot prepare\n  " + translation.sqlite + "\n  " +
+        return Fail("SQLite cannot prepare\n  " + translation.sql + "\n  " +
                     sqlite3_errmsg(db.handle()));
       }
       return {};
