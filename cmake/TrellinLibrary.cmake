@@ -26,15 +26,17 @@ function(trellin_library name)
   add_library(Trellin::${name} ALIAS ${name})
 endfunction()
 
-# trellin_test(<name> [TIMEOUT <seconds>] DEPS <targets>...)
+# trellin_test(<name> [TIMEOUT <seconds>] [ONE_PROCESS] [LABEL <label>] DEPS <targets>...)
 #
 # One GoogleTest binary from every .cpp file in the current test folder; its cases are
 # registered with CTest one by one. Every binary links the shared support of tests/support and
 # its leak suppressions. Test units carry no path of the checkout (tests/support/TestPaths.h
 # gives the data folders), so that ccache serves them from any checkout's build. Each case may
-# run for TIMEOUT seconds (300 unless given).
+# run for TIMEOUT seconds (300 unless given). With ONE_PROCESS the binary is one CTest test, its
+# cases run in one process (they share what it sets up once, such as a server), and TIMEOUT is
+# the whole binary's. LABEL labels its tests, to run them alone with ctest -L.
 function(trellin_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "DEPS" ${ARGN})
+  cmake_parse_arguments(ARG "ONE_PROCESS" "TIMEOUT;LABEL" "DEPS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 300)
   endif()
@@ -52,5 +54,16 @@ function(trellin_test name)
     target_compile_options(${name} PRIVATE -O0)
   endif()
   trellin_unity(${name} BATCH ${TRELLIN_TEST_BATCH})
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  if(ARG_ONE_PROCESS)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+    if(ARG_LABEL)
+      set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL})
+    endif()
+  elseif(ARG_LABEL)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS
+                         ${ARG_LABEL})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  endif()
 endfunction()
