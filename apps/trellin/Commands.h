@@ -36,6 +36,7 @@ int RunCommand(const Args& args, const Context& context);
 int DemoCommand(const Args& args, const Context& context);
 int SqlCommand(const Args& args, const Context& context);
 int CheckCommand(const Args& args, const Context& context);
+int CopyCommand(const Args& args, const Context& context);
 int ServeCommand(const Args& args, const Context& context);
 
 // The caption `trellin list` shows for a key that runs: the catalogue's, else its layout's, else

@@ -34,6 +34,7 @@ const Command kCommands[] = {
      trellin::cli::SqlCommand},
     {"check", "check the company file: SQLite's quick check and the tables the reports read",
      trellin::cli::CheckCommand},
+    {"copy", "copy the company file onto a PostgreSQL server", trellin::cli::CopyCommand},
     {"serve", "serve the reports to a browser: catalogue, parameters, preview, downloads",
      trellin::cli::ServeCommand},
 };

@@ -39,6 +39,7 @@ PgConnection::PgConnection(const std::string& url) {
     std::string reason = FirstLine(PQerrorMessage(conn_));
     // libpq heads a failure with where it tried: "connection to server on socket ... failed: "
     if (auto at = reason.find(" failed: "); at != std::string::npos) reason.erase(0, at + 9);
+    if (reason.rfind("FATAL:  ", 0) == 0) reason.erase(0, 8);
     PQfinish(conn_);
     conn_ = nullptr;
     throw DatabaseError("cannot connect to the company database " + name_ + ": " + reason);
