@@ -76,6 +76,12 @@ class Server {
             " -c listen_addresses='' -F -c full_page_writes=off\" start > /dev/null",
         "pg_ctl start");
     started_ = true;
+    // Should this process end without its destructors (a crash, a sanitizer's exit), a watcher
+    // stops the server and removes the folder once the process is gone.
+    Run("(while kill -0 " + std::to_string(getpid()) + " 2>/dev/null; do sleep 2; done; " +
+            pg_ctl_ + " -m immediate stop; rm -rf " + ShellQuoted(folder_.string()) +
+            ") > /dev/null 2>&1 &",
+        "starting the server's watcher");
   }
 
   ~Server() {
