@@ -11,6 +11,7 @@
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arDocumentList.h"
 #include "reports/admin/arGridContent.h"
+#include "reports/admin/arLabels.h"
 #include "reports/admin/arLog.h"
 #include "reports/admin/arOtherPartyDetail.h"
 #include "reports/admin/arOtherPartyList.h"
@@ -192,6 +193,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arDocumentList", CreatearDocumentList},
     {"arContactDetailList", CreatearContactDetailList},
     {"arOtherPartyDetail", CreatearOtherPartyDetail},
+    {"arLabels", CreatearLabels},
 };
 
 }  // namespace
