@@ -30,6 +30,9 @@ void ReportRun::CheckCancel() const {
 void ReportRun::Run(BandSink& out, PageWriter* writer) {
   out_ = &out;
   Raise(nullptr, "ActiveReport_ReportStart", [&] { report_.ActiveReport_ReportStart(); });
+  // The start may set the paper and margins (a sheet of labels): the top report's sections
+  // stand at the left margin as it then is.
+  if (parent_ == nullptr) x0_ = report_.PageSettings().LeftMargin;
   Raise(nullptr, "ActiveReport_DataInitialize", [&] { report_.ActiveReport_DataInitialize(); });
   BindData();
   // The table is what the start declared, before any row's formatting shows or hides a field.
