@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(trellin_libraries
-  trellin_runtime trellin_hostapi trellin_sql trellin_data trellin_demo trellin_engine trellin_render
+  trellin_runtime trellin_hostapi trellin_sql trellin_data trellin_demo trellin_engine trellin_script trellin_render
   trellin_host trellin_run trellin_business trellin_core trellin_layouts trellin_reports
   trellin_reports_ledger trellin_reports_receivables trellin_reports_stock trellin_reports_assets
   trellin_reports_jobs trellin_reports_admin)

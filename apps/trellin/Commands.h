@@ -38,6 +38,7 @@ int SqlCommand(const Args& args, const Context& context);
 int CheckCommand(const Args& args, const Context& context);
 int CopyCommand(const Args& args, const Context& context);
 int ServeCommand(const Args& args, const Context& context);
+int LayoutCommand(const Args& args, const Context& context);
 
 // The caption `trellin list` shows for a key that runs: the catalogue's, else its layout's, else
 // the one its designer gives itself, else the designer's name in brackets.

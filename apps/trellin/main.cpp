@@ -29,6 +29,8 @@ const Command kCommands[] = {
     {"params", "show what a report asks: parameters, defaults, choices, pick-lists",
      trellin::cli::ParamsCommand},
     {"run", "run a report to a PDF, PNG, HTML, text, CSV or XLSX file", trellin::cli::RunCommand},
+    {"layout", "write a report's stored layout, to start a copy of one's own",
+     trellin::cli::LayoutCommand},
     {"demo", "build the demo company file", trellin::cli::DemoCommand},
     {"sql", "run Jet-dialect SQL on the company file (read only), or show its SQLite text",
      trellin::cli::SqlCommand},

@@ -10,7 +10,18 @@ std::shared_ptr<LayoutProvider>& ProviderSlot() {
   return provider;
 }
 
+std::shared_ptr<ScriptEngine>& ScriptEngineSlot() {
+  static std::shared_ptr<ScriptEngine> engine;
+  return engine;
+}
+
 }  // namespace
+
+void ActiveReport::SetScriptEngine(std::shared_ptr<ScriptEngine> engine) {
+  ScriptEngineSlot() = std::move(engine);
+}
+
+std::shared_ptr<ScriptEngine> ActiveReport::GetScriptEngine() { return ScriptEngineSlot(); }
 
 void ActiveReport::SetLayoutProvider(std::shared_ptr<LayoutProvider> provider) {
   ProviderSlot() = std::move(provider);
@@ -42,6 +53,7 @@ bool ActiveReport::LoadLayoutFile(const std::string& path) {
   }
   // A half-read layout is worse than none: start again from an empty report.
   sections_.Clear();
+  script_.reset();
   return false;
 }
 

@@ -15,6 +15,7 @@
 #include "core/host/Control.h"
 #include "core/host/DataControl.h"
 #include "core/host/Fields.h"
+#include "core/host/LayoutScript.h"
 #include "core/host/Section.h"
 
 namespace trellin {
@@ -84,6 +85,18 @@ class ActiveReport : public Object {
   bool LoadLayoutFile(const std::string& path);
   static void SetLayoutProvider(std::shared_ptr<LayoutProvider> provider);
   [[nodiscard]] static std::shared_ptr<LayoutProvider> GetLayoutProvider();
+  // The engine that compiles the scripts of stored layouts; none installed, a layout with a
+  // script does not load.
+  static void SetScriptEngine(std::shared_ptr<ScriptEngine> engine);
+  [[nodiscard]] static std::shared_ptr<ScriptEngine> GetScriptEngine();
+
+  // The script of the loaded layout, nullptr when it has none. The engine runs its handlers
+  // after the designer's own.
+  [[nodiscard]] LayoutScript* Script() const { return script_.get(); }
+  void SetScript(std::unique_ptr<LayoutScript> script) { script_ = std::move(script); }
+  // The file the layout was read from ("layouts/admin/arX.yaml", or the user's own), for messages.
+  [[nodiscard]] const std::string& LayoutFile() const { return layout_file_; }
+  void SetLayoutFile(std::string v) { layout_file_ = std::move(v); }
 
   // --- Properties ---
   [[nodiscard]] const std::string& Caption() const { return caption_; }
@@ -147,6 +160,9 @@ class ActiveReport : public Object {
   int page_number_ = 0;
   ReportErrorHook error_hook_;
   std::atomic<bool> cancel_requested_ = false;
+  std::string layout_file_;
+  // Last, so that the script (which refers to this report) goes first.
+  std::unique_ptr<LayoutScript> script_;
 };
 
 }  // namespace trellin

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <set>
 #include <unordered_map>
 
@@ -384,6 +385,26 @@ void ReadPage(const Reader& r, const YAML::Node& node, ActiveReport& report) {
       });
 }
 
+// Compiles the layout's script so that its lines count as the file's: a block (`Script: |`)
+// starts on the line after its indicator.
+void LoadScript(const Reader& r, const YAML::Node& node, std::string_view text,
+                std::string_view file, ActiveReport& report) {
+  auto engine = ActiveReport::GetScriptEngine();
+  if (!engine) r.Fail(node, "this program runs no layout scripts");
+  const YAML::Mark mark = node.Mark();
+  int first_line = mark.line + 1;
+  if (mark.pos >= 0 && static_cast<std::size_t>(mark.pos) < text.size() &&
+      (text[static_cast<std::size_t>(mark.pos)] == '|' ||
+       text[static_cast<std::size_t>(mark.pos)] == '>')) {
+    ++first_line;
+  }
+  try {
+    report.SetScript(engine->Compile(node.Scalar(), file, first_line, report));
+  } catch (const ScriptError& e) {
+    throw LayoutError(e.what());
+  }
+}
+
 }  // namespace
 
 void LoadLayout(std::string_view text, std::string_view file, ActiveReport& report) {
@@ -403,6 +424,7 @@ void LoadLayout(std::string_view text, std::string_view file, ActiveReport& repo
   }
   std::set<std::string> names;
   int last_rank = 0;
+  std::optional<YAML::Node> script;
   try {
     r.Apply(root, "the layout",
             {
@@ -429,6 +451,11 @@ void LoadLayout(std::string_view text, std::string_view file, ActiveReport& repo
                    if (!v.IsSequence()) r.Fail(v, "'Sections' must be a list");
                    for (const auto& s : v) ReadSection(r, s, report, names, last_rank);
                  }},
+                {"Script",
+                 [&](const YAML::Node& v) {
+                   (void)r.Text(v, "Script");
+                   script = v;
+                 }},
             });
   } catch (const YAML::Exception& e) {
     throw LayoutError(std::string(file) + ":" + std::to_string(e.mark.line + 1) + ": " + e.msg);
@@ -436,6 +463,8 @@ void LoadLayout(std::string_view text, std::string_view file, ActiveReport& repo
   if (!report.Sections().FindType(SectionType::Detail)) {
     throw LayoutError(std::string(file) + ":1: the layout has no Detail section");
   }
+  report.SetLayoutFile(std::string(file));
+  if (script) LoadScript(r, *script, text, file, report);
 }
 
 }  // namespace trellin::engine

@@ -81,11 +81,13 @@ bool ReportRun::FetchRow(bool first) {
     if (!first && !rs_->Eof()) rs_->MoveNext();
     if (rs_->Eof()) return false;
     LoadRow();
-    Raise(nullptr, "ActiveReport_FetchData", [&] { report_.ActiveReport_FetchData(eof); });
+    Raise(
+        nullptr, "ActiveReport_FetchData", [&] { report_.ActiveReport_FetchData(eof); }, &eof);
     return !eof;
   }
   // An unbound fetch that fails ends the data: the designer could not say whether more follows.
-  bool ok = Raise(nullptr, "ActiveReport_FetchData", [&] { report_.ActiveReport_FetchData(eof); });
+  bool ok = Raise(
+      nullptr, "ActiveReport_FetchData", [&] { report_.ActiveReport_FetchData(eof); }, &eof);
   return ok && !eof;
 }
 

@@ -50,10 +50,14 @@ class ReportRun : public PageFurniture {
 
   // Raises one event under the error rules: an exception goes to the nearest error hook and the
   // event ends quietly; a cancel request stops the run. Returns false when the event failed.
+  // With `eof`, a script handler's result (true at the end of the data) is put there.
   template <typename Event>
-  bool Raise(const Section* section, const char* event, Event&& body);
+  bool Raise(const Section* section, const char* event, Event&& body, bool* eof = nullptr);
 
  private:
+  template <typename Event>
+  bool Guard(const Section* section, const char* event, Event&& body);
+
   struct GroupLevel {
     Section* header = nullptr;
     Section* footer = nullptr;
@@ -117,11 +121,10 @@ class ReportRun : public PageFurniture {
 };
 
 template <typename Event>
-bool ReportRun::Raise(const Section* section, const char* event, Event&& body) {
-  bool ok = true;
-  report_.SetPageNumber(out_ ? out_->CurrentPage() : 0);
+bool ReportRun::Guard(const Section* section, const char* event, Event&& body) {
   try {
     body();
+    return true;
   } catch (const RunCancelled&) {
     throw;
   } catch (const Error& e) {
@@ -130,11 +133,28 @@ bool ReportRun::Raise(const Section* section, const char* event, Event&& body) {
     // input found wrong only as the report prepares (a column picked that it does not have, a
     // filter too long to run): the user mends it, the report is not at fault.
     if (e.Kind() == ErrorKind::CompanyFile || e.Kind() == ErrorKind::Input) throw;
-    ok = false;
     ReportEventError(section ? section->Name() + "_" + event : std::string(event), e.what());
   } catch (const std::exception& e) {
-    ok = false;
     ReportEventError(section ? section->Name() + "_" + event : std::string(event), e.what());
+  }
+  return false;
+}
+
+template <typename Event>
+bool ReportRun::Raise(const Section* section, const char* event, Event&& body, bool* eof) {
+  report_.SetPageNumber(out_ ? out_->CurrentPage() : 0);
+  bool ok = Guard(section, event, body);
+  // The layout's script handles the event after the designer, and fails on its own.
+  if (LayoutScript* script = report_.Script()) {
+    std::string handler = section ? section->Name() + "_" + event : std::string(event);
+    if (script->Handles(handler)) {
+      ok = Guard(section, event,
+                 [&] {
+                   Variant result = script->Run(handler);
+                   if (eof && !result.IsEmpty()) *eof = result.ToBool();
+                 }) &&
+           ok;
+    }
   }
   CheckCancel();
   return ok;

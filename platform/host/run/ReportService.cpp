@@ -3,6 +3,7 @@
 #include "layouts/EmbeddedLayouts.h"
 #include "platform/engine/LayoutLibrary.h"
 #include "platform/host/ReportHost.h"
+#include "platform/script/LuaScript.h"
 #include "reports/Designers.h"
 
 namespace trellin::host {
@@ -29,6 +30,7 @@ ReportService::ReportService(std::shared_ptr<data::SqliteDatabase> database)
   });
   ActiveReport::SetLayoutProvider(std::make_shared<engine::LayoutLibrary>(
       CompiledLayout, std::filesystem::path(application_->Options().TemplateFolder())));
+  ActiveReport::SetScriptEngine(std::make_shared<script::LuaScriptEngine>());
   reports_.Initialise(business_layer_, application_);
   reports_.SetDesigners(trellin::Designers());
 }

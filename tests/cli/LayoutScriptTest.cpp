@@ -1,0 +1,93 @@
+// A user's copy of a designer's layout in the template folder, with a script: the script runs
+// after the designer, and a script that fails or never ends fails the run with exit 1.
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/cli/CliSupport.h"
+#include "tests/support/TestPaths.h"
+
+namespace trellin::testing {
+namespace {
+
+class UserLayout : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    db_ = folder_.Path() / "company.db";
+    WriteSmallCompany(db_);
+    std::filesystem::create_directory(folder_.Path() / "templates");
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(db_.c_str(), &db), SQLITE_OK);
+    std::string sql =
+        "INSERT INTO CompanySetting (Section, Key, Value) VALUES ('Options', "
+        "'TemplateFolder', '" +
+        (folder_.Path() / "templates").string() + "')";
+    ASSERT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+  }
+  // The stored customer type list, as `trellin layout` writes it, with `script` added: the
+  // user's copy in the template folder.
+  void WriteUserLayout(const std::string& script) const {
+    const std::filesystem::path copy = folder_.Path() / "templates" / "arCustomerTypeList.yaml";
+    RunResult written = RunTrellin({"layout", "CustomerTypeList", "-o", copy.string()});
+    ASSERT_EQ(written.exit_code, 0) << written.err;
+    EXPECT_EQ(ReadFile(copy), ReadFile(SourceDir() / "layouts/admin/arCustomerTypeList.yaml"));
+    std::ofstream(copy, std::ios::app) << "Script: |\n" << script;
+  }
+  RunResult RunTypes(const std::string& out) const {
+    return RunTrellin(
+        {"run", "CustomerTypeList", "--db", db_.string(), "-o", (folder_.Path() / out).string()});
+  }
+
+  TempFolder folder_;
+  std::filesystem::path db_;
+};
+
+TEST_F(UserLayout, ItsScriptChangesThePrintedRows) {
+  WriteUserLayout(
+      "  -- Retail types are left out; the others say how many came before.\n"
+      "  local n = 0\n"
+      "  function Detail_Format()\n"
+      "    rpt.Detail.Visible = rpt.Fields.CustomerTypeId ~= 'RETAIL'\n"
+      "    if rpt.Detail.Visible then\n"
+      "      n = n + 1\n"
+      "      rpt.txtDescription.Text = n .. '. ' .. rpt.Fields.Description\n"
+      "    end\n"
+      "  end\n");
+  RunResult r = RunTypes("types.txt");
+  ASSERT_EQ(r.exit_code, 0) << r.err;
+  std::string page = ReadFile(folder_.Path() / "types.txt");
+  EXPECT_EQ(page.find("RETAIL"), std::string::npos) << page;
+  EXPECT_NE(page.find("1. Trade accounts"), std::string::npos) << page;
+  EXPECT_NE(page.find("2. Wholesale"), std::string::npos) << page;
+}
+
+TEST_F(UserLayout, AScriptThatFailsOrNeverEndsFailsTheRun) {
+  struct Case {
+    std::string script;
+    int code;
+    std::string message;
+  } cases[] = {
+      {"  function Detail_Format()\n    while true do end\n  end\n", 1,
+       "Detail_Format: " + (folder_.Path() / "templates/arCustomerTypeList.yaml").string() +
+           ":32: Detail_Format ran past its 20000000 steps and was stopped"},
+      {"  function Detail_Format()\n    rpt.txtNothing.Text = 'x'\n  end\n", 1,
+       "Detail_Format: " + (folder_.Path() / "templates/arCustomerTypeList.yaml").string() +
+           ":32: arCustomerTypeList has no member 'txtNothing'"},
+      {"  function Detail_Format(\n  end\n", 1,
+       (folder_.Path() / "templates/arCustomerTypeList.yaml").string() + ":32: "},
+      {"  function ActiveReport_ReportStart()\n    os.exit(3)\n  end\n", 1,
+       ":32: attempt to index a nil value (global 'os')"},
+  };
+  for (const Case& c : cases) {
+    WriteUserLayout(c.script);
+    RunResult r = RunTypes("types.pdf");
+    EXPECT_EQ(r.exit_code, c.code) << c.script << r.err;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << c.script << r.err;
+  }
+}
+
+}  // namespace
+}  // namespace trellin::testing
