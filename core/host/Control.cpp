@@ -14,7 +14,7 @@ struct ClassName {
   ControlClass cls;
 };
 
-constexpr std::array<ClassName, 7> kClassNames = {{
+constexpr std::array<ClassName, 8> kClassNames = {{
     {"Label", ControlClass::Label},
     {"Field", ControlClass::Field},
     {"CheckBox", ControlClass::CheckBox},
@@ -22,6 +22,7 @@ constexpr std::array<ClassName, 7> kClassNames = {{
     {"PageBreak", ControlClass::PageBreak},
     {"Line", ControlClass::Line},
     {"Shape", ControlClass::Shape},
+    {"Chart", ControlClass::Chart},
 }};
 
 constexpr std::string_view kLibraryPrefix = "DDActiveReports2.";
@@ -45,6 +46,11 @@ std::string_view ControlClassName(ControlClass cls) {
     if (entry.cls == cls) return entry.name;
   }
   return "Control";
+}
+
+ChartData& Control::Chart() {
+  if (!chart_) chart_ = std::make_shared<ChartData>();
+  return *chart_;
 }
 
 void Control::SetDataValue(Variant v) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/host/Chart.h"
 #include "platform/runtime/LinkTarget.h"
 #include "platform/runtime/Variant.h"
 
@@ -16,7 +17,7 @@ namespace trellin {
 
 class ActiveReport;
 
-enum class ControlClass { Label, Field, CheckBox, Subreport, PageBreak, Line, Shape };
+enum class ControlClass { Label, Field, CheckBox, Subreport, PageBreak, Line, Shape, Chart };
 
 // Text alignment inside the control's box, numbered as stored layouts number it.
 enum class TextAlignment { Left = 0, Right = 1, Center = 2 };
@@ -27,8 +28,8 @@ enum class SummaryType { None = 0, GrandTotal = 1, SubTotal = 2 };
 enum class SummaryFunc { Sum = 0, Count = 2 };
 
 // The class of a control from its name as report code spells it: "DDActiveReports2.Label",
-// ".Field", ".CheckBox", ".Subreport", ".PageBreak", ".Line", ".Shape", with or without the
-// library prefix, in any case. nullopt for anything else.
+// ".Field", ".CheckBox", ".Subreport", ".PageBreak", ".Line", ".Shape", ".Chart", with or without
+// the library prefix, in any case. nullopt for anything else.
 [[nodiscard]] std::optional<ControlClass> ControlClassFromName(std::string_view name);
 // "Label", "Field", ... : the short name of a class.
 [[nodiscard]] std::string_view ControlClassName(ControlClass cls);
@@ -129,6 +130,10 @@ class Control {
   [[nodiscard]] const std::shared_ptr<ActiveReport>& object() const { return object_; }
   void SetObject(std::shared_ptr<ActiveReport> child) { object_ = std::move(child); }
 
+  // A chart control's title, series and plot (made on first use).
+  [[nodiscard]] ChartData& Chart();
+  [[nodiscard]] const ChartData* ChartOrNull() const { return chart_.get(); }
+
  private:
   ControlClass class_;
   std::string name_;
@@ -152,6 +157,7 @@ class Control {
   std::string summary_group_;
   LinkTarget link_;
   std::shared_ptr<ActiveReport> object_;
+  std::shared_ptr<ChartData> chart_;
 };
 
 }  // namespace trellin

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/host/Control.h"
 #include "core/host/DataColumns.h"
 #include "core/host/Parameters.h"
 
@@ -47,6 +48,8 @@ class TLReport : public Object {
   virtual void GroupFooterFormat(int level) = 0;
   virtual void ReportFooterBeforePrint() = 0;
   virtual void DetailFormat(Section& section, const std::string& reserved) = 0;
+  // Takes a chart control whose titles and series are set, and makes it ready to print.
+  virtual void AttachChart(Control& chart) { PrepareChart(chart.Chart()); }
 
   // Records an error raised in a designer's event `source`. The run goes on unless the error
   // came from ActiveReport_ReportStart.

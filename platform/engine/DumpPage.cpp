@@ -96,6 +96,30 @@ std::string DumpPage(const Page& page) {
       if (r->filled) out << " fill " << Hex(r->fill);
       if (r->stroked) out << " stroke " << Hex(r->stroke);
       out << '\n';
+    } else if (const auto* p = std::get_if<PathItem>(&item)) {
+      out << "path " << N(p->left) << ',' << N(p->top) << ' ' << N(p->width) << 'x' << N(p->height);
+      if (p->filled) out << " fill " << Hex(p->fill);
+      if (p->stroked) out << " stroke " << Hex(p->stroke) << ' ' << N(p->thickness);
+      for (std::size_t i = 0; i < p->dash.size(); ++i) out << (i ? "," : " dash ") << N(p->dash[i]);
+      out << " :";
+      for (const PathStep& s : p->steps) {
+        switch (s.op) {
+          case PathOp::Move:
+            out << " M" << N(s.x) << ',' << N(s.y);
+            break;
+          case PathOp::Line:
+            out << " L" << N(s.x) << ',' << N(s.y);
+            break;
+          case PathOp::Arc:
+            out << " A" << N(s.x) << ',' << N(s.y) << ' ' << N(s.radius) << ' ' << N(s.start) << ' '
+                << N(s.sweep);
+            break;
+          case PathOp::Close:
+            out << " Z";
+            break;
+        }
+      }
+      out << '\n';
     }
   }
   for (const auto& b : page.bookmarks) {

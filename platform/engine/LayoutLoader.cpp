@@ -122,6 +122,11 @@ constexpr std::array<std::pair<std::string_view, ColumnDirection>, 2> kDirection
     {"DownAcross", ColumnDirection::DownAcross},
 }};
 
+constexpr std::array<std::pair<std::string_view, ChartType>, 2> kChartType = {{
+    {"Line", ChartType::Line},
+    {"Pie", ChartType::Pie},
+}};
+
 constexpr std::array<std::pair<std::string_view, TextAlignment>, 3> kAlignment = {{
     {"Left", TextAlignment::Left},
     {"Right", TextAlignment::Right},
@@ -181,7 +186,7 @@ void ReadControl(const Reader& r, const YAML::Node& node, Section& section,
   auto cls = ControlClassFromName(cls_text);
   if (!cls) {
     r.Fail(cls_node, "unknown control class '" + cls_text +
-                         "' (Label, Field, CheckBox, Subreport, PageBreak, Line, Shape)");
+                         "' (Label, Field, CheckBox, Subreport, PageBreak, Line, Shape, Chart)");
   }
   std::string name = r.Text(name_node, "Name");
   if (name.empty()) r.Fail(name_node, "a control's 'Name' must not be empty");
@@ -230,6 +235,11 @@ void ReadControl(const Reader& r, const YAML::Node& node, Section& section,
            }},
           {"SummaryGroup",
            [&](const YAML::Node& v) { c.SetSummaryGroup(r.Text(v, "SummaryGroup")); }},
+          {"ChartType",
+           [&](const YAML::Node& v) {
+             c.Chart().ChartType = r.Choice(v, "ChartType", kChartType);
+           }},
+          {"Title", [&](const YAML::Node& v) { c.Chart().Title = r.Text(v, "Title"); }},
           {"Font",
            [&](const YAML::Node& v) {
              r.Apply(

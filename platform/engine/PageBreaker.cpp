@@ -63,9 +63,12 @@ float FindCut(const Band& band, float limit) {
   while (moved && cut > 0) {
     moved = false;
     for (const auto& item : band.items) {
-      const auto* run = std::get_if<TextRun>(&item);
-      if (run && run->top < cut - kSlack && run->top + run->height > cut + kSlack) {
-        cut = run->top;
+      // Neither a line of text nor a drawn shape can be divided.
+      if (!std::holds_alternative<TextRun>(item) && !std::holds_alternative<PathItem>(item)) {
+        continue;
+      }
+      if (Top(item) < cut - kSlack && Bottom(item) > cut + kSlack) {
+        cut = Top(item);
         moved = true;
       }
     }

@@ -76,8 +76,34 @@ struct RectItem {
   float thickness = 15;
 };
 
+// One step of a path. Coordinates are twips from the path's own top-left corner (its `left` and
+// `top`), so that a path moves with its band like any other item. An arc is drawn about its
+// centre (x, y) with `radius`, from `start` through `sweep` degrees; angles run from the right
+// towards the bottom of the page, as the page's y axis does. An arc joins the point before it to
+// its start by a straight line, as a wedge of a pie needs.
+enum class PathOp : std::uint8_t { Move, Line, Arc, Close };
+struct PathStep {
+  PathOp op = PathOp::Move;
+  float x = 0, y = 0;
+  float radius = 0, start = 0, sweep = 0;  // arcs only
+  bool operator==(const PathStep&) const = default;
+};
+
+// A drawn shape: a chart's wedge, series line or marker. Filled, outlined or both; a dash
+// pattern (lengths on and off, in twips) breaks the outline.
+struct PathItem {
+  float left = 0, top = 0, width = 0, height = 0;  // the box the path lies in
+  std::vector<PathStep> steps;
+  bool filled = false;
+  Color fill;
+  bool stroked = false;
+  Color stroke;
+  float thickness = 15;
+  std::vector<float> dash;
+};
+
 // Items are drawn in order: earlier ones lie beneath later ones (shading before text).
-using PageItem = std::variant<TextRun, LineItem, RectItem>;
+using PageItem = std::variant<TextRun, LineItem, RectItem, PathItem>;
 
 // A table-of-contents entry: a path of levels ("Country\State" gives two levels) pointing at the
 // place on this page where its section printed. Renderers turn them into PDF bookmarks.

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numeric>
 
+#include "platform/engine/ChartLayout.h"
+
 namespace trellin::engine {
 namespace {
 
@@ -196,6 +198,12 @@ Arrangement Arrange(const Section& section, TextMeasure& measure) {
                        : std::min(a.height, a.line_height * static_cast<float>(a.lines.size()));
       }
     }
+    if (c.Class() == ControlClass::Chart && c.Width() > 0 && c.Height() > 0) {
+      const ChartData none;
+      const ChartData* chart = c.ChartOrNull();
+      a.chart =
+          LayOutChart(chart ? *chart : none, ToFontSpec(c.Font()), c.Width(), c.Height(), measure);
+    }
     out.controls.push_back(std::move(a));
   }
   // Text under a rule moves down to clear it, and the texts beside it on the same line move
@@ -304,6 +312,25 @@ void EmitItems(const Section& section, const Arrangement& arrangement, float fro
         band.items.emplace_back(r);
         continue;
       }
+      case ControlClass::Chart:
+        for (PageItem item : a.chart) {
+          std::visit(
+              [left, top](auto& it) {
+                using T = std::decay_t<decltype(it)>;
+                if constexpr (std::is_same_v<T, LineItem>) {
+                  it.x1 += left;
+                  it.x2 += left;
+                  it.y1 += top;
+                  it.y2 += top;
+                } else {
+                  it.left += left;
+                  it.top += top;
+                }
+              },
+              item);
+          band.items.push_back(std::move(item));
+        }
+        continue;
       case ControlClass::Subreport:
       case ControlClass::PageBreak:
         continue;

@@ -26,6 +26,8 @@ struct ArrangedControl {
   // its baseline meets its neighbours'.
   float font_size = 0;
   float baseline_shift = 0;
+  // A chart's items, from the control's top-left corner.
+  std::vector<PageItem> chart;
 };
 
 struct Arrangement {

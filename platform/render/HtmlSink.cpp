@@ -6,6 +6,7 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/engine/PagePath.h"
 #include "platform/render/Render.h"
 #include "platform/render/Utf8.h"
 
@@ -122,6 +123,38 @@ std::string RectHtml(const engine::RectItem& r) {
   if (r.filled) out += ";background:" + Hex(r.fill);
   if (r.stroked) out += ";border:" + Pt(std::max(r.thickness, 1.0f)) + " solid " + Hex(r.stroke);
   return out + "\"></div>\n";
+}
+
+// A drawn shape as an inline SVG element over the path's box, in twips like the rest of the page;
+// strokes may reach past the box.
+std::string PathHtml(const engine::PathItem& p) {
+  if ((!p.filled && !p.stroked) || p.steps.empty()) return {};
+  const auto num = [](double v) { return std::to_string(std::lround(v)); };
+  std::string d;
+  for (const engine::FlatStep& s : engine::FlattenPath(p)) {
+    if (!d.empty()) d += ' ';
+    d += s.op;
+    if (s.op == 'C') {
+      d += num(s.x1 - p.left) + ',' + num(s.y1 - p.top) + ' ' + num(s.x2 - p.left) + ',' +
+           num(s.y2 - p.top) + ' ';
+    }
+    if (s.op != 'Z') d += num(s.x - p.left) + ',' + num(s.y - p.top);
+  }
+  const double width = std::max(p.width, 1.0f), height = std::max(p.height, 1.0f);
+  std::string out = "<svg class=r style=\"left:" + Pt(p.left) + ";top:" + Pt(p.top) +
+                    ";width:" + Pt(width) + ";height:" + Pt(height) +
+                    ";overflow:visible\" viewBox=\"0 0 " + num(width) + ' ' + num(height) +
+                    "\"><path d=\"" + d + "\" fill=\"" + (p.filled ? Hex(p.fill) : "none") + '"';
+  if (p.stroked) {
+    out += " stroke=\"" + Hex(p.stroke) + "\" stroke-width=\"" + num(std::max(p.thickness, 1.0f)) +
+           '"';
+    if (!p.dash.empty()) {
+      out += " stroke-dasharray=\"";
+      for (std::size_t i = 0; i < p.dash.size(); ++i) out += (i ? "," : "") + num(p.dash[i]);
+      out += '"';
+    }
+  }
+  return out + "/></svg>\n";
 }
 
 constexpr std::string_view kStyle = R"(<style>
@@ -246,6 +279,8 @@ void HtmlSink::OnPage(const engine::Page& page) {
       if (!text->text.empty()) out += TextHtml(*text, StyleClass(*text, out));
     } else if (const auto* line = std::get_if<engine::LineItem>(&item)) {
       out += LineHtml(*line);
+    } else if (const auto* path = std::get_if<engine::PathItem>(&item)) {
+      out += PathHtml(*path);
     } else {
       out += RectHtml(std::get<engine::RectItem>(item));
     }

@@ -30,4 +30,12 @@ inline constexpr double kTwipsPerPoint = 20.0;
          std::isfinite(r.height) && std::isfinite(r.thickness);
 }
 
+[[nodiscard]] inline bool Finite(const engine::PathItem& p) {
+  if (!std::isfinite(p.left) || !std::isfinite(p.top) || !std::isfinite(p.thickness)) return false;
+  return std::all_of(p.steps.begin(), p.steps.end(), [](const engine::PathStep& s) {
+    return std::isfinite(s.x) && std::isfinite(s.y) && std::isfinite(s.radius) &&
+           std::isfinite(s.start) && std::isfinite(s.sweep);
+  });
+}
+
 }  // namespace trellin::render

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "platform/render/PageGeometry.h"
 #include "platform/render/Utf8.h"
@@ -50,6 +51,8 @@ void PagePainter::Paint(cairo_t* cr, const engine::Page& page) {
             DrawText(cr, it);
           } else if constexpr (std::is_same_v<T, engine::LineItem>) {
             DrawLine(cr, it);
+          } else if constexpr (std::is_same_v<T, engine::PathItem>) {
+            DrawPath(cr, it);
           } else {
             DrawRect(cr, it);
           }
@@ -131,6 +134,55 @@ void PagePainter::DrawRect(cairo_t* cr, const engine::RectItem& rect) const {
     cairo_rectangle(cr, left + inset, top + inset, right - left - 2 * inset,
                     bottom - top - 2 * inset);
     cairo_stroke(cr);
+  }
+}
+
+void PagePainter::DrawPath(cairo_t* cr, const engine::PathItem& path) {
+  if (!path.filled && !path.stroked) return;
+  constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
+  cairo_new_path(cr);
+  for (const engine::PathStep& s : path.steps) {
+    const double x = Points(path.left + s.x), y = Points(path.top + s.y);
+    switch (s.op) {
+      case engine::PathOp::Move:
+        cairo_move_to(cr, x, y);
+        break;
+      case engine::PathOp::Line:
+        cairo_line_to(cr, x, y);
+        break;
+      case engine::PathOp::Arc: {
+        const double a1 = s.start * kRadiansPerDegree;
+        const double a2 = (s.start + s.sweep) * kRadiansPerDegree;
+        if (s.sweep >= 0) {
+          cairo_arc(cr, x, y, Points(s.radius), a1, a2);
+        } else {
+          cairo_arc_negative(cr, x, y, Points(s.radius), a1, a2);
+        }
+        break;
+      }
+      case engine::PathOp::Close:
+        cairo_close_path(cr);
+        break;
+    }
+  }
+  if (path.filled) {
+    SetColor(cr, path.fill);
+    if (path.stroked) {
+      cairo_fill_preserve(cr);
+    } else {
+      cairo_fill(cr);
+    }
+  }
+  if (path.stroked) {
+    std::vector<double> dash;
+    for (float d : path.dash) dash.push_back(Points(d));
+    cairo_set_dash(cr, dash.data(), static_cast<int>(dash.size()), 0);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+    SetColor(cr, path.stroke);
+    cairo_set_line_width(cr, Thickness(path.thickness));
+    cairo_stroke(cr);
+    cairo_set_dash(cr, nullptr, 0, 0);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_MITER);
   }
 }
 

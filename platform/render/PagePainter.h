@@ -1,6 +1,6 @@
 #pragma once
-// Draws one page of the page model on a cairo context: shading, rules, boxes and text, in the
-// order the engine placed them.
+// Draws one page of the page model on a cairo context: shading, rules, boxes, paths and text, in
+// the order the engine placed them.
 
 #include <cairo.h>
 
@@ -23,6 +23,7 @@ class PagePainter {
   void DrawText(cairo_t* cr, const engine::TextRun& run);
   void DrawLine(cairo_t* cr, const engine::LineItem& line) const;
   void DrawRect(cairo_t* cr, const engine::RectItem& rect) const;
+  static void DrawPath(cairo_t* cr, const engine::PathItem& path);
 
   FontCache fonts_;
   bool snap_;

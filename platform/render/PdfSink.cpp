@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/engine/PagePath.h"
 #include "platform/render/GlyphShaper.h"
 #include "platform/render/PageGeometry.h"
 #include "platform/render/Render.h"
@@ -72,6 +73,7 @@ class PdfSink::Content {
   void Text(const engine::TextRun& run);
   void Line(const engine::LineItem& line);
   void Rect(const engine::RectItem& rect);
+  void Path(const engine::PathItem& path);
 
   const std::string& Finish() {
     EndText();
@@ -338,6 +340,52 @@ void PdfSink::Content::Rect(const engine::RectItem& rect) {
   }
 }
 
+// A path in the page's own vector operators: moves, lines and Bézier curves (arcs turned into
+// curves), filled with "f", stroked with "S", or both with "B"; a dash pattern is set for the
+// path alone inside "q ... Q".
+void PdfSink::Content::Path(const engine::PathItem& path) {
+  if ((!path.filled && !path.stroked) || path.steps.empty()) return;
+  EndText();
+  if (path.filled) Fill(path.fill);
+  if (path.stroked) {
+    Stroke(path.stroke);
+    LineWidth(Thickness(path.thickness));
+  }
+  const bool dashed = path.stroked && !path.dash.empty();
+  if (dashed) {
+    out_ += "q [";
+    for (std::size_t i = 0; i < path.dash.size(); ++i) {
+      if (i) out_ += ' ';
+      pdf::AppendNumber(out_, Points(path.dash[i]));
+    }
+    out_ += "] 0 d 1 j\n";
+  }
+  for (const engine::FlatStep& s : engine::FlattenPath(path)) {
+    switch (s.op) {
+      case 'M':
+      case 'L':
+        Number(Points(s.x));
+        Number(Y(Points(s.y)));
+        out_ += s.op == 'M' ? "m " : "l ";
+        break;
+      case 'C':
+        Number(Points(s.x1));
+        Number(Y(Points(s.y1)));
+        Number(Points(s.x2));
+        Number(Y(Points(s.y2)));
+        Number(Points(s.x));
+        Number(Y(Points(s.y)));
+        out_ += "c ";
+        break;
+      default:
+        out_ += "h ";
+        break;
+    }
+  }
+  out_ += path.filled ? (path.stroked ? "B\n" : "f\n") : "S\n";
+  if (dashed) out_ += "Q\n";
+}
+
 PdfSink::PdfSink(std::filesystem::path target) : target_(std::move(target)) {}
 
 PdfSink::~PdfSink() { OnAbort(); }
@@ -365,6 +413,8 @@ void PdfSink::OnPage(const engine::Page& page) {
             content_->Text(it);
           } else if constexpr (std::is_same_v<T, engine::LineItem>) {
             content_->Line(it);
+          } else if constexpr (std::is_same_v<T, engine::PathItem>) {
+            content_->Path(it);
           } else {
             content_->Rect(it);
           }
