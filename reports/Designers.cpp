@@ -33,6 +33,7 @@
 #include "reports/jobs/arJobInvoiceBatchList.h"
 #include "reports/jobs/arJobList.h"
 #include "reports/jobs/arJobStatusReport.h"
+#include "reports/jobs/arJobSummary.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
 #include "reports/ledger/arChartofAccounts.h"
@@ -173,6 +174,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arJobDetail", CreatearJobDetail},
     {"arJobInvoiceBatchList", CreatearJobInvoiceBatchList},
     {"arJobStatusReport", CreatearJobStatusReport},
+    {"arJobSummary", CreatearJobSummary},
     // reports/admin
     {"arAdminBase", CreatearAdminBase},
     {"arCustomerTypeList", CreatearCustomerTypeList},

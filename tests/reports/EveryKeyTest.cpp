@@ -364,6 +364,9 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
       {"Delivery Docket", {"TransactionId=38862"}},
       // A page a receipt: one working day's.
       {"PaymentReceipt", {"DatedFrom=2025-11-28", "DatedTo=2025-11-28"}},
+      // Every line of figures, and the customer under each job.
+      {"JobSummary",
+       {"ShowActual=True", "ShowOpen=True", "ShowBudget=True", "ShowExtraDetail=True"}},
   };
   const auto run = kRuns.find(key);
   DesignerPtr designer = Open(key, run != kRuns.end() ? run->second : std::vector<std::string>{});
