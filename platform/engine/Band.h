@@ -29,6 +29,7 @@ struct Band {
   bool break_before = false;     // start on a fresh page
   bool break_after = false;      // the next band starts on a fresh page
   bool can_split = false;        // may run on across a page end
+  bool keep_with_next = false;   // a heading: never left alone at a page's foot
 
   [[nodiscard]] float Reach() const { return ink_height > height ? ink_height : height; }
   [[nodiscard]] bool Empty() const { return height <= 0 && items.empty() && rows.empty(); }

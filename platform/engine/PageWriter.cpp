@@ -18,10 +18,48 @@ float PageWriter::Room() {
     pending_break_ = false;
   }
   EnsurePage();
-  return body_bottom_ - y_;
+  // Headings held back for the next band stand above it.
+  float headings = 0;
+  for (const Band& b : held_) headings += b.height;
+  return body_bottom_ - y_ - headings;
 }
 
 void PageWriter::Place(Band band) {
+  if (band.keep_with_next && !band.break_after) {
+    if (band.break_before || pending_break_) {
+      PlaceHeld(nullptr);
+      if (page_open_ && has_body_) FinishPage();
+      band.break_before = false;
+      pending_break_ = false;
+    }
+    // The page opens now, as it would for the heading, so its header formats in the same order.
+    EnsurePage();
+    held_.push_back(std::move(band));
+    return;
+  }
+  PlaceHeld(&band);
+  PlaceNow(std::move(band));
+}
+
+void PageWriter::PlaceHeld(const Band* next) {
+  if (held_.empty()) return;
+  if (next && !next->break_before && !pending_break_ && page_open_ && has_body_) {
+    float headings = 0;
+    for (const Band& b : held_) headings += b.height;
+    const float space = body_bottom_ - y_;
+    // What of `next` must stand under the headings: the whole band, or its first clean piece.
+    bool fits = headings + next->Reach() <= space + 0.5f;
+    if (!fits && next->can_split && space - headings > 0)
+      fits = FindCut(*next, space - headings) > 0;
+    const bool fits_fresh = headings + next->Reach() <= body_bottom_ - body_top_;
+    if (!fits && (fits_fresh || next->can_split)) FinishPage();
+  }
+  std::vector<Band> held = std::move(held_);
+  held_.clear();
+  for (Band& b : held) PlaceNow(std::move(b));
+}
+
+void PageWriter::PlaceNow(Band band) {
   if ((band.break_before || pending_break_) && page_open_ && has_body_) FinishPage();
   pending_break_ = false;
   bool after = band.break_after;
@@ -55,11 +93,13 @@ void PageWriter::Place(Band band) {
 }
 
 void PageWriter::StartSection(bool new_page) {
+  if (new_page || pending_break_) PlaceHeld(nullptr);
   if ((new_page || pending_break_) && page_open_ && has_body_) FinishPage();
   pending_break_ = false;
 }
 
 void PageWriter::Finish() {
+  PlaceHeld(nullptr);
   if (!page_open_ && page_number_ == 0) EnsurePage();
   if (page_open_) FinishPage();
 }
@@ -77,6 +117,7 @@ void PageWriter::EnsurePage() {
   Band header = furniture_.PageHeader(page_number_);
   Put(header, geometry_.top);
   y_ = geometry_.top + header.height;
+  body_top_ = y_;
   body_bottom_ = geometry_.height - geometry_.bottom - furniture_.FooterReserve();
   has_body_ = false;
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/engine/Band.h"
 #include "platform/engine/PageModel.h"
@@ -49,6 +50,11 @@ class PageWriter : public BandSink {
   [[nodiscard]] int PagesWritten() const { return pages_written_; }
 
  private:
+  // Places a band at once, breaking the page where it must.
+  void PlaceNow(Band band);
+  // Places the headings held back for `next`, first ending the page when they and the start of
+  // `next` do not fit on it together but would on a fresh page.
+  void PlaceHeld(const Band* next);
   void EnsurePage();
   void FinishPage();
   // Copies the band's items onto the page at `y`.
@@ -59,12 +65,14 @@ class PageWriter : public BandSink {
   std::function<PageGeometry()> source_;
   PageFurniture& furniture_;
   Page page_;
+  std::vector<Band> held_;  // headings waiting for the band that follows them
   bool page_open_ = false;
   bool has_body_ = false;
   bool pending_break_ = false;
   int page_number_ = 0;
   int pages_written_ = 0;
   float y_ = 0;
+  float body_top_ = 0;
   float body_bottom_ = 0;
 };
 

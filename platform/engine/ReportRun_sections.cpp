@@ -167,6 +167,9 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
     band.break_before = before;
     band.break_after = after;
     band.can_split = section.CanGrow();
+    // A group's heading goes over to the next page with its first line; one repeated on every
+    // page is printed there anyway.
+    band.keep_with_next = kind == RowKind::GroupHeader && !section.RepeatOnPage();
     PlaceWithPageBreaks(std::move(band), arr);
     return;
   }
@@ -192,6 +195,8 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
     }
     head.ink_height = reach;
     EmitItems(section, arr, cursor, child_bottom, x0_, true, width, late_for, head);
+    // What stands above a child (a party's line over its transactions) stays with its first line.
+    head.keep_with_next = true;
     if (first_piece) {
       head.rows.push_back(MakeDataRow(section, arr, kind, level, x0_));
       head.toc = std::move(toc);

@@ -215,6 +215,30 @@ Sections:
   EXPECT_EQ(std::count(tall.log.begin(), tall.log.end(), "Detail.Format"), 1);
 }
 
+TEST(Paging, GroupHeadingsAtAPagesFootGoOverWithTheirFirstLine) {
+  // Forty-nine lines of 300 twips fit a page. Before the second region come the report's
+  // heading, the first region with its town, `lines` details and two footers; the second
+  // region's headings then stand at the foot of page 1 with no room for their first line.
+  for (int lines : {42, 43}) {
+    TestReport report(testing::TestLayout("grouped"));
+    std::vector<std::vector<Variant>> rows;
+    for (int i = 0; i < lines; ++i)
+      rows.push_back({"N", "A", "n" + std::to_string(i), Variant(Currency::FromRaw(10000))});
+    rows.push_back({"S", "B", "s1", Variant(Currency::FromRaw(10000))});
+    report.on_start = [&] {
+      report.DataControl().SetRecordset(Rows({"Region", "Town", "Name", "Amount"}, rows));
+    };
+    KeepingSink sink = testing::Run(report);
+    ASSERT_EQ(sink.pages.size(), 2u) << lines;
+    EXPECT_EQ(TopOf(sink.pages[0], "S"), -1) << lines;
+    EXPECT_EQ(TopOf(sink.pages[1], "S"), 1020) << lines;
+    EXPECT_EQ(TopOf(sink.pages[1], "B"), 1320) << lines;
+    EXPECT_EQ(TopOf(sink.pages[1], "s1"), 1620) << lines;
+    // The rows stay in their order for the exports.
+    EXPECT_EQ(sink.pages[1].rows.at(1).section, "ghRegion") << lines;
+  }
+}
+
 TEST(Paging, TableOfContentsPointsAtThePageWhereTheSectionPrints) {
   TestReport report(R"(
 Sections:

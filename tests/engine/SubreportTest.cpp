@@ -231,6 +231,30 @@ Sections:
   EXPECT_EQ(TextsInOrder(broken)[5], "2 1600,1020 P.3");
 }
 
+TEST(Subreport, APartysLineAtAPagesFootGoesOverWithItsFirstLine) {
+  // Party A's line, 46 lines and its "Under" fill 48 of the page's 49 lines of 300 twips: B's
+  // line would stand alone at the foot.
+  TestReport parent(kParent);
+  auto child = std::make_shared<LinesSub>(kChild);
+  parent.on_start = [&] {
+    parent.DataControl().SetRecordset(Rows({"Party"}, {{"A"}, {"B"}}));
+    parent.Sections()["Detail"].Controls()["srptLines"].SetObject(child);
+  };
+  parent.on_format = [&](Section& s) {
+    if (s.Name() != "Detail") return;
+    child->party = parent.Fields()["Party"].Value().Text();
+    child->lines = child->party == "A" ? 46 : 2;
+  };
+  KeepingSink sink = testing::Run(parent);
+  ASSERT_EQ(sink.pages.size(), 2u);
+  auto texts = TextsInOrder(sink);
+  auto page2 = std::find(texts.begin(), texts.end(), "2 1000,720 Head");
+  ASSERT_NE(page2, texts.end());
+  EXPECT_EQ(*(page2 - 1), "1 1000,15120 Under");
+  EXPECT_EQ(*(page2 + 1), "2 1000,1020 B");
+  EXPECT_EQ(*(page2 + 2), "2 1600,1320 B.1");
+}
+
 TEST(Subreport, ChildErrorsGoToTheParentsHook) {
   TestReport parent(kParent);
   auto child = std::make_shared<LinesSub>(kChild);
