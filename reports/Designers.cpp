@@ -47,6 +47,7 @@
 #include "reports/ledger/arglBankReconciliation.h"
 #include "reports/ledger/arglBankTransactionList.h"
 #include "reports/ledger/arglChequeList.h"
+#include "reports/ledger/arglChequeStandard.h"
 #include "reports/ledger/arglGST101BAS.h"
 #include "reports/ledger/arglJournalList.h"
 #include "reports/ledger/arglSourceList.h"
@@ -109,6 +110,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arLodgementSchedule", CreatearLodgementSchedule},
     {"arglBankLedger", CreatearglBankLedger},
     {"arglBankReconciliation", CreatearglBankReconciliation},
+    {"arglChequeStandard", CreatearglChequeStandard},
     {"arglBankTransactionList", CreatearglBankTransactionList},
     {"arglChequeList", CreatearglChequeList},
     {"arglGST101BAS", CreatearglGST101BAS},

@@ -367,6 +367,10 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
       // Every line of figures, and the customer under each job.
       {"JobSummary",
        {"ShowActual=True", "ShowOpen=True", "ShowBudget=True", "ShowExtraDetail=True"}},
+      // A page a bank entry with a party: a few of the payment run of the 20th.
+      {"ChequeStandard",
+       {"SQLWhere= WHERE glBankTransaction.Date=#2025-11-20# AND glBankTransaction.OtherPartyId "
+        "IN ('EASTE001','CHANR901','HARBF901','SLIPW901')"}},
   };
   const auto run = kRuns.find(key);
   DesignerPtr designer = Open(key, run != kRuns.end() ? run->second : std::vector<std::string>{});
