@@ -84,6 +84,7 @@ void arglChequeStandard::ActiveReport_ReportStart() {
                 "SQLWhere: the cheques cannot be picked by the WHERE text '" + where_ + "'.");
   }
   TLReport()->SetupStandardHeader(true);
+  Sections()["PageHeader"].SetVisible(false);
   objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
   const std::string date_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
   if (Control* date = FindControl("txtDate")) date->SetOutputFormat(date_format);
@@ -123,13 +124,7 @@ void arglChequeStandard::ghTransactionId_Format() {
   if (Control* text = FindControl("txtBranch")) {
     text->SetText(branch == nullptr ? std::string() : branch->name);
   }
-}
-
-void arglChequeStandard::Detail_Format() {
-  if (!any_) {
-    Sections()["Detail"].SetVisible(false);
-    return;
-  }
+  // The cheque itself.
   trellin::Fields& f = Fields();
   const OtherParty* party = objects_->FindOtherParty(TextOf(f["OtherPartyId"].Value()));
   std::string address;
@@ -143,7 +138,14 @@ void arglChequeStandard::Detail_Format() {
   const Variant& amount = f["Amount"].Value();
   const Currency value = amount.IsNull() ? Currency() : amount.ToCurrency();
   FindControl("txtAmountInWords")->SetText(AmountInWordsOf(value));
-  sub_->glBankTransactionId = f["glBankTransactionId"].Value().ToLong();
+}
+
+void arglChequeStandard::Detail_Format() {
+  if (!any_) {
+    Sections()["Detail"].SetVisible(false);
+    return;
+  }
+  sub_->glBankTransactionId = Fields()["glBankTransactionId"].Value().ToLong();
 }
 
 void arglChequeStandard::ActiveReport_ReportEnd() {

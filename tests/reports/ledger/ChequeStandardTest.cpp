@@ -60,13 +60,18 @@ class ChequeStandard : public ::testing::Test {
   // The cheques of a run by their number, each with its stub's lines. An address's lines are
   // one row's text: they are joined by " / " first.
   static std::map<std::string, PrintedCheque> Cheques(const std::string& dump) {
+    // The cheque is its group's header; its Detail row opens the stub, whose lines follow.
+    const std::string rows = Unfolded(dump);
+    const std::vector<DumpRow> headers = RowsOf(rows, "GroupHeader");
     std::map<std::string, PrintedCheque> cheques;
     PrintedCheque* current = nullptr;
-    for (const DumpRow& row : RowsOf(Unfolded(dump), "Detail")) {
-      if (row.count("txtName2") > 0) {
-        current = &cheques[Printed(row, "txtReference")];
-        current->cheque = row;
-      } else if (row.count("numStubAmount") > 0 && current != nullptr) {
+    std::size_t next = 0;
+    for (const DumpRow& row : RowsOf(rows, "Detail")) {
+      if (row.count("numStubAmount") == 0) {
+        if (next >= headers.size()) break;
+        current = &cheques[Printed(headers[next], "txtReference")];
+        current->cheque = headers[next++];
+      } else if (current != nullptr) {
         current->stub.push_back(row);
       }
     }
