@@ -83,8 +83,9 @@ void arglChequeStandard::ActiveReport_ReportStart() {
     throw Error(ErrorKind::Input,
                 "SQLWhere: the cheques cannot be picked by the WHERE text '" + where_ + "'.");
   }
+  // The page header stays visible through the start, so a data export heads its columns with
+  // the stub's labels; the cheque's header hides it before any page prints it.
   TLReport()->SetupStandardHeader(true);
-  Sections()["PageHeader"].SetVisible(false);
   objects_ = TrellinReportGlobals::RequireBusinessLayer().CreateObjects();
   const std::string date_format = TrellinReportGlobals::RequireBusinessLayer().DateFormat();
   if (Control* date = FindControl("txtDate")) date->SetOutputFormat(date_format);
@@ -118,6 +119,7 @@ void arglChequeStandard::OnFormat(Section& section) {
 }
 
 void arglChequeStandard::ghTransactionId_Format() {
+  Sections()["PageHeader"].SetVisible(false);
   if (!any_) return;
   const std::string code = TextOf(Fields()["BranchId"].Value());
   const Branch* branch = code.empty() ? nullptr : objects_->FindBranch(code);
@@ -130,7 +132,7 @@ void arglChequeStandard::ghTransactionId_Format() {
   std::string address;
   if (party != nullptr) {
     if (const PartyAddress* postal = party->AddressOrDefault("Postal")) {
-      address = Join(postal->lines, "\n");
+      address = Join(postal->lines, "\r\n");
     }
   }
   FindControl("txtAddress")->SetText(address);

@@ -169,7 +169,7 @@ TEST_F(ChequeStandard, PayeeAddressWordsAndBranch) {
     SCOPED_TRACE(c.number);
     const DumpRow& row = cheques.at(c.number).cheque;
     EXPECT_EQ(Printed(row, "txtName2"), c.payee);
-    EXPECT_EQ(Split(Printed(row, "txtAddress"), " / ").front(), c.address);
+    EXPECT_EQ(Split(Printed(row, "txtAddress"), "\r").front(), c.address);
     EXPECT_EQ(Trim(Printed(row, "txtBranch")), c.branch);
   }
   // Under a dollar the words are cents alone, behind the five blanks.
