@@ -10,6 +10,7 @@
 #include "reports/admin/arCustomerTypeList.h"
 #include "reports/admin/arDepartmentList.h"
 #include "reports/admin/arDocumentList.h"
+#include "reports/admin/arDocumentTemplate.h"
 #include "reports/admin/arGridContent.h"
 #include "reports/admin/arLabels.h"
 #include "reports/admin/arLog.h"
@@ -195,6 +196,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arOtherPartyList", CreatearOtherPartyList},
     {"arGridContent", CreatearGridContent},
     {"arDocumentList", CreatearDocumentList},
+    {"arDocumentTemplate", CreatearDocumentTemplate},
     {"arContactDetailList", CreatearContactDetailList},
     {"arOtherPartyDetail", CreatearOtherPartyDetail},
     {"arLabels", CreatearLabels},

@@ -4,6 +4,7 @@
 
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Format.h"
 #include "reports/admin/arOtherPartyList.h"
 #include "reports/receivables/LedgerSide.h"

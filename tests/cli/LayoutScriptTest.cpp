@@ -89,5 +89,38 @@ TEST_F(UserLayout, AScriptThatFailsOrNeverEndsFailsTheRun) {
   }
 }
 
+TEST_F(UserLayout, ADocumentKeyNeedsItsLayoutFile) {
+  const std::string templates = (folder_.Path() / "templates").string();
+  struct Case {
+    std::vector<std::string> set;
+    int code;
+    std::string message;
+  } cases[] = {
+      {{}, 2, "DocumentId: name the layout to print"},
+      {{"--set", "DocumentId=Nope.yaml"},
+       2,
+       "DocumentId: there is no layout file \"" + templates +
+           "/Nope.yaml\" (the template folder "
+           "is \"" +
+           templates + "\")."},
+      {{"--set", "DocumentId=/no/such/Letter.yaml"},
+       2,
+       "there is no layout file \"/no/such/Letter.yaml\""},
+      {{"--set", "DocumentId=Letter.yaml"}, 0, ""},
+  };
+  std::filesystem::copy_file(SourceDir() / "examples/templates/CustomerLetter.yaml",
+                             folder_.Path() / "templates" / "Letter.yaml");
+  for (const Case& c : cases) {
+    std::vector<std::string> args = {
+        "run", "DocumentAR", "--db", db_.string(), "-o", (folder_.Path() / "letters.pdf").string()};
+    args.insert(args.end(), c.set.begin(), c.set.end());
+    RunResult r = RunTrellin(args);
+    EXPECT_EQ(r.exit_code, c.code) << r.err;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
+    if (c.code == 2) EXPECT_NE(r.err.find(templates), std::string::npos) << r.err;
+  }
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "letters.pdf"));
+}
+
 }  // namespace
 }  // namespace trellin::testing

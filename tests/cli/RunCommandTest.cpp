@@ -82,7 +82,7 @@ TEST_F(RunCommand, BadInputIsNamedAndWritesNothing) {
   } cases[] = {
       {{"run", "CustomerTypelist"}, 2, "Did you mean CustomerTypeList"},
       {{"run", "NoSuchReport"}, 2, "There is no report named \"NoSuchReport\""},
-      {{"run", "DocumentGL"}, 2, "not available in this version"},
+      {{"run", "Chart"}, 2, "not available in this version"},
       {{"run", "CustomerTypeList", "--set", "OrderBy=Size"},
        2,
        "Order By: \"Size\" is not one of the choices"},

@@ -28,6 +28,7 @@
 #include "tests/reports/ReportFixture.h"
 #include "tests/support/QueryPlan.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPaths.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -338,6 +339,11 @@ void ExpectExportsAsPrinted(const std::vector<engine::Page>& pages, const fs::pa
   EXPECT_EQ(ReadCsv(workbook.substr(head_end + 1)), records);
 }
 
+// The DocumentId of a layout in the checkout.
+std::string Document(const std::string& path) {
+  return "DocumentId=" + (trellin::testing::SourceDir() / path).string();
+}
+
 // The keys whose designers are built, by key.
 std::vector<std::string> RunnableKeys() {
   std::vector<std::string> keys;
@@ -379,6 +385,14 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
       {"ChequeStandard",
        {"SQLWhere= WHERE glBankTransaction.Date=#2025-11-20# AND glBankTransaction.OtherPartyId "
         "IN ('EASTE001','CHANR901','HARBF901','SLIPW901')"}},
+      // A Document key prints the user's layout it is given: the samples, and small lists.
+      {"DocumentAR", {Document("examples/templates/CustomerLetter.yaml"), "Customers=A..C"}},
+      {"DocumentSC", {Document("examples/templates/ItemLabels.yaml")}},
+      {"DocumentAP", {Document("tests/reports/admin/documents/SupplierList.yaml")}},
+      {"DocumentOP", {Document("tests/reports/admin/documents/OtherPartyList.yaml")}},
+      {"DocumentGL", {Document("tests/reports/admin/documents/AccountList.yaml")}},
+      {"DocumentFA", {Document("tests/reports/admin/documents/AssetList.yaml")}},
+      {"DocumentJO", {Document("tests/reports/admin/documents/JobList.yaml")}},
   };
   const auto run = kRuns.find(key);
   DesignerPtr designer = Open(key, run != kRuns.end() ? run->second : std::vector<std::string>{});

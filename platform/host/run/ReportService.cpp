@@ -1,5 +1,6 @@
 #include "platform/host/run/ReportService.h"
 
+#include "core/TLRPXSupport.h"
 #include "layouts/EmbeddedLayouts.h"
 #include "platform/engine/LayoutLibrary.h"
 #include "platform/host/ReportHost.h"
@@ -31,6 +32,12 @@ ReportService::ReportService(std::shared_ptr<data::SqliteDatabase> database)
   ActiveReport::SetLayoutProvider(std::make_shared<engine::LayoutLibrary>(
       CompiledLayout, std::filesystem::path(application_->Options().TemplateFolder())));
   ActiveReport::SetScriptEngine(std::make_shared<script::LuaScriptEngine>());
+  // A script's rpx:GetRecordset on another company file opens it read only; a file that does
+  // not open is an error GetRecordset turns into nothing.
+  TLRPXSupport::SetDatabaseOpener(
+      [](const std::string& path) -> std::shared_ptr<trellin::Database> {
+        return data::SqliteDatabase::Open(path);
+      });
   reports_.Initialise(business_layer_, application_);
   reports_.SetDesigners(trellin::Designers());
 }
