@@ -14,6 +14,7 @@
 
 #include "core/host/AssetDepreciation.h"
 #include "core/host/Job.h"
+#include "core/host/TaxDetail.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/Date.h"
 #include "platform/runtime/Strings.h"
@@ -289,6 +290,14 @@ class BusinessObjects {
     (void)actual_charges;
     (void)tax;
     throw std::logic_error("This business layer keeps no jobs.");
+  }
+  // The lines behind a tax return for one period and group (core/host/TaxDetail.h), sales first,
+  // then by category, date and line. A business layer that keeps no ledger throws
+  // std::logic_error.
+  [[nodiscard]] virtual std::vector<trellin::TaxDetailLine> LoadTaxDetail(
+      const trellin::TaxDetailRequest& request) {
+    (void)request;
+    throw std::logic_error("This business layer keeps no tax ledger.");
   }
   // The reconciliation of bank `code` as at `dated_to` (every unreconciled line when it is
   // absent); nullopt for a bank the company does not hold. A business layer that keeps no bank

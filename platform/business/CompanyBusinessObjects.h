@@ -39,6 +39,9 @@ class CompanyBusinessObjects : public BusinessObjects {
   // CompanyBankReconciliation.cpp
   [[nodiscard]] std::optional<trellin::BankReconciliation> LoadBankReconciliation(
       std::string_view code, std::optional<Date> dated_to) override;
+  // CompanyTaxDetail.cpp
+  [[nodiscard]] std::vector<trellin::TaxDetailLine> LoadTaxDetail(
+      const trellin::TaxDetailRequest& request) override;
   [[nodiscard]] std::unique_ptr<trellin::AssetDepreciation> CreateAssetDepreciation() override;
   [[nodiscard]] std::unique_ptr<trellin::Asset> CreateAsset() override;
   [[nodiscard]] std::unique_ptr<trellin::AssetTaxValues> CreateAssetTaxValues(

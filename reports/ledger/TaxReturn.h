@@ -12,6 +12,7 @@
 
 #include "core/host/ActiveReport.h"
 #include "core/host/Application.h"
+#include "core/host/BusinessObjects.h"
 #include "core/host/Database.h"
 #include "core/host/Parameters.h"
 #include "platform/runtime/Currency.h"
@@ -123,42 +124,6 @@ class TaxReturnForm : public ActiveReport {
  private:
   bool printed_ = false;
 };
-
-// What the tax detail report asks for: one period's taxed lines, filed (by `TaxPeriodId`) or open
-// (the lines on no period to `DateTo`), of one branch or department group.
-struct TaxDetailRequest {
-  std::optional<std::int64_t> TaxPeriodId;
-  Date DateTo;              // the open period's last day; unused for a filed one
-  std::string BasisOutput;  // "Invoice", "Payments" or "Cash", "Exempt"
-  std::string BasisInput;
-  std::string GroupFilter;  // a condition on glTransaction's columns, "" for every line
-  bool ExceptionsOnly = false;
-  bool ReconciliationFormat = false;
-};
-
-// One line of a tax return as the tax detail report lists it: sales ("O") and expenses ("I"),
-// each figure as the return sees it (a sale's value and tax positive).
-struct TaxDetailLine {
-  std::string TaxIO;
-  std::string TaxCat;
-  std::int64_t glTransactionId = 0;
-  std::string Account;  // the account's code and description
-  std::string glSourceId;
-  Date date;  // the bank's date for a line counted on the cash basis
-  std::string Reference;
-  Currency ValueIncl;  // the value with its tax
-  Currency Tax;
-  std::string Comment;
-  double Rate = 0;  // the tax as a percentage of the value without it; 0 when that is 0
-  bool Exception = false;
-};
-
-// The lines behind a tax return, sales first, then by category, date and line; a line of
-// category "*" never. `category_rate` gives a category's rate in the tax list (0 for one it
-// lacks). The rules are in this folder's README.
-[[nodiscard]] std::vector<TaxDetailLine> LoadTaxDetail(
-    Database& database, const TaxDetailRequest& request,
-    const std::function<double(std::string_view)>& category_rate);
 
 // Shows `value` in the control `name` of `report`, when it has one; ShowTaxControls shows or hides.
 void SetTaxControl(const ActiveReport& report, const std::string& name, const Variant& value);

@@ -81,10 +81,6 @@ void arglTaxDetailReport::ActiveReport_ReportStart() {
 
   groups_ = ReadTaxGroups(database, p);
   objects_ = business.CreateObjects();
-  auto category_rate = [this](std::string_view code) {
-    const TaxCategory* category = objects_->FindTaxCategory(code);
-    return category == nullptr ? 0.0 : category->rate;
-  };
   rows_.clear();
   type_totals_.clear();
   if (facts) {
@@ -97,7 +93,7 @@ void arglTaxDetailReport::ActiveReport_ReportStart() {
       request.GroupFilter = groups_.Groups[g].Filter;
       request.ExceptionsOnly = exceptions;
       request.ReconciliationFormat = reconciliation;
-      for (TaxDetailLine& line : LoadTaxDetail(database, request, category_rate)) {
+      for (TaxDetailLine& line : objects_->LoadTaxDetail(request)) {
         TypeTotal& total = type_totals_[{g, line.TaxIO, line.TaxCat}];
         total.value_incl += line.ValueIncl;
         total.tax += line.Tax;

@@ -1,14 +1,14 @@
-// The tax detail lines: the lines behind a tax return, each with its rate, and which of them
-// are exceptions.
+// The tax detail object: the lines behind a tax return, each with its rate, and which of them are
+// exceptions.
 
 #include <algorithm>
 #include <cmath>
 #include <tuple>
 
+#include "platform/business/CompanyBusinessObjects.h"
 #include "platform/runtime/Strings.h"
-#include "reports/ledger/TaxReturn.h"
 
-namespace trellin {
+namespace trellin::business {
 
 namespace {
 
@@ -26,14 +26,19 @@ Currency ExpectedLineTax(Currency value_excl, double rate) {
   return Currency::FromRaw(std::llround(cents) * 100);
 }
 
+bool CashBasis(const std::string& basis) {
+  return EqualsIgnoreCase(basis, "Payments") || EqualsIgnoreCase(basis, "Cash");
+}
+
 }  // namespace
 
-// A side is read on the return's own basis only in the reconciliation format (the cash view,
-// counted at the bank's date); otherwise every line is shown as invoiced. A side whose basis is
-// "Exempt" has no lines. Adjustments ("A", "F") are tax alone and never exceptions.
-std::vector<TaxDetailLine> LoadTaxDetail(
-    Database& database, const TaxDetailRequest& request,
-    const std::function<double(std::string_view)>& category_rate) {
+// The rules are in this folder's README ("Tax detail").
+std::vector<TaxDetailLine> CompanyBusinessObjects::LoadTaxDetail(const TaxDetailRequest& request) {
+  Database& database = *database_;
+  auto category_rate = [this](std::string_view code) {
+    const TaxCategory* category = FindTaxCategory(code);
+    return category == nullptr ? 0.0 : category->rate;
+  };
   std::vector<TaxDetailLine> lines;
   for (const char* io : {"O", "I"}) {
     const bool output = io[0] == 'O';
@@ -104,4 +109,4 @@ std::vector<TaxDetailLine> LoadTaxDetail(
   return lines;
 }
 
-}  // namespace trellin
+}  // namespace trellin::business
