@@ -22,19 +22,22 @@ namespace {
 namespace fs = std::filesystem;
 
 // The build of the generator and of what it uses (the schema, dates, money): the latest of
-// their libraries' link times, or this binary's when the libraries are not where the build left
-// them.
+// their libraries' link times, shared by every test binary linked from them. A binary older than
+// those libraries (one a partial build left unlinked) carries the generator as it was and keys by
+// its own link time, so it never leaves an old company under the new libraries' stamp; so does a
+// binary whose libraries are not where the build left them.
 long long BuildStamp() {
   std::error_code error;
+  const fs::file_time_type self = fs::last_write_time("/proc/self/exe");
   fs::file_time_type stamp = fs::file_time_type::min();
   for (const char* library : {"platform/demo/libtrellin_demo.a", "platform/data/libtrellin_data.a",
                               "platform/sql/libtrellin_sql.a", "core/host/libtrellin_hostapi.a",
                               "platform/runtime/libtrellin_runtime.a"}) {
     const fs::file_time_type time = fs::last_write_time(BinaryDir() / library, error);
-    if (error) return fs::last_write_time("/proc/self/exe").time_since_epoch().count();
+    if (error) return self.time_since_epoch().count();
     stamp = std::max(stamp, time);
   }
-  return stamp.time_since_epoch().count();
+  return (self < stamp ? self : stamp).time_since_epoch().count();
 }
 
 // The schema this process writes, which a binary left unlinked after a schema change still
