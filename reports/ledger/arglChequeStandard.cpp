@@ -12,7 +12,7 @@ namespace trellin {
 
 namespace {
 
-constexpr const char* kFields[] = {
+constexpr const char* kChequeFields[] = {
     "glBankTransactionId", "Date",    "Amount", "OtherPartyId", "BranchId",
     "Reference",           "Comment", "Name",   "ChqName"};
 
@@ -95,7 +95,7 @@ void arglChequeStandard::ActiveReport_ReportStart() {
 }
 
 void arglChequeStandard::ActiveReport_DataInitialize() {
-  for (const char* name : kFields) Fields().Add(name);
+  for (const char* name : kChequeFields) Fields().Add(name);
 }
 
 void arglChequeStandard::ActiveReport_FetchData(bool& eof) {
@@ -104,7 +104,7 @@ void arglChequeStandard::ActiveReport_FetchData(bool& eof) {
     return;
   }
   trellin::Fields& f = Fields();
-  for (const char* name : kFields) f[name].SetValue(rs_->Value(name));
+  for (const char* name : kChequeFields) f[name].SetValue(rs_->Value(name));
   any_ = true;
   rs_->MoveNext();
   eof = false;
