@@ -30,7 +30,7 @@ int CheckCommand(const Args& args, const Context&) {
     return kExitOk;
   }
   if (!parsed.Positional().empty()) throw UsageError("check takes no arguments");
-  auto database = OpenCompany(parsed.Value("db"));
+  auto database = OpenCompanyFile(parsed.Value("db"), "check");
   std::vector<std::string> findings = database->Check(kMostFindings);
   for (const std::string& finding : findings) std::printf("%s\n", finding.c_str());
   if (!findings.empty()) {

@@ -3,8 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "platform/data/CompanyFile.h"
+#include "platform/data/postgres/PostgresDatabase.h"
 
 namespace trellin::cli {
 
@@ -27,8 +29,19 @@ std::filesystem::path CompanyPath(const std::optional<std::string>& db_option) {
   return DefaultDemoPath();
 }
 
-std::shared_ptr<data::SqliteDatabase> OpenCompany(const std::optional<std::string>& db_option) {
+std::shared_ptr<data::CompanyDatabase> OpenCompany(const std::optional<std::string>& db_option) {
+  if (const std::string named = CompanyPath(db_option).string(); data::IsPostgresUrl(named)) {
+    return data::PostgresDatabase::Open(named);
+  }
+  return OpenCompanyFile(db_option, "");
+}
+
+std::shared_ptr<data::SqliteDatabase> OpenCompanyFile(const std::optional<std::string>& db_option,
+                                                      std::string_view command) {
   std::filesystem::path path = CompanyPath(db_option);
+  if (data::IsPostgresUrl(path.string())) {
+    throw UsageError(std::string(command) + " reads a company file, not a company on a server");
+  }
   bool is_default = !db_option && CompanyPath(std::nullopt) == DefaultDemoPath();
   // The demo company is rebuilt when it was made for another schema: an earlier version's file
   // lacks what this version's reports read.

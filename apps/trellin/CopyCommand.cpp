@@ -35,7 +35,7 @@ int CopyCommand(const Args& args, const Context&) {
   if (!to || !data::IsPostgresUrl(*to)) {
     throw UsageError("copy needs --to postgresql://user@host/dbname");
   }
-  const std::string from = OpenCompany(parsed.Value("from"))->Path();
+  const std::string from = OpenCompanyFile(parsed.Value("from"), "copy --from")->Path();
   data::PgConnection target(*to);
   const data::CopySummary copied = data::CopyCompanyToPostgres(from, target);
   std::printf("%s: %lld rows of %d tables copied to %s\n", from.c_str(),

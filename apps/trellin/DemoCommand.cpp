@@ -4,12 +4,14 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 
 #include "apps/trellin/CommandLine.h"
 #include "apps/trellin/Commands.h"
 #include "apps/trellin/Company.h"
 #include "apps/trellin/Progress.h"
+#include "platform/data/postgres/PostgresCompany.h"
 #include "platform/demo/DemoCompany.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/DateText.h"
@@ -27,7 +29,31 @@ const std::vector<OptionSpec> kDemoOptions = {
      "the company's books run to the end of this date's month; default: last month"},
     {"output", 'o', true, false, "FILE",
      "where to write it (default: the demo company in the user's data folder)"},
+    {"db", 0, true, false, "URL",
+     "build it on an empty database of a server instead: postgresql://user@host/dbname"},
     {"help", 'h', false, false, "", "show this help"},
+};
+
+// A folder of its own for the file a server's demo company is built in, removed at the end.
+class Scratch {
+ public:
+  Scratch() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "trellin-demo-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) {
+      throw Error(ErrorKind::CompanyFile, "cannot make a folder to build the demo company in");
+    }
+    folder_ = pattern;
+  }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+  ~Scratch() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+  }
+  [[nodiscard]] std::filesystem::path File() const { return folder_ / "demo.db"; }
+
+ private:
+  std::filesystem::path folder_;
 };
 
 long long WholeNumber(const std::string& option, const std::string& text) {
@@ -67,7 +93,7 @@ int DemoCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kDemoOptions);
   if (parsed.Has("help")) {
     std::printf(
-        "usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE]\n\n"
+        "usage: trellin demo [--scale N] [--seed S] [--country NZ|AU] [-o FILE | --db URL]\n\n"
         "Builds the demo company: some years of a small trading business's books, up to the end\n"
         "of last month (or of --present's month). The same options on the same day give the\n"
         "same file.\n\n%s",
@@ -87,7 +113,22 @@ int DemoCommand(const Args& args, const Context&) {
     if (!given) throw UsageError("--present takes a date such as 31/10/2026, not '" + *text + "'");
     present = *given;
   }
-  std::filesystem::path path = parsed.Value("output")
+  const std::optional<std::string> server = parsed.Value("db");
+  if (server && parsed.Value("output"))
+    throw UsageError("demo takes -o FILE or --db URL, not both");
+  if (server && !data::IsPostgresUrl(*server)) {
+    throw UsageError("--db takes postgresql://user@host/dbname; -o FILE writes a company file");
+  }
+  // On a server the company is built as a file in a folder of its own, then copied there.
+  std::optional<Scratch> scratch;
+  // Connected first: a server that cannot be reached is said at once, not after the build.
+  std::optional<data::PgConnection> target;
+  if (server) {
+    target.emplace(*server);
+    scratch.emplace();
+  }
+  std::filesystem::path path = server ? scratch->File()
+                               : parsed.Value("output")
                                    ? std::filesystem::path(*parsed.Value("output"))
                                    : CompanyPath(std::nullopt);
 
@@ -100,12 +141,17 @@ int DemoCommand(const Args& args, const Context&) {
   } catch (const std::filesystem::filesystem_error& e) {
     throw Error(ErrorKind::CompanyFile, e.what());
   }
+  std::string where = path.string();
+  if (target) {
+    (void)data::CopyCompanyToPostgres(path.string(), *target);
+    where = target->Name();
+  }
   double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   std::printf(
       "demo company: %lld parties, %lld transactions, %lld GL lines, %d years to %s; %.1fs; %s\n",
       static_cast<long long>(summary.parties), static_cast<long long>(summary.transactions),
       static_cast<long long>(summary.gl_lines), summary.financial_years,
-      summary.present.ToIso().c_str(), seconds, path.c_str());
+      summary.present.ToIso().c_str(), seconds, where.c_str());
   return kExitOk;
 }
 

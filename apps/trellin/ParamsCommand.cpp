@@ -19,7 +19,9 @@ namespace trellin::cli {
 namespace {
 
 const std::vector<OptionSpec> kParamsOptions = {
-    {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
+    {"db", 0, true, false, "FILE|URL",
+     "company file, or postgresql://user@host/dbname (default: $TRELLIN_DB, else the demo "
+     "company)"},
     {"json", 'j', false, false, "", "print the parameters as JSON"},
     {"rows", 'r', true, false, "N",
      "pick-list rows to show per parameter in text (default 10; all in JSON)"},
@@ -59,7 +61,7 @@ int ParamsCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kParamsOptions);
   if (parsed.Has("help")) {
     std::printf(
-        "usage: trellin params KEY [--db FILE] [--json]\n\n"
+        "usage: trellin params KEY [--db FILE|URL] [--json]\n\n"
         "Lists what the report KEY asks: each parameter's name, kind, caption, prompt,\n"
         "default (and the date it stands for today), what a value left blank means, choices,\n"
         "and the rows of pick-lists.\n\n%s",

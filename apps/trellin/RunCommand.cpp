@@ -18,7 +18,9 @@ namespace trellin::cli {
 namespace {
 
 const std::vector<OptionSpec> kRunOptions = {
-    {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
+    {"db", 0, true, false, "FILE|URL",
+     "company file, or postgresql://user@host/dbname (default: $TRELLIN_DB, else the demo "
+     "company)"},
     {"set", 's', true, true, "NAME=VALUE",
      "a parameter value; may be given many times, and wins over --params"},
     {"params", 'p', true, false, "FILE.json", "parameter values as a JSON object of name to value"},
@@ -67,7 +69,8 @@ int RunCommand(const Args& args, const Context& context) {
   ParsedArgs parsed = Parse(args, kRunOptions);
   if (parsed.Has("help")) {
     std::printf(
-        "usage: trellin run KEY [--db FILE] [--set NAME=VALUE ...] [--params FILE.json] [-o OUT] "
+        "usage: trellin run KEY [--db FILE|URL] [--set NAME=VALUE ...] [--params FILE.json] [-o "
+        "OUT] "
         "[--format F]\n\n"
         "Runs the report KEY (see 'trellin list') and writes it to OUT. Parameters take their\n"
         "defaults unless set; 'trellin params KEY' lists them. Dates may be written 31/03/2025,\n"

@@ -15,7 +15,9 @@ namespace trellin::cli {
 namespace {
 
 const std::vector<OptionSpec> kSqlOptions = {
-    {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
+    {"db", 0, true, false, "FILE|URL",
+     "company file, or postgresql://user@host/dbname (default: $TRELLIN_DB, else the demo "
+     "company)"},
     {"csv", 0, false, false, "", "print the rows as CSV instead of a table"},
     {"translate", 't', false, false, "",
      "print the SQLite text the statement becomes, and its column types"},
@@ -99,7 +101,7 @@ int SqlCommand(const Args& args, const Context&) {
   ParsedArgs parsed = Parse(args, kSqlOptions);
   if (parsed.Has("help")) {
     std::printf(
-        "usage: trellin sql [--db FILE] [--csv | --translate] \"SELECT ...\"\n\n"
+        "usage: trellin sql [--db FILE|URL] [--csv | --translate] \"SELECT ...\"\n\n"
         "Runs one Jet-dialect SELECT on the company file, read only, and prints its rows.\n\n%s",
         OptionsHelp(kSqlOptions).c_str());
     return kExitOk;
@@ -112,7 +114,7 @@ int SqlCommand(const Args& args, const Context&) {
   // once it runs is the company file's.
   sql::Translation translation;
   try {
-    translation = sql::Translate(statement, database->Catalog());
+    translation = sql::Translate(statement, database->Catalog(), database->SqlDialect());
   } catch (const sql::SqlError& e) {
     throw Error(ErrorKind::Input, e.what());
   }

@@ -52,7 +52,8 @@ void PrintUsage(std::FILE* out) {
   std::fprintf(
       out,
       "\n'trellin <command> --help' tells a command's options.\n"
-      "The company file is --db FILE, else $TRELLIN_DB, else the demo company.\n"
+      "The company is --db FILE (or postgresql://user@host/dbname for one on a server),\n"
+      "else $TRELLIN_DB, else the demo company.\n"
       "Exit codes: 0 success, 1 report errors, 2 bad usage or input, 3 database problems,\n"
       "130 or 143 stopped by Ctrl-C or SIGTERM (a server stopped so exits 0).\n");
 }

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/host/Database.h"
 #include "platform/data/ColumnReader.h"
+#include "platform/data/CompanyDatabase.h"
 #include "platform/data/ForwardRecordset.h"
 #include "platform/data/Sqlite.h"
 #include "platform/sql/Catalog.h"
@@ -16,7 +16,7 @@
 
 namespace trellin::data {
 
-class SqliteDatabase : public Database {
+class SqliteDatabase : public CompanyDatabase {
  public:
   // Opens an existing company file read-only; nothing done through the result can change it.
   // The database and its recordsets are used from one thread at a time.
@@ -30,12 +30,13 @@ class SqliteDatabase : public Database {
   int DatabaseType() const override { return 1; }
   // "Data Source=<path>;Mode=ReadOnly".
   std::string ConnectionString() const override;
-  [[nodiscard]] const std::string& Path() const { return path_; }
+  [[nodiscard]] const std::string& Path() const override { return path_; }
   // Whether SQLite holds the file read-only (always, once opened): the guarantee behind the
   // translator's refusal of anything but SELECT.
   [[nodiscard]] bool ReadOnly() const;
   // The tables and typed columns of the file, as the translator sees them.
-  [[nodiscard]] const sql::Catalog& Catalog() const { return catalog_; }
+  [[nodiscard]] const sql::Catalog& Catalog() const override { return catalog_; }
+  [[nodiscard]] sql::Dialect SqlDialect() const override { return sql::Dialect::kSqlite; }
 
   // Translates (once per distinct text; the translator keeps them) and runs `jet_sql`; the rows
   // are held in memory.
@@ -47,12 +48,6 @@ class SqliteDatabase : public Database {
     return OpenForward(jet_sql);
   }
   std::shared_ptr<Recordset> NewRecordset() override;
-
-  // Told of every query as it is sent: the Jet text and the SQLite text it became. For tools
-  // and tests that look at what the reports ask (the plan check); empty to stop. Called on the
-  // thread that queries.
-  using QueryLog = std::function<void(std::string_view jet_sql, const std::string& sqlite_sql)>;
-  void SetQueryLog(QueryLog log) { query_log_ = std::move(log); }
 
   // Whether the file carries the planner's statistics (the sqlite_stat1 table ANALYZE writes).
   // A file without them is read all the same: nothing is written to it, and the plans fall back
@@ -77,18 +72,19 @@ class SqliteDatabase : public Database {
   void EndSnapshot() override;
   [[nodiscard]] bool InSnapshot() const { return snapshot_depth_ > 0; }
 
+  // One field per result column of `translation`, typed by its semantic type.
+  [[nodiscard]] static std::vector<ResultField> FieldsOf(const sql::Translation& translation);
+
  private:
   SqliteDatabase(std::string path, std::shared_ptr<Connection> connection);
   void LoadCatalog();
   [[nodiscard]] std::shared_ptr<const sql::Translation> Translate(std::string_view jet_sql);
-  [[nodiscard]] static std::vector<ResultField> FieldsOf(const sql::Translation& translation);
 
   std::string path_;
   std::shared_ptr<Connection> connection_;
   sql::Catalog catalog_;
   std::unique_ptr<sql::Translator> translator_;
   int snapshot_depth_ = 0;
-  QueryLog query_log_;
 };
 
 // The run guard under the name the data layer first gave it.

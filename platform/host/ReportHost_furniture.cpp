@@ -54,13 +54,17 @@ bool HasNoValue(const Variant& value) {
          (value.IsString() && Trim(*value.Get<std::string>()).empty());
 }
 
-// The file a connection string names: "Data Source=/data/acme.db;Mode=ReadOnly" -> "acme.db".
+// The company a connection string names: its file, "Data Source=/data/acme.db;Mode=ReadOnly" ->
+// "acme.db", or its database on a server, "Host=...;Database=acme;..." -> "acme".
 std::string FileOfConnection(const std::string& connection) {
   for (const std::string& part : Split(connection, ";")) {
     std::size_t equals = part.find('=');
     if (equals == std::string::npos) continue;
     if (EqualsIgnoreCase(Trim(part.substr(0, equals)), "Data Source")) {
       return std::filesystem::path(Trim(part.substr(equals + 1))).filename().string();
+    }
+    if (EqualsIgnoreCase(Trim(part.substr(0, equals)), "Database")) {
+      return Trim(part.substr(equals + 1));
     }
   }
   return {};

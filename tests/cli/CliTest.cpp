@@ -27,7 +27,7 @@ TEST(Cli, HelpAndUsageErrors) {
       {{"list", "--bogus"}, "trellin list: unknown option '--bogus' (see 'trellin list --help')"},
       {{"list", "extra"}, "trellin list: list takes no arguments"},
       {{"sql"}, "trellin sql: sql takes exactly one statement (quote it)"},
-      {{"sql", "--db"}, "trellin sql: option '--db' needs a value (FILE)"},
+      {{"sql", "--db"}, "trellin sql: option '--db' needs a value (FILE|URL)"},
   };
   for (const Case& c : cases) {
     RunResult r = RunTrellin(c.args);

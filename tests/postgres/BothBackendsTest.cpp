@@ -156,14 +156,15 @@ class BothBackends : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     std::string why;
-    url_ = NewTestDatabase("demo", why);
-    if (url_.empty()) {
+    const ServerDemo& demo = DemoOnServer(why);
+    if (demo.url.empty()) {
       skip_ = why;
       return;
     }
-    file_ = CachedDemoCompany("NZ");
-    data::PgConnection target(url_);
-    summary_ = data::CopyCompanyToPostgres(file_, target);
+    url_ = demo.url;
+    file_ = demo.file;
+    summary_.rows = demo.rows;
+    summary_.tables = demo.tables;
   }
 
   void SetUp() override {
@@ -191,7 +192,7 @@ TEST_F(BothBackends, TheCopyHoldsEveryRowOfTheFile) {
 
 TEST_F(BothBackends, ErrorsAreOneLineNamingTheCompanyAndTheReason) {
   std::string missing = url_;
-  missing.replace(missing.find("/demo?"), 6, "/nowhere?");
+  missing.replace(missing.find("/demo.db?"), 9, "/nowhere?");
   const struct {
     std::string url;
     std::vector<std::string> said;

@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <vector>
 
-#include "platform/data/postgres/Postgres.h"
+#include "platform/data/postgres/PostgresCompany.h"
+#include "tests/support/DemoCache.h"
 
 namespace trellin::testing {
 namespace {
@@ -69,6 +71,9 @@ class Server {
             " -A trust -U trellin -E UTF8 --locale=C --no-sync > " +
             ShellQuoted((folder_ / "initdb.log").string()) + " 2>&1",
         "initdb");
+    // One role logs in with a password, to see a wrong one refused; the rest are trusted.
+    std::ofstream((fs::path(data) / "pg_hba.conf").string(), std::ios::trunc)
+        << "local all " << kPasswordRole << " scram-sha-256\nlocal all all trust\n";
     // Durability is no concern of a throwaway server.
     pg_ctl_ = as_user_ + ShellQuoted((programs / "pg_ctl").string()) + " -D " + ShellQuoted(data);
     Run(pg_ctl_ + " -l " + ShellQuoted((folder_ / "server.log").string()) + " -w -o \"-k " +
@@ -94,8 +99,12 @@ class Server {
 
   [[nodiscard]] const std::string& Why() const { return why_; }
 
-  [[nodiscard]] std::string Url(std::string_view database) const {
-    return "postgresql:///" + std::string(database) + "?host=" + folder_.string() + "&user=trellin";
+  [[nodiscard]] std::string Url(std::string_view database, std::string_view user = "trellin",
+                                std::string_view password = "") const {
+    std::string url = "postgresql:///" + std::string(database) + "?host=" + folder_.string() +
+                      "&user=" + std::string(user);
+    if (!password.empty()) url += "&password=" + std::string(password);
+    return url;
   }
 
  private:
@@ -114,10 +123,19 @@ class Server {
   bool started_ = false;
 };
 
+Server& TheServer() {
+  static Server server;  // stopped when the binary ends
+  return server;
+}
+
 }  // namespace
 
+std::string ServerUrl(std::string_view database, std::string_view user, std::string_view password) {
+  return TheServer().Url(database, user, password);
+}
+
 std::string NewTestDatabase(std::string_view name, std::string& why) {
-  static Server server;  // stopped when the binary ends
+  Server& server = TheServer();
   if (!server.Why().empty()) {
     why = server.Why();
     return {};
@@ -127,6 +145,34 @@ std::string NewTestDatabase(std::string_view name, std::string& why) {
                 "dropping a test database");
   admin.Execute("CREATE DATABASE \"" + std::string(name) + "\"", "creating a test database");
   return server.Url(name);
+}
+
+const ServerDemo& DemoOnServer(std::string& why) {
+  static std::string failed;
+  static const ServerDemo demo = [] {
+    ServerDemo made;
+    made.url = NewTestDatabase("demo.db", failed);
+    if (made.url.empty()) return made;
+    made.file = CachedDemoCompany("NZ");
+    {
+      data::PgConnection target(made.url);
+      const data::CopySummary copied = data::CopyCompanyToPostgres(made.file, target);
+      made.rows = copied.rows;
+      made.tables = copied.tables;
+    }
+    // A copy of the whole database at file level, made while nothing is connected to it.
+    made.writable_url = NewTestDatabase("demo_writable", failed);
+    data::PgConnection admin(TheServer().Url("postgres"));
+    admin.Execute("DROP DATABASE \"demo_writable\"", "dropping a test database");
+    admin.Execute("CREATE DATABASE \"demo_writable\" TEMPLATE \"demo.db\"",
+                  "copying the demo company");
+    admin.Execute("CREATE ROLE " + std::string(kPasswordRole) + " LOGIN PASSWORD '" +
+                      std::string(kPassword) + "'",
+                  "making a role with a password");
+    return made;
+  }();
+  why = failed;
+  return demo;
 }
 
 }  // namespace trellin::testing

@@ -364,7 +364,7 @@ TEST_P(EveryKey, FitsExportsWhatItPrintsAndReadsTheLedgerThroughItsIndexes) {
   trellin::testing::WriteFile(script, kWorkbookAsCsv);
 
   std::set<std::string> queries;
-  data::SqliteDatabase& database = Service().Database();
+  data::CompanyDatabase& database = Service().Database();
   database.SetQueryLog(
       [&](std::string_view, const std::string& sqlite) { queries.insert(sqlite); });
   // The documents' defaults print every document the company holds, thousands of pages: one

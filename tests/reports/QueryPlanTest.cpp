@@ -99,7 +99,7 @@ TEST_F(QueryPlans, TheListedRunsAndTheCorpusReadTheLedgerThroughItsIndexes) {
   // SQLite text -> where it first came from.
   std::map<std::string, std::string> queries;
   std::string origin;
-  data::SqliteDatabase& database = Service().Database();
+  auto& database = dynamic_cast<data::SqliteDatabase&>(Service().Database());
   // The demo generator's last step: the planner's statistics, as a company file should carry.
   ASSERT_TRUE(database.HasStatistics());
   database.SetQueryLog(

@@ -129,7 +129,7 @@ void SendFile(httplib::Response& res, const std::filesystem::path& path,
 
 class Api {
  public:
-  Api(std::shared_ptr<data::SqliteDatabase> database, RunPool& pool)
+  Api(std::shared_ptr<data::CompanyDatabase> database, RunPool& pool)
       : service_(std::move(database)), pool_(pool) {
     json reports = json::array();
     for (const CatalogueEntry& entry : service_.Catalogue()) {
@@ -298,7 +298,7 @@ httplib::Server::Handler Guard(Handler handler) {
 
 }  // namespace
 
-void AddRoutes(httplib::Server& server, std::shared_ptr<data::SqliteDatabase> database,
+void AddRoutes(httplib::Server& server, std::shared_ptr<data::CompanyDatabase> database,
                RunPool& pool) {
   auto api = std::make_shared<Api>(std::move(database), pool);
 

@@ -14,7 +14,7 @@ class Server;
 }
 
 namespace trellin::data {
-class SqliteDatabase;
+class CompanyDatabase;
 }
 
 namespace trellin::serve {
@@ -24,7 +24,7 @@ class RunPool;
 // The JSON API and the page app on `server` (README.md beside this file). The API reads the
 // company through one report service of its own, one request at a time; runs go to `pool`.
 // Both must outlive the server's use of the routes.
-void AddRoutes(httplib::Server& server, std::shared_ptr<data::SqliteDatabase> database,
+void AddRoutes(httplib::Server& server, std::shared_ptr<data::CompanyDatabase> database,
                RunPool& pool);
 
 // The worker: runs the job in FOLDER/job.json ({db, key, values, formats}), writing

@@ -19,7 +19,9 @@ namespace trellin::cli {
 namespace {
 
 const std::vector<OptionSpec> kServeOptions = {
-    {"db", 0, true, false, "FILE", "company file (default: $TRELLIN_DB, else the demo company)"},
+    {"db", 0, true, false, "FILE|URL",
+     "company file, or postgresql://user@host/dbname (default: $TRELLIN_DB, else the demo "
+     "company)"},
     {"bind", 0, true, false, "ADDR", "address to listen on (default 127.0.0.1: this machine only)"},
     {"port", 0, true, false, "N", "port to listen on (default 8080; 0 takes a free one)"},
     {"workers", 0, true, false, "N",

@@ -78,6 +78,17 @@ PgResult PgConnection::Query(std::string_view sql, std::string_view what) {
   return result;
 }
 
+PgResult PgConnection::Query(std::string_view sql, const std::vector<std::string>& values,
+                             std::string_view what) {
+  std::vector<const char*> pointers;
+  pointers.reserve(values.size());
+  for (const std::string& value : values) pointers.push_back(value.c_str());
+  PgResult result(PQexecParams(conn_, std::string(sql).c_str(), static_cast<int>(values.size()),
+                               nullptr, pointers.data(), nullptr, nullptr, 0));
+  if (PQresultStatus(result.Handle()) != PGRES_TUPLES_OK) Fail(what, result.Handle());
+  return result;
+}
+
 void PgConnection::BeginCopy(std::string_view copy, std::string_view what) {
   PgResult start(PQexec(conn_, std::string(copy).c_str()));
   if (PQresultStatus(start.Handle()) != PGRES_COPY_IN) Fail(what, start.Handle());

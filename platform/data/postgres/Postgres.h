@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/host/Database.h"
 
@@ -60,6 +61,9 @@ class PgConnection {
   void Execute(std::string_view sql, std::string_view what);
   // Runs one statement and returns its rows, every value as text.
   [[nodiscard]] PgResult Query(std::string_view sql, std::string_view what);
+  // The same with values for $1, $2, ... (text, never Null).
+  [[nodiscard]] PgResult Query(std::string_view sql, const std::vector<std::string>& values,
+                               std::string_view what);
   // Starts `copy` (COPY ... FROM STDIN); rows go in COPY's text form, in pieces of any size, and
   // EndCopy finishes it.
   void BeginCopy(std::string_view copy, std::string_view what);

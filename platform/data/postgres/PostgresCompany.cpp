@@ -191,6 +191,15 @@ PostgresSchema PostgresSchemaSql() {
   return {std::move(text), source.Indexes()};
 }
 
+sql::Catalog CompanySchemaCatalog() {
+  sql::Catalog catalog;
+  for (const Table& table : SchemaSource().Tables()) {
+    for (const Column& column : table.columns)
+      catalog.AddColumn(table.name, column.name, column.type);
+  }
+  return catalog;
+}
+
 CopySummary CopyCompanyToPostgres(const std::string& file, PgConnection& target) {
   sqlite3* db = nullptr;
   const int opened = sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);

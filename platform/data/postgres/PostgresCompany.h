@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/data/postgres/Postgres.h"
+#include "platform/sql/Catalog.h"
 
 namespace trellin::data {
 
@@ -17,6 +18,10 @@ struct PostgresSchema {
   std::string indexes;
 };
 [[nodiscard]] PostgresSchema PostgresSchemaSql();
+
+// The tables and typed columns of the one schema, as the translator sees a company on a server
+// (laid down by PostgresSchemaSql, whose BIGINT alone cannot tell money from a whole number).
+[[nodiscard]] sql::Catalog CompanySchemaCatalog();
 
 struct CopySummary {
   int tables = 0;

@@ -2,6 +2,7 @@
 
 #include "core/TLRPXSupport.h"
 #include "layouts/EmbeddedLayouts.h"
+#include "platform/data/SqliteDatabase.h"
 #include "platform/engine/LayoutLibrary.h"
 #include "platform/host/ReportHost.h"
 #include "platform/script/LuaScript.h"
@@ -19,7 +20,7 @@ std::optional<engine::StoredLayout> CompiledLayout(std::string_view designer) {
 
 }  // namespace
 
-ReportService::ReportService(std::shared_ptr<data::SqliteDatabase> database)
+ReportService::ReportService(std::shared_ptr<data::CompanyDatabase> database)
     : database_(std::move(database)), catalogue_(trellin::Catalogue()) {
   if (!database_) throw std::invalid_argument("The report service needs a company database.");
   business_layer_ = std::make_shared<business::CompanyBusinessLayer>(database_);

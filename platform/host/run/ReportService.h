@@ -1,7 +1,8 @@
 #pragma once
-// The report service over one company file, assembled the one way the CLI, tests and examples
-// all use: business layer and application read from the company, a ReportHost for each report,
-// the stored layouts (template folder first, then the compiled ones), TrellinReports initialised.
+// The report service over one company (a file, or a database on a server), assembled the one way
+// the CLI, tests and examples all use: business layer and application read from the company, a
+// ReportHost for each report, the stored layouts (template folder first, then the compiled ones),
+// TrellinReports initialised.
 
 #include <memory>
 #include <span>
@@ -11,6 +12,7 @@
 #include "core/TrellinReports.h"
 #include "platform/business/CompanyApplication.h"
 #include "platform/business/CompanyBusinessLayer.h"
+#include "platform/data/CompanyDatabase.h"
 #include "platform/data/SqliteDatabase.h"
 
 namespace trellin::host {
@@ -20,7 +22,7 @@ class ReportService {
   // Reads the company's settings and calendar from `database` (must not be null), installs the
   // layout provider process-wide and initialises the report service's globals. Throws what the
   // business layer and application throw for a company file they cannot read.
-  explicit ReportService(std::shared_ptr<data::SqliteDatabase> database);
+  explicit ReportService(std::shared_ptr<data::CompanyDatabase> database);
   // Opens the company file read-only first; DatabaseError names the file when it cannot.
   [[nodiscard]] static std::unique_ptr<ReportService> Open(const std::string& company_path);
   ReportService(const ReportService&) = delete;
@@ -29,8 +31,8 @@ class ReportService {
   ~ReportService();
 
   [[nodiscard]] TrellinReports& Reports() { return reports_; }
-  [[nodiscard]] data::SqliteDatabase& Database() { return *database_; }
-  [[nodiscard]] const std::shared_ptr<data::SqliteDatabase>& DatabasePtr() const {
+  [[nodiscard]] data::CompanyDatabase& Database() { return *database_; }
+  [[nodiscard]] const std::shared_ptr<data::CompanyDatabase>& DatabasePtr() const {
     return database_;
   }
   [[nodiscard]] business::CompanyBusinessLayer& BusinessLayer() { return *business_layer_; }
@@ -47,7 +49,7 @@ class ReportService {
   }
 
  private:
-  std::shared_ptr<data::SqliteDatabase> database_;
+  std::shared_ptr<data::CompanyDatabase> database_;
   std::shared_ptr<business::CompanyBusinessLayer> business_layer_;
   std::shared_ptr<business::CompanyApplication> application_;
   TrellinReports reports_;
