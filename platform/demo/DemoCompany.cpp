@@ -121,6 +121,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteImportMessages(ctx);
     WriteBusyAccount(ctx);
     WriteJobExtras(ctx);
+    WriteChequeRuns(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

@@ -184,6 +184,10 @@ void WriteBusyAccount(DemoContext& ctx);
 // DemoJobs.cpp: the job budgets and the job rows the trading does not make; runs last, with no
 // draw on the random stream.
 void WriteJobExtras(DemoContext& ctx);
+// The cheques (DemoCheques.cpp): suppliers paid by cheque for 30 bills and for exactly 25, a
+// cheque against ledger lines, a tax category on every bank line, transfers entered on both
+// banks, a bank in use but inactive. Draws from a copy of the random stream, ids after the last.
+void WriteChequeRuns(DemoContext& ctx);
 // The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
 // shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
 void WriteStockExtras(DemoContext& ctx);

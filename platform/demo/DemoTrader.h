@@ -60,6 +60,8 @@ class Trader {
   void Run();
   // The busy account's month (see WriteBusyAccount).
   void BusyAccount();
+  // The cheque runs and the cheque against ledger lines (see WriteChequeRuns).
+  void ChequeRuns();
 
  private:
   // Documents.
