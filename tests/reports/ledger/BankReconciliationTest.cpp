@@ -41,31 +41,60 @@ TEST_F(BankReconciliation, InUseAlwaysFiltersAndActiveOnlyOnRequest) {
   }
 }
 
-// Each bank's cash balance is its account's balance in the books as at the date; the reconciled
-// total is the sum of its statement page's lines, and the variance what the statement table
-// holds apart from the books: the cheque account's unentered fee of 15.00, nothing on the saver.
+// Each bank's cash balance is its account's balance in the books as at the date, a date by which
+// every line of the page is dated (a transfer is an entry on each bank, so the saver's agrees too);
+// the reconciled total is the sum of its latest statement page's lines, and the variance what the
+// statement table holds apart from the books: the cheque account's unentered fee of 15.00, nothing
+// on the saver. Full details print each entry's split lines under it, none without.
 TEST_F(BankReconciliation, FiguresAgreeWithTheBooks) {
-  const std::string dump = Dump("BankReconciliation", {"DatedTo=2025-11-30", "Banks=CHQ"});
-  const std::vector<DumpRow> headers = RowsOf(dump, "GroupHeader");
-  ASSERT_FALSE(headers.empty());
-  const DumpRow& bank = headers.front();
-  EXPECT_EQ(
-      DumpedAmount(bank, "numghCurrent"),
-      BooksSql().Money("SELECT sum(Value) FROM glTransaction WHERE AccountId = '3010' AND Date < "
-                       "'2025-12-01'"));
-  const Currency page_lines = BooksSql().Money(
-      "SELECT sum(t.Value) FROM glBankTransaction b JOIN glTransaction t ON "
-      "t.glBankTransactionId = b.glBankTransactionId AND t.glBankTransactionSequence = 0 WHERE "
-      "b.BankId = 'CHQ' AND b.StmtPage = (SELECT max(StmtPage) FROM glBankStatement WHERE BankId "
-      "= 'CHQ')");
-  bool reconciled_seen = false;
-  for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
-    if (!HasField(footer, "numVariance")) continue;
-    reconciled_seen = true;
-    EXPECT_EQ(DumpedAmount(footer, "numReconciled"), page_lines);
-    EXPECT_EQ(DumpedAmount(footer, "numVariance"), Currency::FromWhole(15));
+  struct Case {
+    const char* bank;
+    const char* dated_to;
+    bool full_details;
+    long variance;
+  };
+  const Case kCases[] = {
+      {"CHQ", "2025-11-30", false, 15},
+      {"CHQ", "2025-11-30", true, 15},
+      {"SAVE", "2025-11-30", true, 0},
+      {"SAVE", "2025-10-31", false, 0},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(std::string(c.bank) + " " + c.dated_to);
+    const std::string bank = std::string("'") + c.bank + "'";
+    const std::string dump = Dump(
+        "BankReconciliation", {std::string("DatedTo=") + c.dated_to, std::string("Banks=") + c.bank,
+                               c.full_details ? "ShowFullDetails=True" : "ShowFullDetails=False"});
+    const std::vector<DumpRow> headers = RowsOf(dump, "GroupHeader");
+    ASSERT_FALSE(headers.empty());
+    EXPECT_EQ(DumpedAmount(headers.front(), "numghCurrent"),
+              BooksSql().Money("SELECT sum(Value) FROM glTransaction WHERE AccountId = (SELECT "
+                               "AssetAccountId FROM Bank WHERE BankId = " +
+                               bank + ") AND Date < date('" + c.dated_to + "', '+1 day')"));
+    const Currency page_lines = BooksSql().Money(
+        "SELECT sum(t.Value) FROM glBankTransaction b JOIN glTransaction t ON "
+        "t.glBankTransactionId = b.glBankTransactionId AND t.glBankTransactionSequence = 0 WHERE "
+        "b.BankId = " +
+        bank + " AND b.StmtPage = (SELECT max(StmtPage) FROM glBankStatement WHERE BankId = " +
+        bank + ")");
+    int reconciled_groups = 0;
+    for (const DumpRow& footer : RowsOf(dump, "GroupFooter")) {
+      if (!HasField(footer, "numVariance")) continue;
+      ++reconciled_groups;
+      EXPECT_EQ(DumpedAmount(footer, "numReconciled"), page_lines);
+      EXPECT_EQ(DumpedAmount(footer, "numVariance"), Currency::FromWhole(c.variance));
+    }
+    EXPECT_EQ(reconciled_groups, 1);
+    const std::vector<DumpRow> details = RowsOf(dump, "Detail");
+    const auto split_lines = std::count_if(details.begin(), details.end(), [](const DumpRow& row) {
+      return HasField(row, "txtAccountId");
+    });
+    if (c.full_details) {
+      EXPECT_GT(split_lines, 0);
+    } else {
+      EXPECT_EQ(split_lines, 0);
+    }
   }
-  EXPECT_TRUE(reconciled_seen);
 }
 
 // Dated before its first unreconciled line, the saver has none: no "Unreconciled" group, its cash
