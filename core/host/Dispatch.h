@@ -30,6 +30,32 @@ class Dispatch : public Object {
   virtual Variant Call(std::string_view name, const std::vector<Variant>& args) = 0;
   // What the object is called in messages ("Control txtName", "Recordset").
   [[nodiscard]] virtual std::string TypeName() const = 0;
+  // Whether the object property `name` gives is the same for as long as this one lives (a
+  // report's sections and controls, its Fields): a script engine may then keep it rather than
+  // ask again. False unless a dispatch says so.
+  [[nodiscard]] virtual bool Lasting(std::string_view name) const {
+    (void)name;
+    return false;
+  }
+};
+
+// Hashing and comparing names without regard to case, without making a lower-case copy.
+struct CaseBlindHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view s) const noexcept {
+    std::size_t h = 14695981039346656037ull;
+    for (char c : s) {
+      const auto u = static_cast<unsigned char>(c);
+      h = (h ^ static_cast<std::size_t>(u >= 'A' && u <= 'Z' ? u + 32 : u)) * 1099511628211ull;
+    }
+    return h;
+  }
+};
+struct CaseBlindEqual {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const noexcept {
+    return EqualsIgnoreCase(a, b);
+  }
 };
 
 // The members of one kind of object, as a table built once per kind: a property has a getter
@@ -56,12 +82,12 @@ class MemberTable {
     return *this;
   }
   [[nodiscard]] const Entry* Find(std::string_view name) const {
-    auto it = entries_.find(LCase(name));
+    auto it = entries_.find(name);
     return it == entries_.end() ? nullptr : &it->second;
   }
 
  private:
-  std::unordered_map<std::string, Entry> entries_;
+  std::unordered_map<std::string, Entry, CaseBlindHash, CaseBlindEqual> entries_;
 };
 
 // A Dispatch over a table of members, with hooks for the members found by name at run time.

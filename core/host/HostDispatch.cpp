@@ -135,6 +135,10 @@ class SectionDispatch : public TableDispatch<SectionDispatch> {
     }();
     return table;
   }
+  // Its controls stay the section's for the whole run.
+  [[nodiscard]] bool Lasting(std::string_view name) const override {
+    return Table().Find(name) == nullptr && HasOther(name);
+  }
 
  protected:
   [[nodiscard]] bool HasOther(std::string_view name) const override {
@@ -318,6 +322,11 @@ class ReportDispatch : public TableDispatch<ReportDispatch> {
   explicit ReportDispatch(std::shared_ptr<ActiveReport> r) : r_(*r), owned_(std::move(r)) {}
   [[nodiscard]] std::string TypeName() const override { return r_.DesignerName(); }
   [[nodiscard]] std::shared_ptr<ActiveReport> Owned() const { return owned_; }
+  // Its Fields, data control, sections and controls stay the report's for the whole run.
+  [[nodiscard]] bool Lasting(std::string_view name) const override {
+    return EqualsIgnoreCase(name, "Fields") || EqualsIgnoreCase(name, "DataControl") ||
+           EqualsIgnoreCase(name, "datData") || (Table().Find(name) == nullptr && HasOther(name));
+  }
 
   static const MemberTable<ReportDispatch>& Table() {
     static const MemberTable<ReportDispatch> table = [] {

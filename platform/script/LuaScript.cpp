@@ -2,6 +2,7 @@
 
 #include <lua.hpp>
 
+#include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <string>
@@ -19,6 +20,33 @@ namespace {
 // Userdata kinds: a value Lua has no type for (money, a date, Null), and a late-bound object.
 constexpr const char* kValueMeta = "trellin.Value";
 constexpr const char* kObjectMeta = "trellin.Object";
+
+// The two metatables are kept in the registry under these addresses as well as by name: every
+// member access checks a userdata's kind, and a look-up by address costs less than one by name.
+const char kValueKey = 0;
+const char kObjectKey = 0;
+
+const void* KeyOf(const char* meta) { return meta == kValueMeta ? &kValueKey : &kObjectKey; }
+
+void* TestUserdata(lua_State* L, int index, const char* meta) {
+  void* p = lua_touserdata(L, index);
+  if (p == nullptr || lua_getmetatable(L, index) == 0) return nullptr;
+  lua_rawgetp(L, LUA_REGISTRYINDEX, KeyOf(meta));
+  const bool same = lua_rawequal(L, -1, -2) != 0;
+  lua_pop(L, 2);
+  return same ? p : nullptr;
+}
+
+void* CheckUserdata(lua_State* L, int index, const char* meta) {
+  void* p = TestUserdata(L, index, meta);
+  if (p == nullptr) luaL_typeerror(L, index, meta);
+  return p;
+}
+
+void SetMeta(lua_State* L, const char* meta) {
+  lua_rawgetp(L, LUA_REGISTRYINDEX, KeyOf(meta));
+  lua_setmetatable(L, -2);
+}
 
 struct Budget {
   std::int64_t steps_left = 0;
@@ -98,8 +126,8 @@ Variant ToVariant(lua_State* L, int index) {
       return Variant(std::string(s, n));
     }
     case LUA_TUSERDATA:
-      if (void* p = luaL_testudata(L, index, kValueMeta)) return *static_cast<Variant*>(p);
-      if (void* p = luaL_testudata(L, index, kObjectMeta)) {
+      if (void* p = TestUserdata(L, index, kValueMeta)) return *static_cast<Variant*>(p);
+      if (void* p = TestUserdata(L, index, kObjectMeta)) {
         return Variant(*static_cast<std::shared_ptr<Object>*>(p));
       }
       break;
@@ -113,7 +141,7 @@ Variant ToVariant(lua_State* L, int index) {
 void PushUserValue(lua_State* L, const Variant& v) {
   void* p = lua_newuserdatauv(L, sizeof(Variant), 0);
   new (p) Variant(v);
-  luaL_setmetatable(L, kValueMeta);
+  SetMeta(L, kValueMeta);
 }
 
 void PushVariant(lua_State* L, const Variant& v) {
@@ -142,9 +170,10 @@ void PushVariant(lua_State* L, const Variant& v) {
       PushUserValue(L, v);
       return;
     case VariantKind::Object: {
-      void* p = lua_newuserdatauv(L, sizeof(std::shared_ptr<Object>), 0);
+      // The user value keeps the lasting objects reached from this one (ObjectIndex).
+      void* p = lua_newuserdatauv(L, sizeof(std::shared_ptr<Object>), 1);
       new (p) std::shared_ptr<Object>(v.ToObject());
-      luaL_setmetatable(L, kObjectMeta);
+      SetMeta(L, kObjectMeta);
       return;
     }
   }
@@ -191,7 +220,7 @@ int ValueConcat(lua_State* L) {
 }
 
 int ValueToString(lua_State* L) {
-  const Variant& v = *static_cast<Variant*>(luaL_checkudata(L, 1, kValueMeta));
+  const Variant& v = *static_cast<Variant*>(CheckUserdata(L, 1, kValueMeta));
   std::string s = v.IsNull() ? std::string("Null") : v.Text();
   lua_pushlstring(L, s.data(), s.size());
   return 1;
@@ -222,14 +251,14 @@ bool IsLess(int c) { return c < 0; }
 bool IsLessOrEqual(int c) { return c <= 0; }
 
 int ValueGc(lua_State* L) {
-  static_cast<Variant*>(luaL_checkudata(L, 1, kValueMeta))->~Variant();
+  static_cast<Variant*>(CheckUserdata(L, 1, kValueMeta))->~Variant();
   return 0;
 }
 
 // --- Objects ---
 
 Dispatch& DispatchAt(lua_State* L, int index) {
-  auto& object = *static_cast<std::shared_ptr<Object>*>(luaL_checkudata(L, index, kObjectMeta));
+  auto& object = *static_cast<std::shared_ptr<Object>*>(CheckUserdata(L, index, kObjectMeta));
   auto* d = dynamic_cast<Dispatch*>(object.get());
   if (d == nullptr) luaL_error(L, "this object has no members a script can reach");
   return *d;
@@ -255,14 +284,39 @@ int CallMethod(lua_State* L) {
   });
 }
 
+// `obj.Name`. What a lasting property gives (a report's control, section or Fields) is kept in
+// the object's user value under the name as written, so that a handler run for every row asks
+// the report for it once.
 int ObjectIndex(lua_State* L) {
   Dispatch& d = DispatchAt(L, 1);
-  std::string name = luaL_checkstring(L, 2);
+  std::size_t size = 0;
+  const char* text = luaL_checklstring(L, 2, &size);
+  if (lua_getiuservalue(L, 1, 1) == LUA_TTABLE) {
+    lua_pushvalue(L, 2);
+    if (lua_rawget(L, -2) != LUA_TNIL) return 1;
+    lua_pop(L, 1);
+  }
+  lua_pop(L, 1);
+  std::string_view name(text, size);
   return Guarded(L, [&] {
     switch (d.Member(name)) {
-      case MemberKind::Property:
-        PushVariant(L, d.Get(name));
+      case MemberKind::Property: {
+        Variant value = d.Get(name);
+        PushVariant(L, value);
+        if (value.IsObject() && d.Lasting(name)) {
+          if (lua_getiuservalue(L, 1, 1) != LUA_TTABLE) {
+            lua_pop(L, 1);
+            lua_newtable(L);
+            lua_pushvalue(L, -1);
+            lua_setiuservalue(L, 1, 1);
+          }
+          lua_pushvalue(L, 2);
+          lua_pushvalue(L, -3);
+          lua_rawset(L, -3);
+          lua_pop(L, 1);
+        }
         return 1;
+      }
       case MemberKind::Method:
         lua_pushvalue(L, 1);
         lua_pushvalue(L, 2);
@@ -271,13 +325,15 @@ int ObjectIndex(lua_State* L) {
       case MemberKind::None:
         break;
     }
-    throw NoSuchItem(d.TypeName() + " has no member '" + name + "'");
+    throw NoSuchItem(d.TypeName() + " has no member '" + std::string(name) + "'");
   });
 }
 
 int ObjectNewIndex(lua_State* L) {
   Dispatch& d = DispatchAt(L, 1);
-  std::string name = luaL_checkstring(L, 2);
+  std::size_t size = 0;
+  const char* text = luaL_checklstring(L, 2, &size);
+  std::string_view name(text, size);
   Variant value = ToVariant(L, 3);
   return Guarded(L, [&] {
     d.Set(name, value);
@@ -303,15 +359,15 @@ int ObjectToString(lua_State* L) {
 }
 
 int ObjectEqual(lua_State* L) {
-  auto* a = static_cast<std::shared_ptr<Object>*>(luaL_testudata(L, 1, kObjectMeta));
-  auto* b = static_cast<std::shared_ptr<Object>*>(luaL_testudata(L, 2, kObjectMeta));
+  auto* a = static_cast<std::shared_ptr<Object>*>(TestUserdata(L, 1, kObjectMeta));
+  auto* b = static_cast<std::shared_ptr<Object>*>(TestUserdata(L, 2, kObjectMeta));
   lua_pushboolean(L, a && b && a->get() == b->get() ? 1 : 0);
   return 1;
 }
 
 int ObjectGc(lua_State* L) {
   using Ptr = std::shared_ptr<Object>;
-  static_cast<Ptr*>(luaL_checkudata(L, 1, kObjectMeta))->~Ptr();
+  static_cast<Ptr*>(CheckUserdata(L, 1, kObjectMeta))->~Ptr();
   return 0;
 }
 
@@ -325,6 +381,22 @@ void OpenLibraries(lua_State* L) {
     luaL_requiref(L, lib.name, lib.func, 1);
     lua_pop(L, 1);
   }
+  // print goes to stderr: stdout may carry the report itself, and a layout's notes are for the
+  // one who is writing it.
+  lua_pushcfunction(L, [](lua_State* S) {
+    std::string line;
+    for (int i = 1, n = lua_gettop(S); i <= n; ++i) {
+      std::size_t size = 0;
+      const char* text = luaL_tolstring(S, i, &size);
+      if (i > 1) line += '\t';
+      line.append(text, size);
+      lua_pop(S, 1);
+    }
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    return 0;
+  });
+  lua_setglobal(L, "print");
   // No reading of files or of code made at run time.
   for (const char* name : {"dofile", "loadfile", "load"}) {
     lua_pushnil(L);
@@ -345,7 +417,7 @@ void OpenLibraries(lua_State* L) {
                                  {nullptr, nullptr}};
   luaL_newmetatable(L, kValueMeta);
   luaL_setfuncs(L, value_meta, 0);
-  lua_pop(L, 1);
+  lua_rawsetp(L, LUA_REGISTRYINDEX, KeyOf(kValueMeta));
 
   const luaL_Reg object_meta[] = {{"__index", ObjectIndex}, {"__newindex", ObjectNewIndex},
                                   {"__call", ObjectCall},   {"__tostring", ObjectToString},
@@ -353,7 +425,7 @@ void OpenLibraries(lua_State* L) {
                                   {nullptr, nullptr}};
   luaL_newmetatable(L, kObjectMeta);
   luaL_setfuncs(L, object_meta, 0);
-  lua_pop(L, 1);
+  lua_rawsetp(L, LUA_REGISTRYINDEX, KeyOf(kObjectMeta));
 
   PushUserValue(L, Variant::Null());
   lua_setglobal(L, "Null");
@@ -394,7 +466,7 @@ class LuaScript : public LayoutScript {
           !lua_iscfunction(L_, -1)) {
         std::string name = lua_tostring(L_, -2);
         lua_pushvalue(L_, -1);
-        handlers_[LCase(name)] = Handler{name, luaL_ref(L_, LUA_REGISTRYINDEX)};
+        handlers_[name] = Handler{name, luaL_ref(L_, LUA_REGISTRYINDEX)};
       }
       lua_pop(L_, 1);
     }
@@ -402,11 +474,11 @@ class LuaScript : public LayoutScript {
   }
 
   [[nodiscard]] bool Handles(std::string_view handler) const override {
-    return !stopped_ && handlers_.find(LCase(handler)) != handlers_.end();
+    return !stopped_ && handlers_.find(handler) != handlers_.end();
   }
 
   Variant Run(std::string_view handler) override {
-    auto it = handlers_.find(LCase(handler));
+    auto it = handlers_.find(handler);
     if (it == handlers_.end()) return {};
     budget_.handler = it->second.name;
     budget_.steps_left = budget_.steps;
@@ -468,8 +540,8 @@ class LuaScript : public LayoutScript {
     if (t == LUA_TFUNCTION || t == LUA_TTABLE || t == LUA_TTHREAD || t == LUA_TLIGHTUSERDATA) {
       throw ScriptError(budget_.handler + " gave back a " + lua_typename(L_, t));
     }
-    if (t == LUA_TUSERDATA && !luaL_testudata(L_, -1, kValueMeta) &&
-        !luaL_testudata(L_, -1, kObjectMeta)) {
+    if (t == LUA_TUSERDATA && !TestUserdata(L_, -1, kValueMeta) &&
+        !TestUserdata(L_, -1, kObjectMeta)) {
       throw ScriptError(budget_.handler + " gave back a userdata");
     }
     return ToVariant(L_, -1);
@@ -485,7 +557,7 @@ class LuaScript : public LayoutScript {
   Budget budget_;
   bool stopped_ = false;
   lua_State* L_ = nullptr;
-  std::unordered_map<std::string, Handler> handlers_;
+  std::unordered_map<std::string, Handler, CaseBlindHash, CaseBlindEqual> handlers_;
 };
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/runtime/Strings.h"
 #include "tests/cli/CliSupport.h"
+#include "tests/support/CaseFile.h"
 #include "tests/support/TestPaths.h"
 
 namespace trellin::testing {
@@ -55,13 +57,19 @@ TEST_F(UserLayout, ItsScriptChangesThePrintedRows) {
       "      n = n + 1\n"
       "      rpt.txtDescription.Text = n .. '. ' .. rpt.Fields.Description\n"
       "    end\n"
-      "  end\n");
+      "  end\n"
+      "  function ActiveReport_ReportEnd() print('shown', n, rpx.Parameters.OrderBy.Value) end\n");
   RunResult r = RunTypes("types.txt");
   ASSERT_EQ(r.exit_code, 0) << r.err;
   std::string page = ReadFile(folder_.Path() / "types.txt");
   EXPECT_EQ(page.find("RETAIL"), std::string::npos) << page;
   EXPECT_NE(page.find("1. Trade accounts"), std::string::npos) << page;
   EXPECT_NE(page.find("2. Wholesale"), std::string::npos) << page;
+  // Any layout's script has rpx; print is for the layout's writer: stderr, never the report or
+  // the command's answer.
+  EXPECT_NE(r.err.find("shown\t2\tCode\n"), std::string::npos) << r.err;
+  EXPECT_EQ(r.out.find("shown"), std::string::npos) << r.out;
+  EXPECT_EQ(page.find("shown"), std::string::npos) << page;
 }
 
 TEST_F(UserLayout, AScriptThatFailsOrNeverEndsFailsTheRun) {
@@ -117,9 +125,34 @@ TEST_F(UserLayout, ADocumentKeyNeedsItsLayoutFile) {
     RunResult r = RunTrellin(args);
     EXPECT_EQ(r.exit_code, c.code) << r.err;
     EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
-    if (c.code == 2) EXPECT_NE(r.err.find(templates), std::string::npos) << r.err;
+    if (c.code == 2) {
+      EXPECT_NE(r.err.find(templates), std::string::npos) << r.err;
+    }
   }
   EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "letters.pdf"));
+}
+
+// document_params.tsv: each Document key's parameters, captions, defaults and choices in order.
+TEST_F(UserLayout, ParamsShowEachDocumentKeysDialogue) {
+  for (const CaseRow& row : ReadCaseBlocks("cli/document_params.tsv", 1)) {
+    RunResult r = RunTrellin({"params", row.fields[0], "--db", db_.string()});
+    ASSERT_EQ(r.exit_code, 0) << row.Where() << r.err;
+    std::vector<std::string> shown;
+    for (std::string line : Split(r.out, "\n")) {
+      if (line.empty() || (line[0] == ' ' && line.find("default:") == std::string::npos &&
+                           line.find("choices:") == std::string::npos)) {
+        continue;
+      }
+      line = Trim(line);
+      // A date default's value moves with the day: its expression is what is checked.
+      if (const std::size_t colon = line.find(": ", 9);
+          line.starts_with("default: ") && colon != std::string::npos) {
+        line.erase(colon);
+      }
+      shown.push_back(line);
+    }
+    EXPECT_EQ(shown, row.lines) << row.Where();
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <system_error>
 
+#include "core/TLRPXSupport.h"
 #include "core/host/ApplicationSettings.h"
 #include "platform/data/SqliteDatabase.h"
 #include "platform/engine/ReportEngine.h"
@@ -322,6 +323,23 @@ RunResult RunReportToFile(ReportService& service, const RunRequest& request) {
 
 namespace {
 
+// A user's copy of any layout may carry a script: it gets `rpx` as the Document keys' do, with
+// the run's parameters and, where the report has them, its DateAsAt and SQLWhere. A Document
+// key sets its own again when it starts.
+void GiveScriptSupport(Designer& designer) {
+  LayoutScript* script = designer.Script();
+  if (script == nullptr || !designer.TLReport()) return;
+  auto rpx = std::make_shared<TLRPXSupport>();
+  Parameters& parameters = designer.TLReport()->Parameters();
+  rpx->TLReport = designer.TLReport();
+  rpx->Parameters = &parameters;
+  if (ParameterPtr as_at = parameters.Find("DateAsAt"); as_at && as_at->Value.IsDate()) {
+    rpx->dateAsAt = as_at->Value.ToDate().DateOnly();
+  }
+  if (ParameterPtr where = parameters.Find("SQLWhere")) rpx->SQLWhere = where->Value.Text();
+  script->SetGlobal("rpx", Variant(std::static_pointer_cast<Object>(rpx)));
+}
+
 RunResult Run(ReportService& service, const RunRequest& request) {
   const auto started = std::chrono::steady_clock::now();
   std::vector<std::pair<std::filesystem::path, render::Format>> outputs = {
@@ -350,6 +368,7 @@ RunResult Run(ReportService& service, const RunRequest& request) {
     sink = std::make_unique<TeeSink>(std::move(sinks));
   }
   CountingSink counting(*sink, request.on_page, request.on_page_model);
+  GiveScriptSupport(*designer);
   engine::RunOutcome outcome = engine::RunReport(*designer, counting);
 
   RunResult result;

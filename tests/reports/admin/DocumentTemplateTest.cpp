@@ -47,27 +47,6 @@ TEST_F(DocumentTemplate, WhereOrderAndTextByKey) {
   }
 }
 
-TEST_F(DocumentTemplate, ParametersComeInTheKeysOrder) {
-  auto names = [](const std::string& key) {
-    std::vector<std::string> out;
-    for (const auto& p : OpenDocument(key, {})->TLReport()->Parameters()) out.push_back(p->Name);
-    return Join(out, ",");
-  };
-  EXPECT_EQ(names("DocumentAR"),
-            "Message,Other,DocumentId,SQLOrderBy,SQLWhere,dateFrom,dateTo,DateAsAt,Customers,"
-            "Locations,Employees,CustomerCategories,CustomerTypes,CustomerPaymentTerms,Addresses,"
-            "OrderBy");
-  EXPECT_EQ(names("DocumentFA"),
-            "Message,Other,DocumentId,SQLOrderBy,SQLWhere,dateFrom,dateTo,DateAsAt,"
-            "DatePurchasedFrom,DatePurchasedTo,DateDisposedFrom,DateDisposedTo,DateReviewFrom,"
-            "DateReviewTo,StatusOn Order,StatusIn Use,StatusAvailable,StatusDisposed,"
-            "StatusScrapped,Assets,AssetCategories,AssetSites,AssetTypes,Branches,Employees,"
-            "ParentAssets,Suppliers,OrderBy");
-  auto order = OpenDocument("DocumentGL", {})->TLReport()->Parameters().Find("OrderBy");
-  EXPECT_EQ(order->Caption, "Document Order by");
-  EXPECT_EQ(order->Choices, "Code,Description");
-}
-
 // The samples of examples/templates/ and the small test layouts, read against the demo company.
 TEST_F(DocumentTemplate, TheLayoutsPrint) {
   const struct {
