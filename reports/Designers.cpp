@@ -37,6 +37,7 @@
 #include "reports/jobs/arJobSummary.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
+#include "reports/ledger/arChart.h"
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arChequeList.h"
 #include "reports/ledger/arLodgementSchedule.h"
@@ -51,6 +52,7 @@
 #include "reports/ledger/arglChequeStandard.h"
 #include "reports/ledger/arglGST101BAS.h"
 #include "reports/ledger/arglJournalList.h"
+#include "reports/ledger/arglManagementReport.h"
 #include "reports/ledger/arglSourceList.h"
 #include "reports/ledger/arglTaxDetailReport.h"
 #include "reports/ledger/arglTransactionList.h"
@@ -101,6 +103,7 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
+    {"arChart", CreatearChart},
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},
@@ -117,6 +120,7 @@ constexpr DesignerEntry kDesigners[] = {
     {"arglGST101BAS", CreatearglGST101BAS},
     {"arglJournalList", CreatearglJournalList},
     {"arglSourceList", CreatearglSourceList},
+    {"arglManagementReport", CreatearglManagementReport},
     {"arglTaxDetailReport", CreatearglTaxDetailReport},
     {"arglTransactionList", CreatearglTransactionList},
     // reports/receivables
