@@ -37,7 +37,6 @@
 #include "reports/jobs/arJobSummary.h"
 #include "reports/ledger/arAccountDetail.h"
 #include "reports/ledger/arAccountMatrix.h"
-#include "reports/ledger/arChart.h"
 #include "reports/ledger/arChartofAccounts.h"
 #include "reports/ledger/arChequeList.h"
 #include "reports/ledger/arLodgementSchedule.h"
@@ -103,7 +102,6 @@ namespace {
 constexpr DesignerEntry kDesigners[] = {
     // reports/ledger
     {"arglAccountReports", CreatearglAccountReports},
-    {"arChart", CreatearChart},
     {"arChartofAccounts", CreatearChartofAccounts},
     {"arglAccountReportsNew", CreatearglAccountReportsNew},
     {"arAccountMatrix", CreatearAccountMatrix},

@@ -96,7 +96,7 @@ class ReportRun : public PageFurniture {
   void EvaluateExpressions(
       Section& section, std::unordered_map<const Control*, std::function<std::string(int)>>& late);
   void LayOutAndPlace(Section& section, RowKind kind, int level, std::vector<std::string> toc);
-  void PlaceWithPageBreaks(Band band, const Arrangement& arrangement);
+  void PlaceWithPageBreaks(Band band, const Arrangement& arrangement, float offset = 0);
   float RunChild(const ArrangedControl& subreport);
   Band FurnitureBand(Section* section, RowKind kind, int page);
   // The headers of the open groups that repeat on every page, outer to inner, laid out below

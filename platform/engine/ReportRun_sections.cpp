@@ -204,7 +204,9 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
       first_piece = false;
     }
     int page_before = out_->CurrentPage();
-    if (!head.Empty() || !head.toc.empty() || head.break_before) out_->Place(std::move(head));
+    if (!head.Empty() || !head.toc.empty() || head.break_before) {
+      PlaceWithPageBreaks(std::move(head), arr, cursor);
+    }
     float advance = RunChild(*child);
     // Controls beside a short child still need their room before the next piece.
     if (out_->CurrentPage() == page_before && reach > (child_top - cursor) + advance) {
@@ -219,28 +221,37 @@ void ReportRun::LayOutAndPlace(Section& section, RowKind kind, int level,
   EmitItems(section, arr, cursor, 1e30f, x0_, true, width, late_for, tail);
   tail.break_after = after;
   tail.can_split = section.CanGrow();
-  if (!tail.Empty() || tail.break_after) out_->Place(std::move(tail));
+  if (!tail.Empty() || tail.break_after) PlaceWithPageBreaks(std::move(tail), arr, cursor);
 }
 
-void ReportRun::PlaceWithPageBreaks(Band band, const Arrangement& arrangement) {
+// `offset` is where the band starts in the section: a piece of one that holds sub-reports
+// breaks at the page breaks that stand in it, and starts a page at one on its top edge.
+void ReportRun::PlaceWithPageBreaks(Band band, const Arrangement& arrangement, float offset) {
   std::vector<float> cuts;
+  bool at_top = false;
   for (const auto& a : arrangement.controls) {
-    if (a.control->Class() == ControlClass::PageBreak && a.top > 0) cuts.push_back(a.top);
+    if (a.control->Class() != ControlClass::PageBreak) continue;
+    const float at = a.top - offset;
+    if (at > 0) {
+      cuts.push_back(at);
+    } else if (offset <= 0 || at > -0.5f) {
+      // A page break at the very top of a section starts the section on a new page.
+      at_top = true;
+    }
   }
   std::sort(cuts.begin(), cuts.end());
   float consumed = 0;
+  const bool keep = band.keep_with_next;
   for (float cut : cuts) {
     if (cut <= consumed || cut >= consumed + band.height) continue;
     auto [upper, lower] = SplitBand(std::move(band), cut - consumed);
     out_->Place(std::move(upper));
     lower.break_before = true;
+    lower.keep_with_next = keep;
     band = std::move(lower);
     consumed = cut;
   }
-  // A page break at the very top of a section starts the section on a new page.
-  for (const auto& a : arrangement.controls) {
-    if (a.control->Class() == ControlClass::PageBreak && a.top <= 0) band.break_before = true;
-  }
+  if (at_top) band.break_before = true;
   out_->Place(std::move(band));
 }
 

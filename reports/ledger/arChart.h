@@ -1,7 +1,7 @@
 #pragma once
 // "Chart": the chart holder. One chart control in its detail, drawn from the labels and series
-// handed to it (through `arglChart` when it stands in a management report); run alone it prints
-// its own print line over the chart it holds, which has nothing to draw until it is handed some.
+// handed to it through `arglChart` by the management report, whose sub-reports hold it. It has
+// no data of its own, so the key is not run alone.
 
 #include <string>
 
@@ -23,7 +23,5 @@ class arChart : public Designer {
  private:
   bool fetched_ = false;
 };
-
-[[nodiscard]] DesignerPtr CreatearChart();
 
 }  // namespace trellin

@@ -16,9 +16,9 @@ constexpr char kChartPeriodFormat[] = "mmm yyyy";
 constexpr char kSliceValueFormat[] = "#,###,##0";
 constexpr char kShareFormat[] = "0.00%";
 
-// Where the charts stand in the group footer, under the notes.
+// Where the charts stand in the group footer, under the notes: two to a page.
 constexpr float kChartTop = 700;
-constexpr float kChartHeight = 4300;
+constexpr float kChartHeight = 3800;
 constexpr float kChartGap = 200;
 
 struct ChartLine {
@@ -116,6 +116,7 @@ void arglManagementReport::ActiveReport_ReportStart() {
     notes.SetWidth(width);
     notes.SetHeight(300);
     notes.Font().Bold = true;
+    notes.SetCanGrow(true);
     notes.SetCanShrink(true);
     for (int i = 1; i <= 3; ++i) {
       Control& chart =
@@ -281,11 +282,14 @@ void arglManagementReport::OnFormat(Section& section) {
   // A grouped run with no groups prints its headings and one empty row, as a report without data
   // does.
   if (EqualsIgnoreCase(section.Name(), "ghHeading")) {
+    // The charts' pages carry their own heading (txtNotes2) and no columns.
+    section.SetVisible(!in_footer_);
     // The heading formats once the first row of its group is fetched.
     Field("txtHeading").SetText(fetch_group_ < groups_.size() ? groups_[fetch_group_].heading : "");
     return;
   }
   if (EqualsIgnoreCase(section.Name(), "gfHeading")) {
+    in_footer_ = show_charts_;
     const std::size_t index = footer_group_++;
     Field("txtNotes").SetText(index < groups_.size() ? groups_[index].scale.note : "");
     for (int i = 1; i <= 3 && show_charts_; ++i) {
@@ -325,6 +329,10 @@ void arglManagementReport::OnFormat(Section& section) {
         break;
     }
   }
+}
+
+void arglManagementReport::OnAfterPrint(Section& section) {
+  if (EqualsIgnoreCase(section.Name(), "gfHeading")) in_footer_ = false;
 }
 
 void arglManagementReport::OnBeforePrint(Section& section) {

@@ -25,6 +25,7 @@ class arglManagementReport : public Designer {
   void ActiveReport_FetchData(bool& eof) override;
   void OnFormat(Section& section) override;
   void OnBeforePrint(Section& section) override;
+  void OnAfterPrint(Section& section) override;
 
   struct Group {
     std::string key;      // the group's value for the break: "[No Branch]" for Null
@@ -56,6 +57,7 @@ class arglManagementReport : public Designer {
   std::vector<Slice> slices_;
   bool show_charts_ = false;
   bool use_colour_ = false;
+  bool in_footer_ = false;  // the group footer, and with it the charts, is printing
   std::size_t fetch_group_ = 0;
   int fetch_row_ = 0;
   std::size_t footer_group_ = 0;

@@ -229,6 +229,30 @@ Sections:
   ASSERT_EQ(broken.pages.size(), 2u);
   EXPECT_EQ(TextsInOrder(broken)[4], "2 1000,720 Head");
   EXPECT_EQ(TextsInOrder(broken)[5], "2 1600,1020 P.3");
+
+  // A page break in the parent's section, above the child, ends the page there too.
+  TestReport above(R"(
+Report: {Page: {LeftMargin: 1000, TopMargin: 720, BottomMargin: 720}}
+Sections:
+  - {Name: PageHeader, Height: 300, Controls: [{Class: Label, Name: lblHead, Rect: [0, 0, 2000, 300], Caption: Head}]}
+  - Name: Detail
+    Height: 900
+    Controls:
+      - {Class: Field, Name: txtParty, DataField: Party, Rect: [0, 0, 2000, 300]}
+      - {Class: PageBreak, Name: pbAbove, Rect: [0, 300, 0, 0]}
+      - {Class: Label, Name: lblAbove, Rect: [0, 300, 2000, 300], Caption: Above}
+      - {Class: Subreport, Name: srptLines, Rect: [500, 600, 6000, 300]}
+)");
+  auto lines = std::make_shared<LinesSub>(kChild);
+  lines->party = "Q";
+  above.on_start = [&] {
+    above.DataControl().SetRecordset(Rows({"Party"}, {{"A"}}));
+    above.Sections()["Detail"].Controls()["srptLines"].SetObject(lines);
+  };
+  KeepingSink split = testing::Run(above);
+  EXPECT_EQ(TextsInOrder(split),
+            (std::vector<std::string>{"1 1000,720 Head", "1 1000,1020 A", "2 1000,720 Head",
+                                      "2 1000,1020 Above", "2 1600,1320 Q.1", "2 1600,1620 Q.2"}));
 }
 
 TEST(Subreport, APartysLineAtAPagesFootGoesOverWithItsFirstLine) {
