@@ -122,6 +122,8 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteBusyAccount(ctx);
     WriteJobExtras(ctx);
     WriteChequeRuns(ctx);
+    WriteTaxExtras(ctx);
+    WriteDocumentExtras(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

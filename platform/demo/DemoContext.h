@@ -191,5 +191,13 @@ void WriteChequeRuns(DemoContext& ctx);
 // The stock oddities a real company has: tax-inclusive prices, an undated line, stock at the
 // shop, ordered job quantities, an item with no supplier or no levels (DemoStock.cpp).
 void WriteStockExtras(DemoContext& ctx);
+// The tax lines every box of the returns needs: exempt interest and fees, unreported GST
+// settlements, adjustments, a capital purchase, GST-free services, one wrong supplier GST
+// (DemoTaxes.cpp). No random draw; runs after every other writer.
+void WriteTaxExtras(DemoContext& ctx);
+// The printed documents' demo rows: tax invoice wording, an inclusive category, hidden and comment
+// lines, credits naming their invoice, a full purchase order, the branches' fax and web address
+// (DemoDocuments.cpp). No random draw; runs after every other writer.
+void WriteDocumentExtras(DemoContext& ctx);
 
 }  // namespace trellin::demo

@@ -26,9 +26,9 @@ constexpr CountryFacts kFacts[] = {
      "Coral Bay Marine Pty Ltd",
      "51 824 753 556",
      10,
-     "GST",
-     "FRE",
-     "INP",
+     "S",
+     "P",
+     "E",
      {{"SYD", "Sydney"}, {"BNE", "Brisbane"}},
      "NSW"},
 };
@@ -421,7 +421,7 @@ void WriteCodeTables(DemoContext& ctx) {
   }
   DemoTable tax(db, "TaxCategory", {"TaxCategoryId", "Description", "Rate", "Inclusive"});
   tax.Insert({f.standard, "Standard rated", f.tax_rate, false});
-  tax.Insert({f.zero, f.tax_rate == 15 ? "Zero rated" : "GST free", 0.0, false});
+  tax.Insert({f.zero, f.tax_rate == 15 ? "Zero rated" : "Exports", 0.0, false});
   tax.Insert({f.exempt, f.tax_rate == 15 ? "Exempt" : "Input taxed", 0.0, false});
   tax.Insert({"*", "Not reported", 0.0, false});
 
