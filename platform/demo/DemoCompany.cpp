@@ -124,6 +124,7 @@ DemoSummary BuildDemoCompany(const DemoOptions& options) {
     WriteChequeRuns(ctx);
     WriteTaxExtras(ctx);
     WriteDocumentExtras(ctx);
+    WriteLabelAddresses(ctx);
     ctx.Progress(0.9);
     summary = ctx.summary;
     summary.present = ctx.calendar.Present();

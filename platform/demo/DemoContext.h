@@ -199,5 +199,8 @@ void WriteTaxExtras(DemoContext& ctx);
 // lines, credits naming their invoice, a full purchase order, the branches' fax and web address
 // (DemoDocuments.cpp). No random draw; runs after every other writer.
 void WriteDocumentExtras(DemoContext& ctx);
+// What the mailing labels need: an overseas customer whose postal address is longer and wider than
+// a label, and a contact who works for no party (DemoLabels.cpp). Fixed rows; runs last.
+void WriteLabelAddresses(DemoContext& ctx);
 
 }  // namespace trellin::demo

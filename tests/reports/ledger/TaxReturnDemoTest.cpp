@@ -172,8 +172,8 @@ TEST_F(TaxReturnDemo, TaxDetailTotalsAgreeWithTheLedgerAndTheReturn) {
 }
 
 // The Australian demo company prints the BAS whichever key asks: its last filed quarter with both
-// methods, and the open quarter a form a branch. Its categories ("GST", "FRE", "INP") are none the
-// BAS names, so only the taxed lines reach it (G1, G11) and G2 and G3 stay 0.
+// methods, and the open quarter a form a branch. Its categories are the BAS's own (S, Z, P, E, C,
+// A), so exports reach G2, GST-free services G3 and the asset addition G10.
 TEST(TaxReturnAustralia, TheBASOfTheAustralianDemo) {
   SetClockForTesting(Date::FromYmdHms(2026, 3, 31, 9, 30, 0));
   {
