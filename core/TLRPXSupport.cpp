@@ -127,7 +127,7 @@ const MemberTable<TLRPXSupport>& TLRPXSupport::Table() {
         [](TLRPXSupport& s, const Variant& v) { s.DateTo = v; });
     t.Property("DesignMode", [](TLRPXSupport& s) { return Variant(s.DesignMode()); });
     t.Property("TLReport", [](TLRPXSupport& s) {
-      return ObjectOrNothing(std::static_pointer_cast<Object>(s.TLReport));
+      return ObjectOrNothing(std::static_pointer_cast<Object>(s.TLReport.lock()));
     });
     t.Property("Parameters", [](TLRPXSupport& s) {
       return s.Parameters

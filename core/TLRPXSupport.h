@@ -30,7 +30,8 @@ class TLRPXSupport : public TableDispatch<TLRPXSupport> {
   Variant DateFrom;
   Variant DateTo;
   [[nodiscard]] bool DesignMode() const { return false; }
-  std::shared_ptr<trellin::TLReport> TLReport;
+  // Not owning: the report holds the script that holds this object.
+  std::weak_ptr<trellin::TLReport> TLReport;
   // Not owning: the host's collection, which outlives the run.
   trellin::Parameters* Parameters = nullptr;
   std::string SQLWhere;

@@ -219,8 +219,12 @@ void arOtherPartyDetail::ActiveReport_FetchData(bool&) {
                         ") AS Overdue FROM OtherParty WHERE "
                         "OtherPartyId=" +
                         party);
-    const Currency total = rs->Eof() ? Currency() : rs->Value(0).ToCurrency();
-    const Currency overdue = rs->Eof() ? Currency() : rs->Value(1).ToCurrency();
+    // A party with no documents on the side sums to Null: nothing open.
+    const auto money = [&rs](int column) {
+      return rs->Eof() || rs->Value(column).IsNull() ? Currency() : rs->Value(column).ToCurrency();
+    };
+    const Currency total = money(0);
+    const Currency overdue = money(1);
     AddCardLine(balances, std::string(word) + ": current " +
                               Format(Variant(total - overdue), "#,##0.00;(#,##0.00)") +
                               ", overdue " + Format(Variant(overdue), "#,##0.00;(#,##0.00)") +
