@@ -50,7 +50,8 @@ TEST_F(AdminDetailsTest, DetailsOfTheDemoCompany) {
         "1255, " + Description("1255")}},
       {"BranchList",
        "AKL",
-       {"12 Wharf Road\r\nAuckland", "Bus: 0800 884 627\r\nEmail: accounts.AKL@tuibay.example"}},
+       {"12 Wharf Road\r\nAuckland",
+        "Bus: 0800 884 627\r\nFax: 09 884 6271\r\nEmail: accounts.AKL@tuibay.example"}},
       {"EmployeeList", "MW", {"Mobile\r\n021 555 01MW", "021 555 01MW"}},
       {"AssetCategoryList", "VEHICLE", {"Motor vehicles", "Monthly", "Market", "Sale"}},
   };

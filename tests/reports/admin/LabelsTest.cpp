@@ -8,14 +8,10 @@
 #include <regex>
 #include <set>
 
-#include <sqlite3.h>
-
-#include <filesystem>
 #include <sstream>
 
 #include "reports/admin/arLabels.h"
 #include "tests/reports/ReportFixture.h"
-#include "tests/support/TempFolder.h"
 
 namespace trellin::reports::testing {
 namespace {
@@ -127,44 +123,9 @@ TEST_F(Labels, StartPositionFiveLeavesFourCellsBlankAndCopiesRepeatALabel) {
   EXPECT_EQ(twice.at(1001), first.at(1000));
 }
 
-// The demo company with what a mailing list of real firms holds and the demo's parties do not:
-// a customer overseas whose postal address is longer and wider than a label, and a contact who
-// works for no party on the books.
-class LabelCompany {
- public:
-  LabelCompany() {
-    std::filesystem::copy_file(DemoCompanyPath(), folder_ / "labels.db");
-    sqlite3* db = nullptr;
-    EXPECT_EQ(sqlite3_open(folder_.File("labels.db").c_str(), &db), SQLITE_OK);
-    const char* sql =
-        "INSERT INTO OtherParty (OtherPartyId,Name,Type,IsCustomer,IsSupplier,Status,"
-        "CustomerActive,SupplierActive) VALUES ('ZZVAVAU','Vava''u Yacht Charters and Marine "
-        "Services Limited','Business',1,0,2,1,0);"
-        "INSERT INTO OtherPartyAddress (OtherPartyId,AddressId,Address,City,Country) VALUES "
-        "('ZZVAVAU','Postal','Private Bag 3'||char(13,10)||'Level 2, Fangatongo Commercial "
-        "Building, Fatafehi Road Waterfront'||char(13,10)||'Neiafu Harbour Moorings Office'||"
-        "char(13,10)||'Vava''u Islands Trading Estate'||char(13,10)||'Attention: Accounts "
-        "Payable'||char(13,10)||'Old Customs Wharf','Neiafu','Tonga');"
-        "INSERT INTO Contact (ContactId,LastName,FirstName,Position) SELECT Max(ContactId)+1,"
-        "'Parata','Rangi','Marine Surveyor' FROM Contact;";
-    char* error = nullptr;
-    EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, &error), SQLITE_OK) << (error ? error : "");
-    sqlite3_free(error);
-    sqlite3_close(db);
-    service_ = host::ReportService::Open(folder_.File("labels.db"));
-  }
-  [[nodiscard]] std::vector<std::string> Run(const std::string& key,
-                                             const std::vector<std::string>& values) {
-    return DumpPages(OpenWithValues(*service_, key, values));
-  }
-
- private:
-  trellin::testing::TempFolder folder_{"trellin-labels"};
-  std::unique_ptr<host::ReportService> service_;
-};
-
+// The demo's overseas customer, whose postal address is longer and wider than a label, and its
+// contact who works for no party on the books.
 TEST_F(Labels, ALongAddressIsClippedToItsLabelKeepingThePlaceAndCountry) {
-  LabelCompany company;
   struct Case {
     const char* sheet;
     std::vector<std::string> lines;  // "…" ends a line cut short
@@ -181,13 +142,13 @@ TEST_F(Labels, ALongAddressIsClippedToItsLabelKeepingThePlaceAndCountry) {
     SCOPED_TRACE(c.sheet);
     const LabelSheet& sheet = *FindLabelSheet(c.sheet);
     const auto cells = LabelsByCell(
-        sheet, company.Run("LabelsAR", {"Customers=ZZVAVAU", std::string("Sheet=") + c.sheet}));
+        sheet, RunPages(Open("LabelsAR", {"Customers=ZZVAVAU", std::string("Sheet=") + c.sheet})));
     ASSERT_EQ(cells.size(), 1u);
     EXPECT_EQ(cells.begin()->second, c.lines);
   }
   // A contact with no party prints the name alone; one at a party in the home country, no
   // country line.
-  const auto contacts = LabelsByCell(*FindLabelSheet("L7160"), company.Run("ContactLabels", {}));
+  const auto contacts = LabelsByCell(*FindLabelSheet("L7160"), RunPages(Open("ContactLabels", {})));
   bool alone = false;
   for (const auto& [cell, lines] : contacts) {
     if (lines.front() == "Rangi Parata") alone = lines.size() == 1;
