@@ -22,7 +22,8 @@ void WriteDocumentExtras(DemoContext& ctx) {
   const std::string month = "'" + Date::FromYmd(present.Year(), present.Month(), 1).ToIso() + "'";
   const std::string standard = std::string("'") + f.standard + "'";
 
-  Execute(db, "UPDATE TransactionType SET Description = 'Tax Invoice' WHERE TransactionTypeId = 'INV'",
+  Execute(db,
+          "UPDATE TransactionType SET Description = 'Tax Invoice' WHERE TransactionTypeId = 'INV'",
           "tax invoice");
 
   // This month's shop invoices (every line the shop's) are priced with the tax in.
@@ -49,7 +50,8 @@ void WriteDocumentExtras(DemoContext& ctx) {
   // lines print as one "Other Items" line; on every third open-batch invoice of two lines or
   // more, the last.
   Execute(db,
-          "UPDATE TransactionLine SET Hidden = 1 WHERE TransactionLineId IN (SELECT l.TransactionLineId "
+          "UPDATE TransactionLine SET Hidden = 1 WHERE TransactionLineId IN (SELECT "
+          "l.TransactionLineId "
           "FROM TransactionLine l JOIN Transactions t ON t.TransactionId = l.TransactionId WHERE "
           "t.Type = 30 AND t.DateProcess >= " +
               month +
@@ -66,15 +68,16 @@ void WriteDocumentExtras(DemoContext& ctx) {
           "hidden batch lines");
 
   // A comment line, no item and no value, last on five of this month's trade invoices.
-  Execute(db,
-          "INSERT INTO TransactionLine (TransactionId, Type, DateProcess, Description) SELECT "
-          "t.TransactionId, 30, t.DateProcess, 'Please quote the invoice number with your "
-          "payment.' FROM Transactions t WHERE t.Type = 30 AND t.TransactionTypeId = 'INV' AND "
-          "t.DateProcess >= " +
-              month +
-              " AND EXISTS (SELECT 1 FROM TransactionLine l WHERE l.TransactionId = t.TransactionId "
-              "AND l.DeptId = 'TRD') ORDER BY t.TransactionId LIMIT 5",
-          "comment lines");
+  Execute(
+      db,
+      "INSERT INTO TransactionLine (TransactionId, Type, DateProcess, Description) SELECT "
+      "t.TransactionId, 30, t.DateProcess, 'Please quote the invoice number with your "
+      "payment.' FROM Transactions t WHERE t.Type = 30 AND t.TransactionTypeId = 'INV' AND "
+      "t.DateProcess >= " +
+          month +
+          " AND EXISTS (SELECT 1 FROM TransactionLine l WHERE l.TransactionId = t.TransactionId "
+          "AND l.DeptId = 'TRD') ORDER BY t.TransactionId LIMIT 5",
+      "comment lines");
 
   // A credit note names the invoice it credits in its order number.
   Execute(db,
@@ -90,29 +93,31 @@ void WriteDocumentExtras(DemoContext& ctx) {
       "(SELECT Max(o.PurchaseOrderId) FROM PurchaseOrder o WHERE (SELECT count(*) FROM Item i "
       "WHERE i.SupplierId = o.OtherPartyId AND EXISTS (SELECT 1 FROM TransactionLine l WHERE "
       "l.ItemId = i.ItemId AND l.Type = 20)) >= 3)";
-  Execute(db,
-          "UPDATE PurchaseOrder SET InternalReference = 'Reorder ' || strftime('%d/%m', Date) WHERE "
-          "InternalReference IS NULL",
-          "internal references");
+  Execute(
+      db,
+      "UPDATE PurchaseOrder SET InternalReference = 'Reorder ' || strftime('%d/%m', Date) WHERE "
+      "InternalReference IS NULL",
+      "internal references");
   Execute(db,
           "UPDATE PurchaseOrder SET Comment = 'Please confirm the delivery date by return.' WHERE "
           "PurchaseOrderId = " +
               order,
           "order comment");
-  Execute(db,
-          "INSERT INTO PurchaseOrderLine (PurchaseOrderId, ItemId, Description, LocationId, "
-          "Quantity, UnitPrice, Extension, Value, TaxCategory, TaxValue, EstimatedDate) SELECT "
-          "o.PurchaseOrderId, i.ItemId, i.Description, o.LocationId, 10, p.UnitPrice, 10 * "
-          "p.UnitPrice, 10 * p.UnitPrice, " +
-              standard + ", round(10 * p.UnitPrice * " + std::to_string(f.tax_rate) +
-              " / 100 / 100) * 100, o.DateRequired FROM PurchaseOrder o JOIN Item i ON "
-              "i.SupplierId = o.OtherPartyId JOIN (SELECT ItemId, UnitPrice, Max(TransactionLineId) "
-              "FROM TransactionLine WHERE Type = 20 AND Quantity > 0 GROUP BY ItemId) p ON p.ItemId "
-              "= i.ItemId WHERE o.PurchaseOrderId = " +
-              order +
-              " AND i.ItemId NOT IN (SELECT ItemId FROM PurchaseOrderLine WHERE "
-              "PurchaseOrderId = o.PurchaseOrderId) ORDER BY i.ItemId LIMIT 2",
-          "order lines");
+  Execute(
+      db,
+      "INSERT INTO PurchaseOrderLine (PurchaseOrderId, ItemId, Description, LocationId, "
+      "Quantity, UnitPrice, Extension, Value, TaxCategory, TaxValue, EstimatedDate) SELECT "
+      "o.PurchaseOrderId, i.ItemId, i.Description, o.LocationId, 10, p.UnitPrice, 10 * "
+      "p.UnitPrice, 10 * p.UnitPrice, " +
+          standard + ", round(10 * p.UnitPrice * " + std::to_string(f.tax_rate) +
+          " / 100 / 100) * 100, o.DateRequired FROM PurchaseOrder o JOIN Item i ON "
+          "i.SupplierId = o.OtherPartyId JOIN (SELECT ItemId, UnitPrice, Max(TransactionLineId) "
+          "FROM TransactionLine WHERE Type = 20 AND Quantity > 0 GROUP BY ItemId) p ON p.ItemId "
+          "= i.ItemId WHERE o.PurchaseOrderId = " +
+          order +
+          " AND i.ItemId NOT IN (SELECT ItemId FROM PurchaseOrderLine WHERE "
+          "PurchaseOrderId = o.PurchaseOrderId) ORDER BY i.ItemId LIMIT 2",
+      "order lines");
   Execute(db,
           "INSERT INTO PurchaseOrderLine (PurchaseOrderId, Description) SELECT " + order +
               ", 'Deliver to the rear door of the warehouse.'",
@@ -120,7 +125,8 @@ void WriteDocumentExtras(DemoContext& ctx) {
 
   // The first branch has a fax; the second none, and its web address where the e-mail would be.
   Execute(db,
-          "UPDATE Branch SET Fax = '" + std::string(f.state[0] != 0 ? "02 9884 6271" : "09 884 6271") +
+          "UPDATE Branch SET Fax = '" +
+              std::string(f.state[0] != 0 ? "02 9884 6271" : "09 884 6271") +
               "' WHERE BranchId = '" + f.branches[0][0] + "'",
           "first branch fax");
   Execute(db,

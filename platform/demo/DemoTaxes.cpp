@@ -162,8 +162,8 @@ void WriteTaxExtras(DemoContext& ctx) {
       gl.Insert({account::kBankCheque, day, -(value + gst), std::int64_t{0}, branch, "ADM", "FA",
                  reference, description, none, none, none, std::int64_t{0}, entry, 0});
       const char* capital = australia ? "C" : f.standard;
-      gl.Insert({"3320", day, value, gst, branch, "ADM", "FA", reference, description, capital,
-                 "I", capital, gst, entry, 1});
+      gl.Insert({"3320", day, value, gst, branch, "ADM", "FA", reference, description, capital, "I",
+                 capital, gst, entry, 1});
       gl.Insert({account::kGstPayable, day, gst, std::int64_t{0}, branch, "ADM", "FA", reference,
                  description, none, none, none, std::int64_t{0}, entry, 2});
       DemoTable additions(db, "AssetTransaction",
@@ -173,22 +173,22 @@ void WriteTaxExtras(DemoContext& ctx) {
   }
   // The deliberate exception: the last supplier invoice of the open period with one taxed line
   // and nothing paid on it charged GST 3.00 over the rate, and was entered as charged.
-  const std::int64_t bill =
-      Scalar(db,
-             "SELECT Coalesce(Max(t.TransactionId), 0) FROM Transactions t WHERE t.Type = 20 AND "
-             "t.DateProcess >= '" +
-                 open_from.ToIso() +
-                 "' AND t.ValueRemaining = t.Value AND (SELECT count(*) FROM TransactionLine l "
-                 "WHERE l.TransactionId = t.TransactionId) = 1 AND (SELECT Sum(l.TaxValue) FROM "
-                 "TransactionLine l WHERE l.TransactionId = t.TransactionId) > 0 AND NOT EXISTS "
-                 "(SELECT 1 FROM TransactionAllocation a WHERE a.TransactionId2 = t.TransactionId)");
+  const std::int64_t bill = Scalar(
+      db,
+      "SELECT Coalesce(Max(t.TransactionId), 0) FROM Transactions t WHERE t.Type = 20 AND "
+      "t.DateProcess >= '" +
+          open_from.ToIso() +
+          "' AND t.ValueRemaining = t.Value AND (SELECT count(*) FROM TransactionLine l "
+          "WHERE l.TransactionId = t.TransactionId) = 1 AND (SELECT Sum(l.TaxValue) FROM "
+          "TransactionLine l WHERE l.TransactionId = t.TransactionId) > 0 AND NOT EXISTS "
+          "(SELECT 1 FROM TransactionAllocation a WHERE a.TransactionId2 = t.TransactionId)");
   if (bill != 0) {
     const std::string id = std::to_string(bill);
     const std::string over = std::to_string(kSupplierGstOver);
-    Execute(db,
-            "UPDATE TransactionLine SET TaxValue = TaxValue + " + over + " WHERE TransactionId = " +
-                id,
-            "supplier GST over");
+    Execute(
+        db,
+        "UPDATE TransactionLine SET TaxValue = TaxValue + " + over + " WHERE TransactionId = " + id,
+        "supplier GST over");
     Execute(db,
             "UPDATE Transactions SET Value = Value + " + over +
                 ", ValueRemaining = ValueRemaining + " + over + " WHERE TransactionId = " + id,
