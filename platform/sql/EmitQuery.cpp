@@ -86,6 +86,16 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
     }
   }
   std::string order_by = WriteCompoundOrderBy(query, first);
+  // A UNION that drops duplicates gives its rows on SQLite in the order of its columns, first to
+  // last (it sorts them to find the duplicates), and reports rely on that order; PostgreSQL
+  // hashes them, so it is told the order.
+  if (order_by.empty() && WritingPostgres() &&
+      std::find(query.union_all.begin(), query.union_all.end(), false) != query.union_all.end()) {
+    for (std::size_t c = 0; c < first.items.size(); ++c) {
+      order_by += (c == 0 ? " ORDER BY " : ", ") + std::to_string(c + 1);
+      order_by += NullsOrder(false);
+    }
+  }
   for (std::size_t p = 0; p < parts.size(); ++p) {
     for (std::size_t c = 0; c < out.columns.size(); ++c) {
       Typed& value = parts[p].items[c].value;
