@@ -56,6 +56,38 @@ TEST_F(JobLists, ListAndStatusReportPrintEachChargedJobOfTheStatusesAndDatesOnce
   }
 }
 
+// "PO" stands among a job's outstanding kinds exactly when its purchase order lines do not net to
+// nothing: a job whose order was taken up again shows none, one still on order shows it.
+TEST_F(JobLists, AnOrderWhoseLinesNetToNothingIsNotOutstanding) {
+  const BooksSql sql;
+  const std::string by_job =
+      "SELECT o.JobId FROM PurchaseOrder o JOIN PurchaseOrderLine l ON l.PurchaseOrderId = "
+      "o.PurchaseOrderId WHERE o.JobId IS NOT NULL AND o.TransactionTypeId = 'PO' GROUP BY o.JobId "
+      "HAVING ";
+  const std::vector<std::string> netted =
+      sql.Texts(by_job + "Count(*) > 1 AND Sum(l.Quantity) = 0 AND Sum(l.Value) = 0");
+  const std::vector<std::string> on_order =
+      sql.Texts(by_job + "Sum(l.Quantity) <> 0 OR Sum(l.Value) <> 0");
+  ASSERT_FALSE(netted.empty());
+  ASSERT_FALSE(on_order.empty());
+  std::map<std::string, std::string> outstanding;
+  for (const DumpRow& row : RowsOf(Join(RunPages(Open("JobStatusReport", {})), "\n"), "Detail")) {
+    auto code = row.find("txtCode");
+    auto kinds = row.find("txtOutStanding");
+    if (code != row.end() && kinds != row.end()) {
+      outstanding[code->second.second] = kinds->second.second;
+    }
+  }
+  const auto has_po = [&](const std::string& job) {
+    const std::vector<std::string> kinds = Split(outstanding.at(job), ", ");
+    return std::find(kinds.begin(), kinds.end(), "PO") != kinds.end();
+  };
+  for (const std::string& job : netted) EXPECT_FALSE(has_po(job)) << job;
+  for (const std::string& job : on_order) {
+    if (outstanding.count(job) != 0) EXPECT_TRUE(has_po(job)) << job;
+  }
+}
+
 TEST_F(JobLists, SheetsAndCardsTakeEachChargedJobOnceASheetAPage) {
   const BooksSql sql;
   const std::string charged =
