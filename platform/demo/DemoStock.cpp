@@ -67,18 +67,6 @@ std::string PlainItem(int position) {
          std::to_string(position) + ")";
 }
 
-// The one whole number `sql` gives; 0 for none.
-std::int64_t SumOf(sqlite3* db, const std::string& sql) {
-  sqlite3_stmt* stmt = nullptr;
-  std::int64_t value = 0;
-  if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) == SQLITE_OK &&
-      sqlite3_step(stmt) == SQLITE_ROW) {
-    value = sqlite3_column_int64(stmt, 0);
-  }
-  sqlite3_finalize(stmt);
-  return value;
-}
-
 }  // namespace
 
 void WriteStockExtras(DemoContext& ctx) {

@@ -72,4 +72,15 @@ void Execute(sqlite3* db, const std::string& sql, std::string_view what) {
   }
 }
 
+std::int64_t SumOf(sqlite3* db, const std::string& sql) {
+  sqlite3_stmt* stmt = nullptr;
+  std::int64_t value = 0;
+  if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) == SQLITE_OK &&
+      sqlite3_step(stmt) == SQLITE_ROW) {
+    value = sqlite3_column_int64(stmt, 0);
+  }
+  sqlite3_finalize(stmt);
+  return value;
+}
+
 }  // namespace trellin::demo

@@ -60,5 +60,7 @@ class DemoTable {
 
 // Runs statements that return no rows; throws DatabaseError with `what` and SQLite's message.
 void Execute(sqlite3* db, const std::string& sql, std::string_view what);
+// The one whole number `sql` gives; 0 for none.
+std::int64_t SumOf(sqlite3* db, const std::string& sql);
 
 }  // namespace trellin::demo

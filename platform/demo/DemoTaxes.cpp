@@ -16,17 +16,6 @@ namespace trellin::demo {
 
 namespace {
 
-std::int64_t Scalar(sqlite3* db, const std::string& sql) {
-  sqlite3_stmt* stmt = nullptr;
-  std::int64_t value = 0;
-  if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) == SQLITE_OK &&
-      sqlite3_step(stmt) == SQLITE_ROW) {
-    value = sqlite3_column_int64(stmt, 0);
-  }
-  sqlite3_finalize(stmt);
-  return value;
-}
-
 std::string Quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 }  // namespace
@@ -106,9 +95,9 @@ void WriteTaxExtras(DemoContext& ctx) {
   // journal takes the write-offs out of Bad Debts and puts them back less their GST, as a line of
   // category "A" with that GST as its tax.
   const std::int64_t written_off =
-      Scalar(db, "SELECT Coalesce(Sum(Value), 0) FROM glTransaction WHERE AccountId = '" +
-                     std::string(account::kBadDebts) +
-                     "' AND TransactionId IS NOT NULL AND Date >= '" + open_from.ToIso() + "'");
+      SumOf(db, "SELECT Coalesce(Sum(Value), 0) FROM glTransaction WHERE AccountId = '" +
+                    std::string(account::kBadDebts) +
+                    "' AND TransactionId IS NOT NULL AND Date >= '" + open_from.ToIso() + "'");
   if (written_off != 0) {
     const std::int64_t gst = tax_in(written_off);
     const Date day = present.AddDays(-1);
@@ -173,15 +162,15 @@ void WriteTaxExtras(DemoContext& ctx) {
   }
   // The deliberate exception: the last supplier invoice of the open period with one taxed line
   // and nothing paid on it charged GST 3.00 over the rate, and was entered as charged.
-  const std::int64_t bill = Scalar(
-      db,
-      "SELECT Coalesce(Max(t.TransactionId), 0) FROM Transactions t WHERE t.Type = 20 AND "
-      "t.DateProcess >= '" +
-          open_from.ToIso() +
-          "' AND t.ValueRemaining = t.Value AND (SELECT count(*) FROM TransactionLine l "
-          "WHERE l.TransactionId = t.TransactionId) = 1 AND (SELECT Sum(l.TaxValue) FROM "
-          "TransactionLine l WHERE l.TransactionId = t.TransactionId) > 0 AND NOT EXISTS "
-          "(SELECT 1 FROM TransactionAllocation a WHERE a.TransactionId2 = t.TransactionId)");
+  const std::int64_t bill =
+      SumOf(db,
+            "SELECT Coalesce(Max(t.TransactionId), 0) FROM Transactions t WHERE t.Type = 20 AND "
+            "t.DateProcess >= '" +
+                open_from.ToIso() +
+                "' AND t.ValueRemaining = t.Value AND (SELECT count(*) FROM TransactionLine l "
+                "WHERE l.TransactionId = t.TransactionId) = 1 AND (SELECT Sum(l.TaxValue) FROM "
+                "TransactionLine l WHERE l.TransactionId = t.TransactionId) > 0 AND NOT EXISTS "
+                "(SELECT 1 FROM TransactionAllocation a WHERE a.TransactionId2 = t.TransactionId)");
   if (bill != 0) {
     const std::string id = std::to_string(bill);
     const std::string over = std::to_string(kSupplierGstOver);
