@@ -125,12 +125,6 @@ std::string TextOf(sqlite3* db, const std::string& sql) {
 // and parts disbursed from the warehouse to jobs today (type 43, cost only). Written last, from
 // what the trading wrote, with no draw on the random stream, so nothing else moves.
 void WriteJobExtras(DemoContext& ctx) {
-  // The schema's indexes are built after the writers; the budgets below read each job's lines,
-  // so these two are made for the while (a large company would otherwise read every document for
-  // every job).
-  Execute(ctx.db, "CREATE INDEX DemoJobDocuments ON Transactions (JobId)", "job documents index");
-  Execute(ctx.db, "CREATE INDEX DemoJobLines ON TransactionLine (TransactionId)",
-          "job lines index");
   // A job's number: the budget's factors turn on it.
   const std::string number = "CAST(substr(Job.JobId,2) AS INTEGER)";
   auto posted = [](const std::string& what, const std::string& types) {
@@ -281,8 +275,6 @@ void WriteJobExtras(DemoContext& ctx) {
                       "WSH",
                       {{account::kCostOfGoods, value}, {account::kStock, -value}}});
   }
-  Execute(ctx.db, "DROP INDEX DemoJobDocuments", "job documents index");
-  Execute(ctx.db, "DROP INDEX DemoJobLines", "job lines index");
 }
 
 }  // namespace trellin::demo
