@@ -24,6 +24,7 @@
 #include "platform/runtime/Strings.h"
 #include "tests/reports/ReportFixture.h"
 #include "tests/support/CaseFile.h"
+#include "tests/support/QueryPlan.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPaths.h"
 
@@ -153,10 +154,62 @@ std::string FirstDifference(const std::string& expected, const std::string& actu
   return "";
 }
 
+// The plan check on the server, for the queries a run sends: a ledger table read whole (a
+// sequential scan) where the planner expects to keep under a tenth of its lines is a range that
+// an index should have served, as it does on a file. Each fault is its plan's line and the query.
+class ServerPlanCheck {
+ public:
+  explicit ServerPlanCheck(const std::string& url) : connection_(url) {
+    for (std::string_view table : kLedgerTables) {
+      lines_[std::string(table)] = std::stod(std::string(
+          connection_
+              .Query("SELECT reltuples FROM pg_class WHERE relname = '" + std::string(table) + "'",
+                     "reading the ledger's size")
+              .Value(0, 0)));
+    }
+  }
+
+  void Add(const std::string& sql) {
+    for (const auto& [table, lines] : lines_) {
+      if (sql.find("\"" + table + "\"") != std::string::npos) queries_.insert(sql);
+    }
+  }
+
+  // Every fault of the queries added; `indexed` counts the plans that read glTransaction_Date.
+  std::vector<std::string> Faults(int& indexed) {
+    std::vector<std::string> faults;
+    for (const std::string& sql : queries_) {
+      const data::PgResult plan = connection_.Query("EXPLAIN " + sql, "planning a report's query");
+      for (int r = 0; r < plan.Rows(); ++r) {
+        const std::string line(plan.Value(r, 0));
+        if (line.find("\"glTransaction_Date\"") != std::string::npos) ++indexed;
+        for (const auto& [table, lines] : lines_) {
+          const std::size_t rows = line.find(" rows=");
+          if (line.find("Seq Scan on \"" + table + "\"") == std::string::npos ||
+              rows == std::string::npos) {
+            continue;
+          }
+          if (std::stod(line.substr(rows + 6)) < lines / 10) faults.push_back(line + "\n" + sql);
+        }
+      }
+    }
+    return faults;
+  }
+
+ private:
+  data::PgConnection connection_;
+  std::map<std::string, double> lines_;
+  std::set<std::string> queries_;
+};
+
 // Every run of the tables postgres/golden_runs.tsv lists, on the server, in a run's snapshot
-// as the command line runs it: the golden dumps, byte for byte.
-TEST_F(ServerReports, GoldenDumpsAreTheSameOnTheServer) {
-  host::ReportService service(Server());
+// as the command line runs it: the golden dumps, byte for byte; and every query they send
+// through the plan check.
+TEST_F(ServerReports, GoldenDumpsAreTheSameOnTheServerAndReadTheLedgerThroughItsIndexes) {
+  std::shared_ptr<data::PostgresDatabase> server = Server();
+  ServerPlanCheck plans(demo_->url);
+  server->SetQueryLog([&plans](std::string_view, const std::string& sql) { plans.Add(sql); });
+  host::ReportService service(server);
   int runs = 0;
   for (const CaseRow& table : ReadCases("postgres/golden_runs.tsv", 4)) {
     const std::optional<Date> clock = Date::FromIso(table.fields[2]);
@@ -178,6 +231,10 @@ TEST_F(ServerReports, GoldenDumpsAreTheSameOnTheServer) {
     }
   }
   EXPECT_GT(runs, 60);
+  int indexed = 0;
+  for (const std::string& fault : plans.Faults(indexed)) ADD_FAILURE() << fault;
+  // The month's ranges of the statements and the ledger read the date index.
+  EXPECT_GT(indexed, 5);
 }
 
 // Each account's line of the trial balance (the four figures as dumped) and the closing

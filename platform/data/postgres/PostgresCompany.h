@@ -11,8 +11,8 @@ namespace trellin::data {
 
 // The company schema for PostgreSQL, generated from the one schema (schema/company.sql): the
 // citext extension, every table with its columns in their PostgreSQL types (platform/sql's
-// README) and primary key; then, apart, every index, named as there (made after a copy's rows
-// are in, which is quicker than keeping them up row by row).
+// README) and primary key; then, apart, every index, named as there, and the few a server needs
+// besides (made after a copy's rows are in, which is quicker than keeping them up row by row).
 struct PostgresSchema {
   std::string tables;
   std::string indexes;
