@@ -66,7 +66,9 @@ std::string ardsSalesAnalysisReportTransSub::AddressText(const Variant& address_
 }
 
 void ardsSalesAnalysisReportTransSub::OnFormat(Section& section) {
-  if (section.Type() == SectionType::GroupHeader) {
+  // The address heading is formatted at every change of address even while hidden: its text,
+  // a query, is only wanted when it prints.
+  if (section.Type() == SectionType::GroupHeader && SplitByAddress) {
     if (Control* address = section.Controls().Find("txtAddress")) {
       address->SetText(AddressText(Fields()["AddressId"].Value()));
     }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <regex>
+#include <set>
 
 #include "platform/runtime/Strings.h"
 #include "reports/receivables/AnalysisFigures.h"
@@ -132,6 +133,46 @@ TEST_F(SalesAnalysis, TotalsOfAMonthEqualTheSumsOfItsLines) {
   const std::string items = Run("ItemSalesAnalysis", With(kMonth, {"Summary=True"}));
   EXPECT_NEAR(ReportTotal(items, "Net"), ReportTotal(dump, "Net"), 0.00005);
   EXPECT_NEAR(ReportTotal(items, "Costs"), ReportTotal(dump, "Costs"), 0.00005);
+}
+
+// With its lines, a row sends one query for them and the report nothing else beside its aggregate,
+// whether a row's lines run over pages or not; split by address, each address group of a row
+// adds the one look-up of its heading. No query is ever sent twice.
+TEST_F(SalesAnalysis, WithLinesEachRowAsksForItsLinesOnce) {
+  struct Case {
+    const char* key;
+    const char* split;
+  } const cases[] = {{"SalesAnalysisAR", "SplitByAddress=False"},
+                     {"ItemSalesAnalysis", "SplitByAddress=False"},
+                     {"SalesAnalysisAR", "SplitByAddress=True"}};
+  const std::string kAddress = "SELECT Address FROM OtherPartyAddress";
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.key) + " " + c.split);
+    std::vector<std::string> values = With(kMonth, {"Summary=False", "ShowTransactions=True"});
+    if (std::string_view(c.key) == "SalesAnalysisAR") values.emplace_back(c.split);
+    DesignerPtr designer = Open(c.key, values);
+    std::vector<std::string> sent;
+    Service().Database().SetQueryLog(
+        [&](std::string_view jet, const std::string&) { sent.emplace_back(jet); });
+    const std::vector<std::string> pages = RunPages(designer);
+    Service().Database().SetQueryLog(nullptr);
+    ASSERT_GE(sent.size(), 2U);
+    long rows = 0;
+    for (auto rs = Service().Database().Query(sent[0]); !rs->Eof(); rs->MoveNext()) ++rows;
+    const std::string lines = sent[1].substr(0, sent[1].find(" WHERE "));
+    long line_queries = 0;
+    long address_queries = 0;
+    for (const std::string& q : sent) {
+      line_queries += q.starts_with(lines + " WHERE ") ? 1 : 0;
+      address_queries += q.starts_with(kAddress) ? 1 : 0;
+    }
+    EXPECT_GT(pages.size(), 1U);
+    EXPECT_GT(rows, 10);
+    EXPECT_EQ(line_queries, rows);
+    EXPECT_EQ(1 + line_queries + address_queries, static_cast<long>(sent.size()));
+    EXPECT_EQ(address_queries > 0, std::string_view(c.split).ends_with("True"));
+    EXPECT_EQ(std::set<std::string>(sent.begin(), sent.end()).size(), sent.size());
+  }
 }
 
 TEST_F(SalesAnalysis, AJobsSalesEqualItsLines) {
