@@ -128,7 +128,9 @@ void ardsInvoice::ActiveReport_ReportStart() {
   } else {
     const std::string sql = GetSQL();
     if (query_log_) query_log_(sql);
-    rows_ = TrellinReportGlobals::RequireDatabase()->Query(sql);
+    // Read as the walk moves on, never held whole: a month's documents are thousands of lines,
+    // and each line is read once, forwards.
+    rows_ = TrellinReportGlobals::RequireDatabase()->QueryForward(sql);
     if (rows_->Eof()) {
       HideEverything();
       return;
@@ -377,8 +379,14 @@ void ardsInvoice::Detail_Format() {
 void ardsInvoice::OtherPartyFooter_Format() {
   if (!any_) return;
   pages_.End();
-  const auto found = totals_.find(heading_document_);
-  const InvoiceTotals totals = found == totals_.end() ? InvoiceTotals() : found->second;
+  // A document's totals are let go as it ends: a run of thousands of documents holds only the
+  // one it prints.
+  InvoiceTotals totals;
+  if (const auto found = totals_.find(heading_document_); found != totals_.end()) {
+    totals = found->second;
+    totals_.erase(found);
+  }
+  if (totals_log_) totals_log_(heading_document_, totals);
   DocumentClass type = purchase_order_ ? DocumentClass::PurchaseOrder : DocumentClass::None;
   if (const auto t = types_.find(heading_document_); t != types_.end()) {
     type = t->second;

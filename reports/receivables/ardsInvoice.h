@@ -184,8 +184,10 @@ class ardsInvoice : public Designer {
   void UseObjects(std::unique_ptr<BusinessObjects> objects) { objects_ = std::move(objects); }
   // Every query the run sends; set before the run.
   void SetQueryLog(std::function<void(const std::string&)> log) { query_log_ = std::move(log); }
-  // The documents printed so far, by key, with their totals.
-  [[nodiscard]] const std::map<std::int64_t, InvoiceTotals>& Totals() const { return totals_; }
+  // Told each document's key and totals as its totals print; set before the run.
+  void SetTotalsLog(std::function<void(std::int64_t, const InvoiceTotals&)> log) {
+    totals_log_ = std::move(log);
+  }
 
  private:
   // --- the walk (ardsInvoice_walk.cpp) ---
@@ -234,7 +236,7 @@ class ardsInvoice : public Designer {
   bool first_line_ = true;
   std::vector<bool> labels_shown_;  // by the column labels, as the run's start left them
   std::map<std::int64_t, InvoiceHeading> headings_;
-  std::map<std::int64_t, InvoiceTotals> totals_;
+  std::map<std::int64_t, InvoiceTotals> totals_;  // of the documents not yet ended
   PrintedInvoiceLine current_;
   std::int64_t heading_document_ = 0;
   bool any_ = false;
@@ -242,6 +244,7 @@ class ardsInvoice : public Designer {
   DocumentPages pages_;
   std::unique_ptr<BusinessObjects> objects_;
   std::function<void(const std::string&)> query_log_;
+  std::function<void(std::int64_t, const InvoiceTotals&)> totals_log_;
 };
 
 [[nodiscard]] DesignerPtr CreateardsInvoice();
