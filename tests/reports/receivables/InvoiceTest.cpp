@@ -75,11 +75,37 @@ TEST_F(InvoiceDemo, ADocumentOfNoneOfTheKeysPrintsNothing) {
 }
 
 TEST_F(InvoiceDemo, TwoDocumentsEachNumberTheirPagesAndTotalOnTheirLast) {
-  // The demo's longest invoice and the next.
-  const auto pages =
-      DumpPages(Open("InvoiceAR", {"TransactionIdFrom=50643", "TransactionIdTo=50644",
-                                   "Message=Thank you.\r\nLine two\r\nLine three"}));
-  ExpectGolden("receivables", "InvoiceAR-two-documents", Join(pages, "\n"));
+  const struct {
+    const char* golden;
+    const char* key;
+    const char* from;
+    const char* to;
+    std::vector<std::size_t> totals_by_page;  // how many totals each page prints
+  } cases[] = {
+      // The demo's longest customer invoice and the next.
+      {"InvoiceAR-two-documents", "InvoiceAR", "50643", "50644", {1, 1}},
+      // A supplier invoice of thirty serial numbered lines runs onto a second page, "Continued"
+      // under the first; the next document starts a page of its own at page 1.
+      {"InvoiceAP-two-documents-first-over-two-pages", "InvoiceAP", "823", "908", {0, 1, 1}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.golden);
+    const auto pages = DumpPages(Open(
+        c.key, {std::string("TransactionIdFrom=") + c.from, std::string("TransactionIdTo=") + c.to,
+                "Message=Thank you.\r\nLine two\r\nLine three"}));
+    // The footer's row follows the message onto lines of its own: count its cells in the text.
+    std::vector<std::size_t> totals;
+    for (const std::string& page : pages) {
+      std::size_t n = 0;
+      for (auto at = page.find(" numTotal="); at != std::string::npos;
+           at = page.find(" numTotal=", at + 1)) {
+        ++n;
+      }
+      totals.push_back(n);
+    }
+    EXPECT_EQ(totals, c.totals_by_page);
+    ExpectGolden("receivables", c.golden, Join(pages, "\n"));
+  }
 }
 
 TEST_F(InvoiceDemo, KeysSetTheFlagsThatChooseTheTable) {
