@@ -90,6 +90,9 @@ TEST_F(RunCommand, BadInputIsNamedAndWritesNothing) {
       {{"run", "CustomerTypeList", "--set", "CustomerTypes=Z..A"},
        2,
        "Cust. Types: The range \"Z..A\" runs backwards"},
+      {{"run", "SalesAnalysisAR", "--set", "Customers=Z..A"},
+       2,
+       "Customers: The range \"Z..A\" runs backwards"},
       {{"run", "CustomerTypeList", "--format", "docx"}, 2, "unknown format 'docx'"},
       {{"run"}, 2, "run takes one report key"},
   };

@@ -175,6 +175,18 @@ TEST_F(SalesAnalysis, WithLinesEachRowAsksForItsLinesOnce) {
   }
 }
 
+// A custom period whose two dates are cleared runs over every line, as "ALL" does; left with its
+// dates, it is the month's.
+TEST_F(SalesAnalysis, ACustomPeriodWithNoDatesRunsOverAllLines) {
+  const std::string all = Run("SalesAnalysisAR", {"Period=ALL", "Summary=True"});
+  const std::string custom =
+      Run("SalesAnalysisAR", {"Period=Custom", "PeriodDateFrom=", "PeriodDateTo=", "Summary=True"});
+  const std::string month = Run("SalesAnalysisAR", With(kMonth, {"Summary=True"}));
+  EXPECT_NEAR(ReportTotal(custom, "Net"), ReportTotal(all, "Net"), 0.00005);
+  EXPECT_EQ(DetailValues(custom, "Net"), DetailValues(all, "Net"));
+  EXPECT_GT(ReportTotal(custom, "Net"), ReportTotal(month, "Net") * 12);
+}
+
 TEST_F(SalesAnalysis, AJobsSalesEqualItsLines) {
   BooksSql books;
   const std::vector<std::string> jobs = books.Texts(
