@@ -11,7 +11,7 @@ const ResultColumn* CatalogTable::FindColumn(std::string_view name) const {
 
 void Catalog::AddColumn(std::string_view table, std::string_view column, SemType type) {
   auto [table_it, table_added] = index_.try_emplace(std::string(table), tables_.size());
-  if (table_added) tables_.push_back(CatalogTable{std::string(table), {}, {}});
+  if (table_added) tables_.push_back(CatalogTable{std::string(table), {}, {}, {}});
   CatalogTable& entry = tables_[table_it->second];
   auto [column_it, column_added] =
       entry.index.try_emplace(std::string(column), entry.columns.size());
@@ -20,6 +20,11 @@ void Catalog::AddColumn(std::string_view table, std::string_view column, SemType
   } else {
     entry.columns[column_it->second].type = type;
   }
+}
+
+void Catalog::SetKey(std::string_view table, std::vector<std::string> columns) {
+  auto it = index_.find(table);
+  if (it != index_.end()) tables_[it->second].key = std::move(columns);
 }
 
 const CatalogTable* Catalog::FindTable(std::string_view name) const {

@@ -23,6 +23,8 @@ struct ResultColumn {
 struct CatalogTable {
   std::string name;                   // as first added
   std::vector<ResultColumn> columns;  // in the order added
+  // The primary key's columns, in order, where the catalogue was told them (SetKey).
+  std::vector<std::string> key;
 
   // The column called `name` (any case), or nullptr.
   [[nodiscard]] const ResultColumn* FindColumn(std::string_view name) const;
@@ -35,6 +37,8 @@ class Catalog {
   // Adds a column to `table`, creating the table on first use. Adding a column a second time
   // replaces its type and keeps its place.
   void AddColumn(std::string_view table, std::string_view column, SemType type);
+  // Names the primary key of `table`, a table already added.
+  void SetKey(std::string_view table, std::vector<std::string> columns);
 
   // The table called `name` (any case), or nullptr. The pointer lives as long as the catalogue
   // is not changed.

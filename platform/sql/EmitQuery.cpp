@@ -52,6 +52,42 @@ const RangeVar* FindVar(const Scope& scope, const TableRef& ref) {
   return nullptr;
 }
 
+// Whether `expr` sums, counts or takes the least or greatest of its rows (not counting those of
+// a subquery, which are its own).
+bool HasAggregate(const Expr& expr) {
+  if (expr.kind == ExprKind::kCall) {
+    for (std::string_view name : {"Sum", "Count", "Min", "Max", "Avg"}) {
+      if (SameName(expr.text, name)) return true;
+    }
+  }
+  for (const auto& arg : expr.args) {
+    if (arg && HasAggregate(*arg)) return true;
+  }
+  return false;
+}
+
+// Rows an ORDER BY leaves tied come from SQLite in the order it meets them, which for a table
+// read whole is the order of its rows, the order they were written in and, in a company, of
+// their keys: the assets of one name in a category by code. PostgreSQL's sort leaves ties in no
+// order, so a SELECT from one table of known key that neither groups nor sums is sorted by that
+// key after its own terms.
+std::string KeyAfterOrder(const Select& select, const Scope& scope) {
+  if (select.from.size() != 1 || select.from[0]->kind != TableRef::Kind::kTable ||
+      select.distinct || !select.group_by.empty() || select.having || scope.vars.size() != 1 ||
+      scope.vars[0].table == nullptr) {
+    return {};
+  }
+  for (const SelectItem& item : select.items) {
+    if (item.expr && HasAggregate(*item.expr)) return {};
+  }
+  std::string key;
+  for (const std::string& column : scope.vars[0].table->key) {
+    key += ", " + QuoteName(scope.vars[0].name) + "." + QuoteName(column) +
+           std::string(NullsOrder(false));
+  }
+  return key;
+}
+
 }  // namespace
 
 QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
@@ -65,6 +101,8 @@ QueryText Emitter::WriteQuery(const Query& query, const Scope* outer) {
 
   if (parts.size() == 1) {
     std::string order_by = WriteOrderBy(query, first);
+    if (!order_by.empty() && WritingPostgres())
+      order_by += KeyAfterOrder(query.selects[0], first.scope);
     if (query.selects[0].distinct) CaseBlindItems(first.items);
     out.sql = first.head + " " + ItemList(first.items) + first.tail + order_by;
     if (query.selects[0].top) out.sql += " LIMIT " + std::to_string(*query.selects[0].top);

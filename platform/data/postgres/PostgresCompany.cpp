@@ -208,6 +208,7 @@ sql::Catalog CompanySchemaCatalog() {
   for (const Table& table : SchemaSource().Tables()) {
     for (const Column& column : table.columns)
       catalog.AddColumn(table.name, column.name, column.type);
+    catalog.SetKey(table.name, table.key);
   }
   return catalog;
 }
