@@ -95,12 +95,18 @@ std::optional<std::vector<ExportValue>> ExportColumns::Assign(const engine::Data
     any = true;
   }
   if (!any && row.kind == engine::RowKind::GroupHeader) {
-    // A group's heading is a label: it names the group in the first column.
+    // A group's heading is a label: it names the group in the first column. Labels that are only
+    // the columns' own captions, repeated over each group, already head the export: no record.
     std::string text;
+    bool only_captions = true;
     for (const std::string& label : row.labels) {
       if (label.find_first_not_of(' ') == std::string::npos) continue;
       text += (text.empty() ? "" : " ") + label;
+      only_captions = only_captions &&
+                      std::any_of(columns_.begin(), columns_.end(),
+                                  [&](const ExportColumn& c) { return c.caption == label; });
     }
+    if (only_captions) text.clear();
     if (!text.empty()) {
       values[0].text = std::move(text);
       any = true;

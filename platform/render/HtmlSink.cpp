@@ -125,23 +125,26 @@ std::string RectHtml(const engine::RectItem& r) {
   return out + "\"></div>\n";
 }
 
-// A drawn shape as an inline SVG element over the path's box, in twips like the rest of the page;
-// strokes may reach past the box.
+// A drawn shape as an inline SVG element over the path's box, in twips like the rest of the page.
+// The box is widened by the stroke on every side: a browser draws nothing of an element with no
+// height, so a level line (a chart legend's sample) would vanish in a box of its own height.
 std::string PathHtml(const engine::PathItem& p) {
   if ((!p.filled && !p.stroked) || p.steps.empty()) return {};
   const auto num = [](double v) { return std::to_string(std::lround(v)); };
+  const float pad = p.stroked ? std::ceil(std::max(p.thickness, 1.0f)) : 1.0f;
+  const float left = p.left - pad, top = p.top - pad;
   std::string d;
   for (const engine::FlatStep& s : engine::FlattenPath(p)) {
     if (!d.empty()) d += ' ';
     d += s.op;
     if (s.op == 'C') {
-      d += num(s.x1 - p.left) + ',' + num(s.y1 - p.top) + ' ' + num(s.x2 - p.left) + ',' +
-           num(s.y2 - p.top) + ' ';
+      d += num(s.x1 - left) + ',' + num(s.y1 - top) + ' ' + num(s.x2 - left) + ',' +
+           num(s.y2 - top) + ' ';
     }
-    if (s.op != 'Z') d += num(s.x - p.left) + ',' + num(s.y - p.top);
+    if (s.op != 'Z') d += num(s.x - left) + ',' + num(s.y - top);
   }
-  const double width = std::max(p.width, 1.0f), height = std::max(p.height, 1.0f);
-  std::string out = "<svg class=r style=\"left:" + Pt(p.left) + ";top:" + Pt(p.top) +
+  const double width = p.width + 2 * pad, height = p.height + 2 * pad;
+  std::string out = "<svg class=r style=\"left:" + Pt(left) + ";top:" + Pt(top) +
                     ";width:" + Pt(width) + ";height:" + Pt(height) +
                     ";overflow:visible\" viewBox=\"0 0 " + num(width) + ' ' + num(height) +
                     "\"><path d=\"" + d + "\" fill=\"" + (p.filled ? Hex(p.fill) : "none") + '"';

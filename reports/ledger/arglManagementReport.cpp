@@ -16,8 +16,9 @@ constexpr char kChartPeriodFormat[] = "mmm yyyy";
 constexpr char kSliceValueFormat[] = "#,###,##0";
 constexpr char kShareFormat[] = "0.00%";
 
-// Where the charts stand in the group footer, under the notes: two to a page.
-constexpr float kChartTop = 700;
+// The charts stand in the group footer after the notes, two on a page and one on the next; each
+// page's first chart stands this far below the break that starts it, under the group's heading.
+constexpr float kChartBelowBreak = 380;
 constexpr float kChartHeight = 3800;
 constexpr float kChartGap = 200;
 
@@ -109,23 +110,33 @@ void arglManagementReport::ActiveReport_ReportStart() {
     ReadSales(*db);
     Section& footer = Sections()["gfHeading"];
     const float width = PrintWidth();
-    Control& page_break = footer.Controls().Add(ControlClass::PageBreak, "pgBreak");
-    page_break.SetTop(Field("txtNotes").Top() + Field("txtNotes").Height() + 20);
-    Control& notes = footer.Controls().Add(ControlClass::Field, "txtNotes2");
-    notes.SetTop(page_break.Top() + 20);
-    notes.SetWidth(width);
-    notes.SetHeight(300);
-    notes.Font().Bold = true;
-    notes.SetCanGrow(true);
-    notes.SetCanShrink(true);
-    for (int i = 1; i <= 3; ++i) {
+    // Each chart page starts with a break and the group's heading: the first page holds the
+    // first two charts, the second the third, so both name the group they chart.
+    const auto add_page = [&](const char* break_name, const char* notes_name, float top) {
+      Control& page_break = footer.Controls().Add(ControlClass::PageBreak, break_name);
+      page_break.SetTop(top);
+      Control& notes = footer.Controls().Add(ControlClass::Field, notes_name);
+      notes.SetTop(top + 20);
+      notes.SetWidth(width);
+      notes.SetHeight(300);
+      notes.Font().Bold = true;
+      notes.SetCanGrow(true);
+      notes.SetCanShrink(true);
+      return top + kChartBelowBreak;
+    };
+    const auto add_chart = [&](int i, float top) {
       Control& chart =
           footer.Controls().Add(ControlClass::Subreport, "srptChart" + std::to_string(i));
-      chart.SetTop(kChartTop + static_cast<float>(i - 1) * (kChartHeight + kChartGap));
+      chart.SetTop(top);
       chart.SetWidth(width);
       chart.SetHeight(kChartHeight);
-    }
-    footer.SetHeight(kChartTop + 3 * (kChartHeight + kChartGap));
+      return top + kChartHeight + kChartGap;
+    };
+    float top = add_page("pgBreak", "txtNotes2", Field("txtNotes").Top() + Field("txtNotes").Height() + 20);
+    top = add_chart(1, top);
+    top = add_chart(2, top);
+    top = add_chart(3, add_page("pgBreak2", "txtNotes3", top));
+    footer.SetHeight(top);
   }
   TLReport()->SetupUngroupedSections("");
   TLReport()->SetupStandardHeader(true);
@@ -213,6 +224,7 @@ void arglManagementReport::ReadSales(Database& db) {
 void arglManagementReport::FillCharts(const Group& group) {
   Section& footer = Sections()["gfHeading"];
   footer.Controls()["txtNotes2"].SetText(group.heading);
+  footer.Controls()["txtNotes3"].SetText(group.heading);
   const std::string first =
       Format(Variant(periods_.start[1]), TrellinReportGlobals::RequireBusinessLayer().DateFormat());
   const std::string last = Format(Variant(periods_.end[kManagementPeriods]),

@@ -149,6 +149,9 @@ TEST(ChartRender, HtmlHoldsSvgPathsAndTextKeepsTheWords) {
   EXPECT_THAT(html, HasSubstr("<path d=\"M"));
   EXPECT_THAT(html, HasSubstr(" C"));
   EXPECT_THAT(html, HasSubstr("stroke-dasharray=\""));
+  // A level line (a legend's sample) keeps a box a browser draws: never of no height.
+  EXPECT_THAT(html, Not(HasSubstr(";height:0pt")));
+  EXPECT_THAT(html, Not(HasSubstr(";height:0.05pt")));
   EXPECT_THAT(html, HasSubstr("Net Profit"));
 
   Write(Format::Text, dir / "charts.txt", page);

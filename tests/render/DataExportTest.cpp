@@ -125,6 +125,9 @@ TEST(ExportColumns, RowsGoUnderTheDeclaredColumns) {
   EXPECT_FALSE(columns.Assign({RowKind::PageHeader, 0, "", {At("txtCompany", 0, 3000)}, {}}));
   EXPECT_FALSE(columns.Assign({RowKind::ReportHeader, 0, "", {}, {}}));
   EXPECT_FALSE(columns.Assign({RowKind::ReportFooter, 0, "", {At("txtParameters", 0, 9000)}, {}}));
+  // A group heading that only repeats the columns' captions (an ungrouped run's) is no row.
+  EXPECT_FALSE(
+      columns.Assign({RowKind::GroupHeader, 1, "", {}, {"Description", " ", "This Year"}}));
 }
 
 TEST(CsvSink, OneHeadingLineThenPlainValues) {
