@@ -132,7 +132,8 @@ void arglManagementReport::ActiveReport_ReportStart() {
       chart.SetHeight(kChartHeight);
       return top + kChartHeight + kChartGap;
     };
-    float top = add_page("pgBreak", "txtNotes2", Field("txtNotes").Top() + Field("txtNotes").Height() + 20);
+    float top =
+        add_page("pgBreak", "txtNotes2", Field("txtNotes").Top() + Field("txtNotes").Height() + 20);
     top = add_chart(1, top);
     top = add_chart(2, top);
     top = add_chart(3, add_page("pgBreak2", "txtNotes3", top));
