@@ -102,9 +102,9 @@ std::optional<std::vector<ExportValue>> ExportColumns::Assign(const engine::Data
     for (const std::string& label : row.labels) {
       if (label.find_first_not_of(' ') == std::string::npos) continue;
       text += (text.empty() ? "" : " ") + label;
-      only_captions = only_captions &&
-                      std::any_of(columns_.begin(), columns_.end(),
-                                  [&](const ExportColumn& c) { return c.caption == label; });
+      only_captions =
+          only_captions && std::any_of(columns_.begin(), columns_.end(),
+                                       [&](const ExportColumn& c) { return c.caption == label; });
     }
     if (only_captions) text.clear();
     if (!text.empty()) {

@@ -8,8 +8,8 @@
 // Which rows are exported: every printed row that shows a value, of the report and its
 // sub-reports; page headers and footers are left out, and so is the run's description
 // (txtParameters), which heads a spreadsheet instead. A group header that prints only its label
-// gives that label in the first column, unless its labels are only the columns' captions. A cell that printed blank holds nothing, whatever value
-// lies behind it.
+// gives that label in the first column, unless its labels are only the columns' captions. A cell
+// that printed blank holds nothing, whatever value lies behind it.
 
 #include <optional>
 #include <string>
