@@ -37,6 +37,14 @@ class Dispatch : public Object {
     (void)name;
     return false;
   }
+  // Where the value property `name` is kept, when it is kept in the same place for as long as
+  // this object lives (a report's field: its value changes row by row, its place does not): a
+  // script engine may then read it there rather than ask by name on every row. nullptr unless a
+  // dispatch says so.
+  [[nodiscard]] virtual const Variant* KeptAt(std::string_view name) const {
+    (void)name;
+    return nullptr;
+  }
 };
 
 // Hashing and comparing names without regard to case, without making a lower-case copy.

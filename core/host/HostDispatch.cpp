@@ -180,6 +180,13 @@ class FieldsDispatch : public TableDispatch<FieldsDispatch> {
     return table;
   }
 
+  // A field's value is kept in the field, which lives as long as the report's Fields do.
+  [[nodiscard]] const Variant* KeptAt(std::string_view name) const override {
+    if (Table().Find(name) != nullptr) return nullptr;
+    const ReportField* field = f_.Find(name);
+    return field != nullptr ? &field->Value() : nullptr;
+  }
+
  protected:
   [[nodiscard]] bool HasOther(std::string_view name) const override { return f_.Exists(name); }
   [[nodiscard]] Variant GetOther(std::string_view name) override { return f_.Item(name).Value(); }

@@ -28,7 +28,8 @@ class LayoutScript {
   // Whether the script has a handler of this name (matched without regard to case).
   [[nodiscard]] virtual bool Handles(std::string_view handler) const = 0;
   // Runs the handler with no arguments and gives what it returned (Empty for nothing). Throws
-  // ScriptError naming the file and line; a handler that runs too long is stopped so.
+  // ScriptError naming the file and line; a handler that runs too long is stopped so, and the
+  // script runs no more: from then on it handles nothing and Run gives Empty.
   virtual Variant Run(std::string_view handler) = 0;
   // Sets a global the handlers see, such as `rpx`.
   virtual void SetGlobal(const std::string& name, const Variant& value) = 0;

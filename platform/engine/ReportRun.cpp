@@ -1,6 +1,7 @@
 #include "platform/engine/ReportRun.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "platform/engine/DocumentTable.h"
 #include "platform/engine/ReportEngine.h"
@@ -25,6 +26,23 @@ void ReportRun::CheckCancel() const {
   for (const ReportRun* run = this; run != nullptr; run = run->parent_) {
     if (run->report_.CancelRequested()) throw RunCancelled{};
   }
+}
+
+const std::string* ReportRun::ScriptHandlerOf(const LayoutScript& script, const Section* section,
+                                              const char* event) {
+  if (handlers_of_ != &script) {
+    handlers_.clear();
+    handlers_of_ = &script;
+  }
+  for (const ScriptHandler& h : handlers_) {
+    if (h.section == section && std::strcmp(h.event, event) == 0) {
+      return h.name.empty() ? nullptr : &h.name;
+    }
+  }
+  std::string name = section ? section->Name() + "_" + event : std::string(event);
+  if (!script.Handles(name)) name.clear();
+  handlers_.push_back({section, event, std::move(name)});
+  return handlers_.back().name.empty() ? nullptr : &handlers_.back().name;
 }
 
 void ReportRun::Run(BandSink& out, PageWriter* writer) {

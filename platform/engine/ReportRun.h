@@ -68,6 +68,12 @@ class ReportRun : public PageFurniture {
     std::string data_field;
     int field = -1;
   };
+  // Whether the layout's script handles an event of a section, asked of the script once a run.
+  struct ScriptHandler {
+    const Section* section;
+    const char* event;
+    std::string name;  // "Detail_Format"; empty when the script has no such handler
+  };
 
   // Data.
   void BindData();
@@ -104,6 +110,9 @@ class ReportRun : public PageFurniture {
   void AddRepeatedHeaders(Band& band);
   void ReportEventError(const std::string& source, const std::string& message);
   void CheckCancel() const;
+  // The script's handler of the event, nullptr when it has none.
+  const std::string* ScriptHandlerOf(const LayoutScript& script, const Section* section,
+                                     const char* event);
 
   ActiveReport& report_;
   RunEnvironment& env_;
@@ -115,6 +124,8 @@ class ReportRun : public PageFurniture {
   std::vector<GroupLevel> groups_;  // [0] is level 1, the innermost
   Section* detail_ = nullptr;
   std::unique_ptr<ColumnSink> columns_;
+  std::vector<ScriptHandler> handlers_;
+  const LayoutScript* handlers_of_ = nullptr;
   float cell_width_ = 0;  // a column's width, while the detail prints in columns
   Summaries summaries_;
   std::unordered_map<const Control*, BoundControl> bound_;
@@ -146,11 +157,10 @@ bool ReportRun::Raise(const Section* section, const char* event, Event&& body, b
   bool ok = Guard(section, event, body);
   // The layout's script handles the event after the designer, and fails on its own.
   if (LayoutScript* script = report_.Script()) {
-    std::string handler = section ? section->Name() + "_" + event : std::string(event);
-    if (script->Handles(handler)) {
+    if (const std::string* handler = ScriptHandlerOf(*script, section, event)) {
       ok = Guard(section, event,
                  [&] {
-                   Variant result = script->Run(handler);
+                   Variant result = script->Run(*handler);
                    if (eof && !result.IsEmpty()) *eof = result.ToBool();
                  }) &&
            ok;

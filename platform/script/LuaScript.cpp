@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <new>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -18,36 +19,67 @@ namespace trellin::script {
 namespace {
 
 // Userdata kinds: a value Lua has no type for (money, a date, Null), and a late-bound object.
+// Every full userdata in a script's state is one of the two (the libraries opened make none, and
+// a script cannot make one), and each starts with its kind, so that telling them apart is a read
+// of one byte rather than a look-up of the metatable. Both are standard layout for that reason.
 constexpr const char* kValueMeta = "trellin.Value";
 constexpr const char* kObjectMeta = "trellin.Object";
 
-// The two metatables are kept in the registry under these addresses as well as by name: every
-// member access checks a userdata's kind, and a look-up by address costs less than one by name.
-const char kValueKey = 0;
-const char kObjectKey = 0;
+enum class BoxKind : unsigned char { Value = 0x56, Object = 0x4f };
 
-const void* KeyOf(const char* meta) { return meta == kValueMeta ? &kValueKey : &kObjectKey; }
+// A value box holds plain data: it needs no finalizer, so the many a handler makes on every row
+// (an amount read, the sum it computes) cost the collector no more than a string would.
+struct ValueBox {
+  BoxKind kind;
+  VariantKind of;
+  Currency money;
+  Date date;
 
-void* TestUserdata(lua_State* L, int index, const char* meta) {
-  void* p = lua_touserdata(L, index);
-  if (p == nullptr || lua_getmetatable(L, index) == 0) return nullptr;
-  lua_rawgetp(L, LUA_REGISTRYINDEX, KeyOf(meta));
-  const bool same = lua_rawequal(L, -1, -2) != 0;
-  lua_pop(L, 2);
-  return same ? p : nullptr;
+  [[nodiscard]] Variant Get() const {
+    switch (of) {
+      case VariantKind::Currency:
+        return Variant(money);
+      case VariantKind::Date:
+        return Variant(date);
+      default:
+        return Variant::Null();
+    }
+  }
+};
+
+// An object box owns its object through a shared_ptr built in place, beside the Dispatch found
+// once when the box is made.
+struct ObjectBox {
+  BoxKind kind;
+  Dispatch* dispatch;
+  alignas(std::shared_ptr<Object>) unsigned char owner[sizeof(std::shared_ptr<Object>)];
+
+  std::shared_ptr<Object>& Owner() {
+    return *std::launder(reinterpret_cast<std::shared_ptr<Object>*>(owner));
+  }
+};
+
+static_assert(std::is_standard_layout_v<ValueBox> && std::is_trivially_destructible_v<ValueBox>);
+static_assert(std::is_standard_layout_v<ObjectBox>);
+
+BoxKind KindAt(lua_State* L, int index) {
+  if (lua_type(L, index) != LUA_TUSERDATA) return BoxKind{};
+  return *static_cast<const BoxKind*>(lua_touserdata(L, index));
 }
 
-void* CheckUserdata(lua_State* L, int index, const char* meta) {
-  void* p = TestUserdata(L, index, meta);
-  if (p == nullptr) luaL_typeerror(L, index, meta);
-  return p;
+const ValueBox* TestValue(lua_State* L, int index) {
+  return KindAt(L, index) == BoxKind::Value ? static_cast<const ValueBox*>(lua_touserdata(L, index))
+                                            : nullptr;
 }
 
-void SetMeta(lua_State* L, const char* meta) {
-  lua_rawgetp(L, LUA_REGISTRYINDEX, KeyOf(meta));
-  lua_setmetatable(L, -2);
+ObjectBox* TestObject(lua_State* L, int index) {
+  return KindAt(L, index) == BoxKind::Object ? static_cast<ObjectBox*>(lua_touserdata(L, index))
+                                             : nullptr;
 }
 
+// What a script's state keeps beside it, reached through its extra space: the limits and what
+// has been spent of them, and the registry's numbers of the two kinds' metatables (a look-up by
+// number is the cheapest the registry gives, and every box made needs its metatable).
 struct Budget {
   std::int64_t steps_left = 0;
   std::int64_t steps = 0;
@@ -55,11 +87,23 @@ struct Budget {
   std::size_t limit = 0;
   std::string handler;
   std::string file;
+  int value_meta = LUA_NOREF;
+  int object_meta = LUA_NOREF;
 };
 
 constexpr int kHookEvery = 1000;
 
 Budget& BudgetOf(lua_State* L) { return **static_cast<Budget**>(lua_getextraspace(L)); }
+
+void PushMeta(lua_State* L, BoxKind kind) {
+  const Budget& b = BudgetOf(L);
+  lua_rawgeti(L, LUA_REGISTRYINDEX, kind == BoxKind::Value ? b.value_meta : b.object_meta);
+}
+
+void SetMeta(lua_State* L, BoxKind kind) {
+  PushMeta(L, kind);
+  lua_setmetatable(L, -2);
+}
 
 void* Allocate(void* ud, void* ptr, std::size_t old_size, std::size_t new_size) {
   auto* budget = static_cast<Budget*>(ud);
@@ -126,10 +170,8 @@ Variant ToVariant(lua_State* L, int index) {
       return Variant(std::string(s, n));
     }
     case LUA_TUSERDATA:
-      if (void* p = TestUserdata(L, index, kValueMeta)) return *static_cast<Variant*>(p);
-      if (void* p = TestUserdata(L, index, kObjectMeta)) {
-        return Variant(*static_cast<std::shared_ptr<Object>*>(p));
-      }
+      if (const ValueBox* v = TestValue(L, index)) return v->Get();
+      if (ObjectBox* o = TestObject(L, index)) return Variant(o->Owner());
       break;
     default:
       break;
@@ -139,9 +181,14 @@ Variant ToVariant(lua_State* L, int index) {
 }
 
 void PushUserValue(lua_State* L, const Variant& v) {
-  void* p = lua_newuserdatauv(L, sizeof(Variant), 0);
-  new (p) Variant(v);
-  SetMeta(L, kValueMeta);
+  auto* box = static_cast<ValueBox*>(lua_newuserdatauv(L, sizeof(ValueBox), 0));
+  box->kind = BoxKind::Value;
+  box->of = v.Kind();
+  const Currency* money = v.Get<Currency>();
+  const Date* date = v.Get<Date>();
+  box->money = money != nullptr ? *money : Currency();
+  box->date = date != nullptr ? *date : Date();
+  SetMeta(L, BoxKind::Value);
 }
 
 void PushVariant(lua_State* L, const Variant& v) {
@@ -171,9 +218,13 @@ void PushVariant(lua_State* L, const Variant& v) {
       return;
     case VariantKind::Object: {
       // The user value keeps the lasting objects reached from this one (ObjectIndex).
-      void* p = lua_newuserdatauv(L, sizeof(std::shared_ptr<Object>), 1);
-      new (p) std::shared_ptr<Object>(v.ToObject());
-      SetMeta(L, kObjectMeta);
+      // User value 1: the lasting objects reached from this one; 2: where its values are kept
+      // (ObjectIndex).
+      auto* box = static_cast<ObjectBox*>(lua_newuserdatauv(L, sizeof(ObjectBox), 2));
+      box->kind = BoxKind::Object;
+      auto& owner = *new (box->owner) std::shared_ptr<Object>(v.ToObject());
+      box->dispatch = dynamic_cast<Dispatch*>(owner.get());
+      SetMeta(L, BoxKind::Object);
       return;
     }
   }
@@ -220,7 +271,7 @@ int ValueConcat(lua_State* L) {
 }
 
 int ValueToString(lua_State* L) {
-  const Variant& v = *static_cast<Variant*>(CheckUserdata(L, 1, kValueMeta));
+  Variant v = static_cast<const ValueBox*>(lua_touserdata(L, 1))->Get();
   std::string s = v.IsNull() ? std::string("Null") : v.Text();
   lua_pushlstring(L, s.data(), s.size());
   return 1;
@@ -250,18 +301,24 @@ int ValueEqual(lua_State* L) {
 bool IsLess(int c) { return c < 0; }
 bool IsLessOrEqual(int c) { return c <= 0; }
 
-int ValueGc(lua_State* L) {
-  static_cast<Variant*>(CheckUserdata(L, 1, kValueMeta))->~Variant();
-  return 0;
-}
-
 // --- Objects ---
 
+// The object at `index`, which the object metatable's own members are only ever called with: the
+// metatables are hidden from scripts (`__metatable`), and the debug library is not opened.
 Dispatch& DispatchAt(lua_State* L, int index) {
-  auto& object = *static_cast<std::shared_ptr<Object>*>(CheckUserdata(L, index, kObjectMeta));
-  auto* d = dynamic_cast<Dispatch*>(object.get());
+  Dispatch* d = static_cast<ObjectBox*>(lua_touserdata(L, index))->dispatch;
   if (d == nullptr) luaL_error(L, "this object has no members a script can reach");
   return *d;
+}
+
+// The object's user value `n`, a table made on first use: 1 holds the lasting objects reached from
+// it by name as written, 2 (as light userdata) the Variants where its value properties are kept.
+void PushUserTable(lua_State* L, int object, int n) {
+  if (lua_getiuservalue(L, object, n) == LUA_TTABLE) return;
+  lua_pop(L, 1);
+  lua_newtable(L);
+  lua_pushvalue(L, -1);
+  lua_setiuservalue(L, object, n);
 }
 
 std::vector<Variant> Arguments(lua_State* L, int from) {
@@ -284,16 +341,55 @@ int CallMethod(lua_State* L) {
   });
 }
 
-// `obj.Name`. What a lasting property gives (a report's control, section or Fields) is kept in
-// the object's user value under the name as written, so that a handler run for every row asks
-// the report for it once.
+int ObjectIndex(lua_State* L);
+
+// A miss in an object's table of lasting members: the object is upvalue 1.
+int KnownIndex(lua_State* L) {
+  lua_pushvalue(L, lua_upvalueindex(1));
+  lua_replace(L, 1);
+  return ObjectIndex(L);
+}
+
+// Gives the object at `object` a metatable of its own whose __index is its table of lasting
+// members (user value 1), so that reading one (`rpt.txtName`, `rpt.Fields`) is a table look-up
+// inside Lua with no call into the binding; a name the table lacks comes to ObjectIndex through
+// the table's own metatable. Leaves the table on the stack.
+void OwnMetatable(lua_State* L, int object) {
+  lua_newtable(L);  // the lasting members
+  lua_createtable(L, 0, 1);
+  lua_pushvalue(L, object);
+  lua_pushcclosure(L, KnownIndex, 1);
+  lua_setfield(L, -2, "__index");
+  lua_setmetatable(L, -2);
+  lua_pushvalue(L, -1);
+  lua_setiuservalue(L, object, 1);
+  lua_newtable(L);  // the object's own metatable: the kind's, with __index the table
+  PushMeta(L, BoxKind::Object);
+  lua_pushnil(L);
+  while (lua_next(L, -2) != 0) {
+    lua_pushvalue(L, -2);
+    lua_insert(L, -2);
+    lua_rawset(L, -5);
+  }
+  lua_pop(L, 1);
+  lua_pushvalue(L, -2);
+  lua_setfield(L, -2, "__index");
+  lua_setmetatable(L, object);
+}
+
+// `obj.Name`. What a lasting property gives (a report's control, section or Fields) and where a
+// value property is kept (a report's field) are remembered with the object under the name as
+// written, so that a handler run for every row asks the report by name once a run.
 int ObjectIndex(lua_State* L) {
   Dispatch& d = DispatchAt(L, 1);
   std::size_t size = 0;
   const char* text = luaL_checklstring(L, 2, &size);
-  if (lua_getiuservalue(L, 1, 1) == LUA_TTABLE) {
+  if (lua_getiuservalue(L, 1, 2) == LUA_TTABLE) {
     lua_pushvalue(L, 2);
-    if (lua_rawget(L, -2) != LUA_TNIL) return 1;
+    if (lua_rawget(L, -2) == LUA_TLIGHTUSERDATA) {
+      PushVariant(L, *static_cast<const Variant*>(lua_touserdata(L, -1)));
+      return 1;
+    }
     lua_pop(L, 1);
   }
   lua_pop(L, 1);
@@ -301,14 +397,21 @@ int ObjectIndex(lua_State* L) {
   return Guarded(L, [&] {
     switch (d.Member(name)) {
       case MemberKind::Property: {
+        if (const Variant* kept = d.KeptAt(name)) {
+          PushUserTable(L, 1, 2);
+          lua_pushvalue(L, 2);
+          lua_pushlightuserdata(L, const_cast<Variant*>(kept));
+          lua_rawset(L, -3);
+          lua_pop(L, 1);
+          PushVariant(L, *kept);
+          return 1;
+        }
         Variant value = d.Get(name);
         PushVariant(L, value);
         if (value.IsObject() && d.Lasting(name)) {
           if (lua_getiuservalue(L, 1, 1) != LUA_TTABLE) {
             lua_pop(L, 1);
-            lua_newtable(L);
-            lua_pushvalue(L, -1);
-            lua_setiuservalue(L, 1, 1);
+            OwnMetatable(L, 1);
           }
           lua_pushvalue(L, 2);
           lua_pushvalue(L, -3);
@@ -359,16 +462,28 @@ int ObjectToString(lua_State* L) {
 }
 
 int ObjectEqual(lua_State* L) {
-  auto* a = static_cast<std::shared_ptr<Object>*>(TestUserdata(L, 1, kObjectMeta));
-  auto* b = static_cast<std::shared_ptr<Object>*>(TestUserdata(L, 2, kObjectMeta));
-  lua_pushboolean(L, a && b && a->get() == b->get() ? 1 : 0);
+  ObjectBox* a = TestObject(L, 1);
+  ObjectBox* b = TestObject(L, 2);
+  lua_pushboolean(L, a && b && a->Owner().get() == b->Owner().get() ? 1 : 0);
   return 1;
 }
 
+// A box a script's own finalizer still holds after this one ran (at the state's close) is no
+// longer an object: its members and its handing to the report fail as for any foreign value.
 int ObjectGc(lua_State* L) {
   using Ptr = std::shared_ptr<Object>;
-  static_cast<Ptr*>(CheckUserdata(L, 1, kObjectMeta))->~Ptr();
+  auto* box = static_cast<ObjectBox*>(lua_touserdata(L, 1));
+  box->Owner().~Ptr();
+  box->dispatch = nullptr;
+  box->kind = BoxKind{};
   return 0;
+}
+
+// getmetatable gives scripts this text in place of the metatable, so that none can call a member
+// of it on something else.
+void Hide(lua_State* L) {
+  lua_pushliteral(L, "locked");
+  lua_setfield(L, -2, "__metatable");
 }
 
 void OpenLibraries(lua_State* L) {
@@ -413,11 +528,11 @@ void OpenLibraries(lua_State* L) {
                                  {"__lt", ValueCompare<IsLess>},
                                  {"__le", ValueCompare<IsLessOrEqual>},
                                  {"__tostring", ValueToString},
-                                 {"__gc", ValueGc},
                                  {nullptr, nullptr}};
   luaL_newmetatable(L, kValueMeta);
   luaL_setfuncs(L, value_meta, 0);
-  lua_rawsetp(L, LUA_REGISTRYINDEX, KeyOf(kValueMeta));
+  Hide(L);
+  BudgetOf(L).value_meta = luaL_ref(L, LUA_REGISTRYINDEX);
 
   const luaL_Reg object_meta[] = {{"__index", ObjectIndex}, {"__newindex", ObjectNewIndex},
                                   {"__call", ObjectCall},   {"__tostring", ObjectToString},
@@ -425,7 +540,8 @@ void OpenLibraries(lua_State* L) {
                                   {nullptr, nullptr}};
   luaL_newmetatable(L, kObjectMeta);
   luaL_setfuncs(L, object_meta, 0);
-  lua_rawsetp(L, LUA_REGISTRYINDEX, KeyOf(kObjectMeta));
+  Hide(L);
+  BudgetOf(L).object_meta = luaL_ref(L, LUA_REGISTRYINDEX);
 
   PushUserValue(L, Variant::Null());
   lua_setglobal(L, "Null");
@@ -479,7 +595,7 @@ class LuaScript : public LayoutScript {
 
   Variant Run(std::string_view handler) override {
     auto it = handlers_.find(handler);
-    if (it == handlers_.end()) return {};
+    if (it == handlers_.end() || stopped_) return {};
     budget_.handler = it->second.name;
     budget_.steps_left = budget_.steps;
     lua_rawgeti(L_, LUA_REGISTRYINDEX, it->second.ref);
@@ -540,8 +656,8 @@ class LuaScript : public LayoutScript {
     if (t == LUA_TFUNCTION || t == LUA_TTABLE || t == LUA_TTHREAD || t == LUA_TLIGHTUSERDATA) {
       throw ScriptError(budget_.handler + " gave back a " + lua_typename(L_, t));
     }
-    if (t == LUA_TUSERDATA && !TestUserdata(L_, -1, kValueMeta) &&
-        !TestUserdata(L_, -1, kObjectMeta)) {
+    if (t == LUA_TUSERDATA && KindAt(L_, -1) != BoxKind::Value &&
+        KindAt(L_, -1) != BoxKind::Object) {
       throw ScriptError(budget_.handler + " gave back a userdata");
     }
     return ToVariant(L_, -1);

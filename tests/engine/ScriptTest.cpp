@@ -97,14 +97,16 @@ TEST_F(LayoutScript, ARunTimeErrorNamesTheHandlerAndLineAndTheRunGoesOn) {
   EXPECT_EQ(errors[0], "Detail_Format: test.yaml:17: arTest has no member 'NoSuchThing'");
 }
 
+// Stopped once, the script runs no more: the rows after the first print without it.
 TEST_F(LayoutScript, AnEndlessLoopIsStoppedNamingItsHandler) {
   TestReport report(
-      WithScript("  function ActiveReport_ReportStart()\n    while true do end\n"
+      WithScript("  function Detail_Format()\n    while true do end\n"
                  "  end\n"));
-  report.DataControl().SetRecordset(OneRow());
+  report.DataControl().SetRecordset(
+      Rows({"Code", "Amount"}, {{"A1", Currency::FromRaw(1000)}, {"B2", Currency::FromRaw(2)}}));
   std::vector<std::string> errors = RunCollecting(report);
   ASSERT_EQ(errors.size(), 1u);
-  EXPECT_EQ(errors[0].rfind("ActiveReport_ReportStart: test.yaml:16: ActiveReport_ReportStart "
+  EXPECT_EQ(errors[0].rfind("Detail_Format: test.yaml:16: Detail_Format "
                             "ran past its 20000000 steps and was stopped",
                             0),
             0u)
