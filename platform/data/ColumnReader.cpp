@@ -49,20 +49,6 @@ std::string RowIdOf(sqlite3_stmt* stmt, int column, const char* table, const cha
   throw DatabaseError(where + " holds '" + value + "', which is not " + std::string(kind));
 }
 
-std::optional<std::int64_t> ParseWhole(std::string_view text) {
-  std::int64_t value = 0;
-  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
-std::optional<double> ParseReal(std::string_view text) {
-  double value = 0;
-  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
 Variant ReadAsStored(sqlite3_stmt* stmt, int column, int storage) {
   switch (storage) {
     case SQLITE_INTEGER:
@@ -89,7 +75,7 @@ Variant ReadLong(sqlite3_stmt* stmt, int column, int storage, const ResultField&
       return Variant(static_cast<std::int64_t>(std::nearbyint(value)));
     }
     default:
-      if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(*n);
+      if (auto n = ParseWholeText(TextOf(stmt, column))) return Variant(*n);
       Misfit(stmt, column, field, "a whole number");
   }
 }
@@ -98,7 +84,7 @@ Variant ReadDouble(sqlite3_stmt* stmt, int column, int storage, const ResultFiel
   if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) {
     return Variant(sqlite3_column_double(stmt, column));
   }
-  if (auto d = ParseReal(TextOf(stmt, column))) return Variant(*d);
+  if (auto d = ParseRealText(TextOf(stmt, column))) return Variant(*d);
   Misfit(stmt, column, field, "a number");
 }
 
@@ -114,7 +100,7 @@ Variant ReadCurrency(sqlite3_stmt* stmt, int column, int storage, const ResultFi
       return Variant(Currency::FromRaw(std::llround(raw)));
     }
     default:
-      if (auto n = ParseWhole(TextOf(stmt, column))) return Variant(Currency::FromRaw(*n));
+      if (auto n = ParseWholeText(TextOf(stmt, column))) return Variant(Currency::FromRaw(*n));
       Misfit(stmt, column, field, "an amount");
   }
 }
@@ -151,6 +137,20 @@ constexpr Reader kReaders[] = {
 };
 
 }  // namespace
+
+std::optional<std::int64_t> ParseWholeText(std::string_view text) {
+  std::int64_t value = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+std::optional<double> ParseRealText(std::string_view text) {
+  double value = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
 
 Variant ReadColumn(sqlite3_stmt* stmt, int column, const ResultField& field) {
   // The storage class is read once: each sqlite3_column_* call costs, and a report reads

@@ -3,6 +3,10 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
 #include "core/host/Recordset.h"
 
 namespace trellin::data {
@@ -19,5 +23,11 @@ struct ResultField {
 // the type. Throws DatabaseError naming the column when a stored value does not fit its type
 // (text in a money column, a date that is not ISO).
 [[nodiscard]] Variant ReadColumn(sqlite3_stmt* stmt, int column, const ResultField& field);
+
+// The whole text as a whole number, or as a number in C's form ("12.5", "1e+20", "nan"):
+// nullopt for text that is not, or not only, that. A typed reader's parse of a value stored as
+// text, whichever database stores it.
+[[nodiscard]] std::optional<std::int64_t> ParseWholeText(std::string_view text);
+[[nodiscard]] std::optional<double> ParseRealText(std::string_view text);
 
 }  // namespace trellin::data

@@ -1,8 +1,5 @@
 #include "platform/data/postgres/PostgresDatabase.h"
 
-#include <cctype>
-
-#include "platform/data/Criteria.h"
 #include "platform/data/MemoryRecordset.h"
 #include "platform/data/SqliteDatabase.h"
 #include "platform/data/postgres/PostgresCompany.h"
@@ -13,23 +10,6 @@ namespace {
 
 bool Lost(const PgSession& session) {
   return PQstatus(session.connection.Handle()) != CONNECTION_OK;
-}
-
-std::vector<FieldInfo> InfosOf(const std::vector<ResultField>& columns) {
-  std::vector<FieldInfo> fields;
-  fields.reserve(columns.size());
-  for (const ResultField& column : columns) fields.push_back(column.info);
-  return fields;
-}
-
-// The statement without a closing semicolon, to stand inside another.
-std::string Inner(const std::string& sql) {
-  std::string inner = sql;
-  while (!inner.empty() &&
-         (inner.back() == ';' || std::isspace(static_cast<unsigned char>(inner.back())))) {
-    inner.pop_back();
-  }
-  return inner;
 }
 
 void CheckColumns(const PgResult& result, const std::vector<ResultField>& columns) {
@@ -109,7 +89,8 @@ std::shared_ptr<Recordset> PostgresDatabase::Query(std::string_view jet_sql) {
   } catch (const DatabaseError& e) {
     QueryFailed(jet_sql, e);
   }
-  return std::make_shared<MemoryRecordset>(InfosOf(fields), std::move(rows), /*updatable=*/false);
+  return std::make_shared<MemoryRecordset>(FieldInfosOf(fields), std::move(rows),
+                                           /*updatable=*/false);
 }
 
 std::shared_ptr<Recordset> PostgresDatabase::QueryForward(std::string_view jet_sql) {
@@ -164,13 +145,10 @@ void PostgresDatabase::EndSnapshot() {
 
 PgCursorRecordset::PgCursorRecordset(std::shared_ptr<PgSession> session, std::string sql,
                                      std::vector<ResultField> columns)
-    : session_(std::move(session)),
-      sql_(Inner(sql)),
-      columns_(std::move(columns)),
-      fields_(InfosOf(columns_)) {
-  row_.resize(columns_.size());
+    : StreamedRecordset(std::move(columns)),
+      session_(std::move(session)),
+      sql_(WithoutClosingSemicolon(sql)) {
   Declare();
-  empty_ = eof_;
 }
 
 PgCursorRecordset::~PgCursorRecordset() {
@@ -189,7 +167,7 @@ void PgCursorRecordset::Declare() {
   batch_.reset();
   next_ = 0;
   last_batch_ = false;
-  ReadRow();
+  Start();
 }
 
 void PgCursorRecordset::Close() {
@@ -201,29 +179,28 @@ void PgCursorRecordset::Close() {
   }
 }
 
-void PgCursorRecordset::ReadRow() {
+bool PgCursorRecordset::ReadRow(std::vector<Variant>& row) {
   if (!batch_ || next_ >= batch_->Rows()) {
     if (last_batch_) {
-      eof_ = true;
       batch_.reset();
-      return;
+      return false;
     }
     batch_ = std::make_unique<PgResult>(session_->connection.Query(
         "FETCH FORWARD " + std::to_string(kBatch) + " FROM " + cursor_, "reading a report's rows"));
-    CheckColumns(*batch_, columns_);
+    CheckColumns(*batch_, Columns());
     next_ = 0;
     last_batch_ = batch_->Rows() < kBatch;
     if (batch_->Rows() == 0) {
-      eof_ = true;
       batch_.reset();
-      return;
+      return false;
     }
   }
-  eof_ = false;
-  for (std::size_t c = 0; c < columns_.size(); ++c) {
-    row_[c] = ReadPgValue(*batch_, next_, static_cast<int>(c), columns_[c]);
+  const std::vector<ResultField>& columns = Columns();
+  for (std::size_t c = 0; c < columns.size(); ++c) {
+    row[c] = ReadPgValue(*batch_, next_, static_cast<int>(c), columns[c]);
   }
   ++next_;
+  return true;
 }
 
 void PgCursorRecordset::MoveFirst() {
@@ -235,54 +212,10 @@ void PgCursorRecordset::MoveFirst() {
   Declare();
 }
 
-void PgCursorRecordset::MoveNext() {
-  if (eof_) throw RecordsetError("MoveNext past the last row");
-  if (generation_ != session_->generation) {
-    throw RecordsetError(
-        "MoveNext: the report run that opened this recordset has ended, and its rows with it");
-  }
-  ReadRow();
-}
-
-void PgCursorRecordset::MovePrevious() {
-  throw RecordsetError("MovePrevious is not available on a forward-only recordset");
-}
-
-void PgCursorRecordset::MoveLast() {
-  throw RecordsetError("MoveLast is not available on a forward-only recordset");
-}
-
-std::int64_t PgCursorRecordset::RecordCount() const {
-  if (count_ < 0) {
-    PgResult counted = session_->connection.Query(
-        "SELECT COUNT(*) FROM (" + sql_ + ") AS \"Counted\"", "counting a report's rows");
-    count_ = std::stoll(std::string(counted.Value(0, 0)));
-  }
-  return count_;
-}
-
-const FieldInfo& PgCursorRecordset::Field(int index) const {
-  if (index < 0 || index >= FieldCount()) {
-    throw RecordsetError("no field number " + std::to_string(index) + " in the recordset");
-  }
-  return fields_[index];
-}
-
-int PgCursorRecordset::FieldIndex(std::string_view name) const { return FindField(fields_, name); }
-
-const Variant& PgCursorRecordset::Value(int index) const {
-  const FieldInfo& field = Field(index);
-  if (eof_) throw RecordsetError("reading " + field.name + ": there is no current row (EOF)");
-  return row_[index];
-}
-
-std::shared_ptr<Recordset> PgCursorRecordset::Disconnect() {
-  std::vector<MemoryRecordset::Row> rows;
-  while (!eof_) {
-    rows.push_back(row_);
-    MoveNext();
-  }
-  return std::make_shared<MemoryRecordset>(fields_, std::move(rows), /*updatable=*/true);
+std::int64_t PgCursorRecordset::CountRows() const {
+  PgResult counted = session_->connection.Query(
+      "SELECT COUNT(*) FROM (" + sql_ + ") AS \"Counted\"", "counting a report's rows");
+  return std::stoll(std::string(counted.Value(0, 0)));
 }
 
 }  // namespace trellin::data

@@ -10,6 +10,7 @@
 
 #include "platform/data/ColumnReader.h"
 #include "platform/data/CompanyDatabase.h"
+#include "platform/data/StreamedRecordset.h"
 #include "platform/data/postgres/Postgres.h"
 #include "platform/sql/Translate.h"
 
@@ -86,7 +87,7 @@ class PostgresDatabase : public CompanyDatabase {
 // A forward-only recordset over a server-side cursor: FETCHes a batch of rows at a time, so
 // that one batch is held however many rows the query returns. Lives within the snapshot that
 // declared it; other queries may run on the connection between its fetches.
-class PgCursorRecordset : public Recordset {
+class PgCursorRecordset : public StreamedRecordset {
  public:
   // Declares the cursor for `sql` and reads the first batch. Throws DatabaseError when the
   // query fails.
@@ -96,45 +97,26 @@ class PgCursorRecordset : public Recordset {
   PgCursorRecordset(const PgCursorRecordset&) = delete;
   PgCursorRecordset& operator=(const PgCursorRecordset&) = delete;
 
-  bool Eof() const override { return eof_; }
-  bool Bof() const override { return empty_; }
   // Declares the cursor again (within the snapshot, the same rows).
   void MoveFirst() override;
-  // Throws RecordsetError once the snapshot that declared the cursor has ended.
-  void MoveNext() override;
-  void MovePrevious() override;
-  void MoveLast() override;
-  // Counted by the server (SELECT COUNT(*) over the query), not by reading the rows.
-  std::int64_t RecordCount() const override;
-
-  int FieldCount() const override { return static_cast<int>(fields_.size()); }
-  const FieldInfo& Field(int index) const override;
-  int FieldIndex(std::string_view name) const override;
-  using Recordset::Value;
-  const Variant& Value(int index) const override;
-  std::shared_ptr<Recordset> Disconnect() override;
 
   // Rows fetched from the server at a time.
   static constexpr int kBatch = 1000;
 
  private:
+  bool ReadRow(std::vector<Variant>& row) override;
+  [[nodiscard]] bool Ended() const override { return generation_ != session_->generation; }
+  [[nodiscard]] std::int64_t CountRows() const override;
   void Declare();
   void Close();
-  void ReadRow();
 
   std::shared_ptr<PgSession> session_;
   std::string sql_;
-  std::vector<ResultField> columns_;
-  std::vector<FieldInfo> fields_;
   std::string cursor_;
   std::uint64_t generation_ = 0;
   std::unique_ptr<PgResult> batch_;
   int next_ = 0;  // the batch's row to read next
   bool last_batch_ = false;
-  std::vector<Variant> row_;
-  bool eof_ = false;
-  bool empty_ = false;
-  mutable std::int64_t count_ = -1;
 };
 
 }  // namespace trellin::data

@@ -1,5 +1,4 @@
 // Reading a value of a PostgreSQL result, in libpq's text form, as a recordset's typed value.
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -22,32 +21,17 @@ constexpr Oid kBool = 16, kInt8 = 20, kInt2 = 21, kInt4 = 23, kFloat4 = 700, kFl
                       std::string(kind));
 }
 
-std::optional<std::int64_t> ParseWhole(std::string_view text) {
-  std::int64_t value = 0;
-  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
-// A NUMERIC or double in text ("12", "12.5000", "1e+20", "NaN"); nullopt for what is not.
-std::optional<double> ParseReal(std::string_view text) {
-  double value = 0;
-  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
 // A whole count from a whole number, a NUMERIC with a fraction, or a double: the nearest one,
 // halves to even for a Long (as CLng), away from zero for money (as SQLite's ROUND).
 std::optional<std::int64_t> WholeOf(std::string_view text, bool money) {
-  if (auto whole = ParseWhole(text)) return whole;
+  if (auto whole = ParseWholeText(text)) return whole;
   // "123.0000": a NUMERIC sum of whole counts, read exactly.
   if (auto point = text.find('.');
       point != std::string_view::npos &&
       text.find_first_not_of('0', point + 1) == std::string_view::npos) {
-    return ParseWhole(text.substr(0, point));
+    return ParseWholeText(text.substr(0, point));
   }
-  std::optional<double> real = ParseReal(text);
+  std::optional<double> real = ParseRealText(text);
   if (!real || !std::isfinite(*real) || std::fabs(*real) > 9.2e18) return std::nullopt;
   return money ? std::llround(*real) : static_cast<std::int64_t>(std::nearbyint(*real));
 }
@@ -59,14 +43,14 @@ Variant AsStored(std::string_view text, Oid type) {
     case kInt2:
     case kInt4:
     case kInt8:
-      if (auto n = ParseWhole(text)) return Variant(*n);
+      if (auto n = ParseWholeText(text)) return Variant(*n);
       break;
     case kNumeric:
-      if (auto n = ParseWhole(text)) return Variant(*n);
+      if (auto n = ParseWholeText(text)) return Variant(*n);
       [[fallthrough]];
     case kFloat4:
     case kFloat8:
-      if (auto d = ParseReal(text)) return Variant(*d);
+      if (auto d = ParseRealText(text)) return Variant(*d);
       break;
     case kDate:
     case kTimestamp:
@@ -95,7 +79,7 @@ Variant ReadPgValue(const PgResult& result, int row, int column, const ResultFie
       if (auto n = WholeOf(text, false)) return Variant(*n);
       Misfit(text, field, "a whole number");
     case FieldType::Double:
-      if (auto d = ParseReal(text)) return Variant(*d);
+      if (auto d = ParseRealText(text)) return Variant(*d);
       Misfit(text, field, "a number");
     case FieldType::Currency:
       if (auto n = WholeOf(text, true)) return Variant(Currency::FromRaw(*n));
