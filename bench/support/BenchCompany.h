@@ -6,6 +6,8 @@
 //
 // TRELLIN_LEDGER_BENCH_DB=path names a company file already built; without it the file is
 // <temp>/trellin-ledger-bench-20.db, built on first use (a few minutes).
+// TRELLIN_BENCH_SERVER=postgresql://... runs the reports, and their queries alone, on a company
+// on a PostgreSQL server instead (`trellin copy` the same file there for a like comparison).
 
 #include <chrono>
 #include <cstdint>
@@ -24,7 +26,10 @@ using Clock = std::chrono::steady_clock;
 // The company file the benchmarks read, built when it is not there yet.
 [[nodiscard]] std::string CompanyPath();
 
-// A service over CompanyPath(), opened once for the process.
+// The server's URL when the benchmarks read a company on a server, else "".
+[[nodiscard]] std::string ServerUrl();
+
+// A service over CompanyPath() (or the server), opened once for the process.
 [[nodiscard]] host::ReportService& Service();
 
 // Milliseconds since `start`, wall-clock.
@@ -56,7 +61,8 @@ struct AloneTime {
 };
 
 // The queries' own time: each Jet text translated first (untimed), then prepared and stepped to
-// its last row on a connection of its own, every column read. The best of `repeats`.
+// its last row on a connection of its own, every column read (on a server: each sent, its whole
+// result received and every value read). The best of `repeats`.
 [[nodiscard]] AloneTime QueriesAlone(const std::vector<std::string>& jet_queries, int repeats = 1);
 
 // The same for SQLite text run as it stands.
