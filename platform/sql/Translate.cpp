@@ -23,11 +23,12 @@ int CharacterPosition(std::string_view text, int byte_position) {
   return characters + 1;
 }
 
-// Whole numbers stand in a statement's shape as placeholders: "2146999" and the number's place,
-// three digits. They are whole numbers a Long holds, as the numbers they stand for, so they type
-// alike; a text that already holds the prefix is never shaped.
+// Whole numbers and plain texts stand in a statement's shape as placeholders: "2146999" and the
+// literal's place, three digits (a text keeps its quotes around it). They type as the literals
+// they stand for, and translation writes a literal's content as it was written, so the
+// statement's own literals fill the gaps; a text that already holds the prefix is never shaped.
 constexpr std::string_view kPlaceholder = "2146999";
-constexpr std::size_t kMostNumbers = 1000;
+constexpr std::size_t kMostLiterals = 1000;
 // The longest number lifted: nine digits always fit a Long.
 constexpr std::size_t kLongestNumber = 9;
 
@@ -35,36 +36,98 @@ bool IsWordCharacter(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.';
 }
 
-// The statement with its whole numbers replaced by placeholders, and the numbers as written.
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+// As the lexer reads a name: a letter, '_' or any byte of a multi-byte character, then digits.
+bool StartsName(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+bool InName(char c) { return StartsName(c) || IsDigit(c); }
+
+// The statement with its whole numbers and plain texts replaced by placeholders, and the
+// literals as written (a text's content without its quotes).
 struct Lifted {
   std::string skeleton;
-  std::vector<std::string> numbers;
+  std::vector<std::string> literals;
+  std::vector<bool> texts;  // by literal: a text, whose placeholder must stay in quotes
 };
 
-Lifted LiftWholeNumbers(std::string_view jet) {
+// Reads the statement's words, numbers, texts, names and dates where the lexer would, without
+// making tokens: a statement sent once for each row pays for this pass and the gap filling only.
+// A text is lifted when its content is not empty and holds no quote (which the translation
+// doubles), nor '*' or '?' (which a Like pattern rewrites). Anything the lexer would refuse
+// leaves nothing lifted: the translation then reports the fault.
+Lifted LiftLiterals(std::string_view jet) {
   Lifted lifted;
-  if (jet.find(kPlaceholder) != std::string_view::npos) return lifted;
-  std::vector<Token> tokens;
-  try {
-    tokens = Tokenize(jet);
-  } catch (const SqlError&) {
-    return lifted;  // translation reports the fault
+  if (jet.find(kPlaceholder) != std::string_view::npos ||
+      jet.find('\0') != std::string_view::npos) {
+    return lifted;
   }
   std::size_t copied = 0;
-  for (const Token& token : tokens) {
-    if (token.kind != TokenKind::kNumber || lifted.numbers.size() == kMostNumbers) continue;
-    const std::string_view digits = token.source;
-    if (digits.size() > kLongestNumber ||
-        !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
-      continue;
-    }
-    const std::size_t at = static_cast<std::size_t>(token.position - 1);
+  const auto lift = [&](std::size_t at, std::size_t length, std::string_view quote) {
     lifted.skeleton.append(jet.substr(copied, at - copied));
     char place[4];
-    std::snprintf(place, sizeof place, "%03zu", lifted.numbers.size());
-    lifted.skeleton.append(kPlaceholder).append(place);
-    lifted.numbers.emplace_back(digits);
-    copied = at + digits.size();
+    std::snprintf(place, sizeof place, "%03zu", lifted.literals.size());
+    lifted.skeleton.append(quote).append(kPlaceholder).append(place).append(quote);
+    lifted.literals.emplace_back(jet.substr(at + quote.size(), length - 2 * quote.size()));
+    lifted.texts.push_back(!quote.empty());
+    copied = at + length;
+  };
+  std::size_t pos = 0;
+  const std::size_t size = jet.size();
+  while (pos < size) {
+    const char c = jet[pos];
+    const std::size_t start = pos;
+    if (StartsName(c)) {
+      while (pos < size && InName(jet[pos])) ++pos;
+    } else if (IsDigit(c) || (c == '.' && pos + 1 < size && IsDigit(jet[pos + 1]))) {
+      bool whole = c != '.';
+      while (pos < size && IsDigit(jet[pos])) ++pos;
+      if (pos < size && jet[pos] == '.') {
+        whole = false;
+        ++pos;
+        while (pos < size && IsDigit(jet[pos])) ++pos;
+      }
+      if (pos < size && (jet[pos] == 'e' || jet[pos] == 'E')) {
+        const std::size_t mark = pos++;
+        if (pos < size && (jet[pos] == '+' || jet[pos] == '-')) ++pos;
+        if (pos < size && IsDigit(jet[pos])) {
+          whole = false;
+          while (pos < size && IsDigit(jet[pos])) ++pos;
+        } else {
+          pos = mark;
+        }
+      }
+      if (pos < size && StartsName(jet[pos])) return {};  // "12abc": the lexer's fault
+      if (whole && pos - start <= kLongestNumber && lifted.literals.size() < kMostLiterals) {
+        lift(start, pos - start, "");
+      }
+    } else if (c == '[' || c == '#') {
+      const std::size_t end = jet.find(c == '[' ? ']' : '#', pos + 1);
+      if (end == std::string_view::npos) return {};
+      pos = end + 1;
+    } else if (c == '\'' || c == '"') {
+      bool plain = true;
+      ++pos;
+      while (true) {
+        if (pos >= size) return {};
+        const char d = jet[pos++];
+        if (d == c) {
+          if (pos < size && jet[pos] == c) {
+            plain = false;
+            ++pos;
+            continue;
+          }
+          break;
+        }
+        if (d == '\'' || d == '"' || d == '*' || d == '?') plain = false;
+      }
+      if (plain && pos - start > 2 && lifted.literals.size() < kMostLiterals) {
+        lift(start, pos - start, jet.substr(start, 1));
+      }
+    } else {
+      ++pos;
+    }
   }
   lifted.skeleton.append(jet.substr(copied));
   return lifted;
@@ -87,32 +150,43 @@ Translation Translate(std::string_view jet, const Catalog& catalog, Dialect dial
 }
 
 std::shared_ptr<const Translator::Shape> Translator::ShapeOf(const std::string& skeleton,
-                                                             std::size_t numbers) {
+                                                             const std::vector<bool>& texts) {
   {
     std::lock_guard lock(mutex_);
     auto it = shapes_.find(skeleton);
     if (it != shapes_.end()) return it->second;
   }
-  auto shape = std::make_shared<Shape>();
+  // A shape that cannot be filled is kept too, so that its statements are not tried again.
+  const auto keep = [&](std::shared_ptr<Shape> shape) {
+    std::lock_guard lock(mutex_);
+    if (shapes_.size() >= capacity_) shapes_.clear();
+    return shapes_.emplace(skeleton, std::move(shape)).first->second;
+  };
   Translation translation;
   try {
     translation = sql::Translate(skeleton, catalog_, dialect_);
   } catch (const SqlError&) {
-    return shape;  // not usable: the text itself is translated, and reports its own fault
+    return keep(std::make_shared<Shape>());  // the text itself is translated, and reports its fault
   }
-  // Each placeholder must come through as it went in, a whole token of its own.
+  // Each placeholder must come through as it went in, a whole token of its own, and a text's
+  // still in quotes.
+  auto shape = std::make_shared<Shape>();
   const std::string& text = translation.sql;
-  std::vector<bool> seen(numbers, false);
+  const std::size_t count = texts.size();
+  std::vector<bool> seen(count, false);
   std::size_t copied = 0;
   const std::size_t width = kPlaceholder.size() + 3;
   for (std::size_t at = text.find(kPlaceholder); at != std::string::npos;
        at = text.find(kPlaceholder, at + 1)) {
     const bool whole = (at == 0 || !IsWordCharacter(text[at - 1])) && at + width <= text.size() &&
                        (at + width == text.size() || !IsWordCharacter(text[at + width]));
-    if (!whole) return shape;
+    if (!whole) return keep(std::make_shared<Shape>());
     const std::size_t slot =
         static_cast<std::size_t>(std::stoi(text.substr(at + kPlaceholder.size(), 3)));
-    if (slot >= numbers) return shape;
+    if (slot >= count) return keep(std::make_shared<Shape>());
+    const bool quoted =
+        at > 0 && text[at - 1] == '\'' && at + width < text.size() && text[at + width] == '\'';
+    if (texts[slot] && !quoted) return keep(std::make_shared<Shape>());
     seen[slot] = true;
     shape->pieces.push_back(text.substr(copied, at - copied));
     shape->slots.push_back(slot);
@@ -120,14 +194,11 @@ std::shared_ptr<const Translator::Shape> Translator::ShapeOf(const std::string& 
   }
   shape->pieces.push_back(text.substr(copied));
   for (const ResultColumn& column : translation.columns) {
-    if (column.name.find(kPlaceholder) != std::string::npos) return std::make_shared<Shape>();
+    if (column.name.find(kPlaceholder) != std::string::npos) return keep(std::make_shared<Shape>());
   }
   shape->usable = std::all_of(seen.begin(), seen.end(), [](bool s) { return s; });
   shape->columns = std::move(translation.columns);
-  std::lock_guard lock(mutex_);
-  if (shapes_.size() >= capacity_) shapes_.clear();
-  shapes_.emplace(skeleton, shape);
-  return shape;
+  return keep(std::move(shape));
 }
 
 std::shared_ptr<const Translation> Translator::Translate(std::string_view jet) {
@@ -140,15 +211,15 @@ std::shared_ptr<const Translation> Translator::Translate(std::string_view jet) {
       return it->second.translation;
     }
   }
-  // A statement seen before with other whole numbers: its numbers go into that one's gaps.
-  Lifted lifted = LiftWholeNumbers(jet);
-  if (!lifted.numbers.empty()) {
-    std::shared_ptr<const Shape> shape = ShapeOf(lifted.skeleton, lifted.numbers.size());
+  // A statement seen before with other literals: its own go into that one's gaps.
+  Lifted lifted = LiftLiterals(jet);
+  if (!lifted.literals.empty()) {
+    std::shared_ptr<const Shape> shape = ShapeOf(lifted.skeleton, lifted.texts);
     if (shape->usable) {
       auto filled = std::make_shared<Translation>();
       for (std::size_t i = 0; i < shape->slots.size(); ++i) {
         filled->sql += shape->pieces[i];
-        filled->sql += lifted.numbers[shape->slots[i]];
+        filled->sql += lifted.literals[shape->slots[i]];
       }
       filled->sql += shape->pieces.back();
       filled->columns = shape->columns;

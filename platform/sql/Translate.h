@@ -33,10 +33,10 @@ struct Translation {
 // Translate with a cache keyed by the exact text: a report that runs the same statement for
 // every row pays for it once. The cache keeps the `capacity` most recently used statements, so
 // that a report which writes each row's key into its text doesn't grow it without end. A
-// statement that differs from one seen before only in its whole numbers (an id written into the
-// text for each row) is filled into that statement's translation rather than translated again,
-// wherever its numbers pass through translation unchanged. The catalogue must outlive the
-// translator and not change while it is in use. Safe to call from several threads.
+// statement that differs from one seen before only in its whole numbers and plain texts (an id
+// written into the text for each row) is filled into that statement's translation rather than
+// translated again, wherever those literals pass through translation unchanged. The catalogue must
+// outlive the translator and not change while it is in use. Safe to call from several threads.
 class Translator {
  public:
   static constexpr std::size_t kDefaultCapacity = 1000;
@@ -52,16 +52,17 @@ class Translator {
   [[nodiscard]] std::size_t CachedCount() const;
 
  private:
-  // A statement's translation with its whole numbers as gaps: pieces[0], number slots[0],
-  // pieces[1], ... Not usable when translation changed a number (money scaled it, say).
+  // A statement's translation with its literals as gaps: pieces[0], literal slots[0],
+  // pieces[1], ... Not usable when translation changed a literal (money scaled a number, say).
   struct Shape {
     bool usable = false;
     std::vector<std::string> pieces;
     std::vector<std::size_t> slots;
     std::vector<ResultColumn> columns;
   };
+  // The shape of `skeleton`, whose literals are texts where `texts` says so.
   [[nodiscard]] std::shared_ptr<const Shape> ShapeOf(const std::string& skeleton,
-                                                     std::size_t numbers);
+                                                     const std::vector<bool>& texts);
 
   using Recency = std::list<std::string>;  // most recent first
   struct Entry {

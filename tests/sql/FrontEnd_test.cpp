@@ -200,11 +200,9 @@ TEST(Translator, KeepsTheMostRecentlyUsed) {
   EXPECT_EQ(b->sql, "SELECT Account.Balance FROM Account");  // still held by its user
 }
 
-TEST(Translator, TextsDifferingOnlyInWholeNumbersTranslateAsThemselves) {
-  Catalog catalog = SmallCatalog();
-  Translator translator(catalog);
+TEST(Translator, TextsDifferingOnlyInLiteralsTranslateAsThemselves) {
   // In pairs of one shape: the second of each is filled into the first one's translation, and
-  // must read exactly as its own translation would.
+  // must read exactly as its own translation would, in either dialect.
   const char* texts[] = {
       // Money literals are scaled: no shape, each translated in full.
       "SELECT AccountId FROM Account WHERE AccountId='A5' AND Balance>5",
@@ -216,15 +214,31 @@ TEST(Translator, TextsDifferingOnlyInWholeNumbersTranslateAsThemselves) {
       // Fractions and numbers of ten digits stay in the text.
       "SELECT AccountId FROM Account WHERE 1.5<2 OR 1234567890=1",
       "SELECT AccountId FROM Account WHERE 2.5<3 OR 1234567891=2",
+      // Texts: in either quote, in a list, joined, met by a number, as a named column.
+      "SELECT AccountId FROM Ledger WHERE AccountId=\"C 1\" AND Posted>#2025-01-01#",
+      "SELECT AccountId FROM Ledger WHERE AccountId='C 22' AND Posted>#2025-01-01#",
+      "SELECT AccountId & 'x' AS Named, 'A' AS Side FROM Account WHERE AccountId IN ('a','b')",
+      "SELECT AccountId & 'yy' AS Named, 'P' AS Side FROM Account WHERE AccountId IN ('c','d')",
+      "SELECT AccountId FROM Account WHERE Len(AccountId)>'3' OR 4='4'",
+      "SELECT AccountId FROM Account WHERE Len(AccountId)>'12' OR 5='zz'",
+      // Patterns, quotes within and a column named by its text stay in the text.
+      "SELECT AccountId FROM Account WHERE AccountId Like 'A*' OR AccountId='it''s'",
+      "SELECT AccountId FROM Account WHERE AccountId Like 'B?' OR AccountId='he''s'",
+      "SELECT 'left', AccountId FROM Account",
+      "SELECT 'right', AccountId FROM Account",
   };
-  for (const char* text : texts) {
-    const Translation own = Translate(text, catalog);
-    auto shared = translator.Translate(text);
-    EXPECT_EQ(shared->sql, own.sql) << text;
-    EXPECT_EQ(shared->columns, own.columns) << text;
+  Catalog catalog = SmallCatalog();
+  for (Dialect dialect : {Dialect::kSqlite, Dialect::kPostgres}) {
+    Translator translator(catalog, Translator::kDefaultCapacity, dialect);
+    for (const char* text : texts) {
+      const Translation own = Translate(text, catalog, dialect);
+      auto shared = translator.Translate(text);
+      EXPECT_EQ(shared->sql, own.sql) << text;
+      EXPECT_EQ(shared->columns, own.columns) << text;
+    }
+    // Filled statements are not held by text, so a query per row does not churn the cache.
+    EXPECT_EQ(translator.CachedCount(), 4u);
   }
-  // Filled statements are not held by text, so a query per row does not churn the cache.
-  EXPECT_EQ(translator.CachedCount(), 2u);
 }
 
 }  // namespace
