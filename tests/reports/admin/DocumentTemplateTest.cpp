@@ -154,5 +154,40 @@ TEST_F(DocumentTemplate, ASubreportByBareNameComesFromTheTemplateFolder) {
   ActiveReport::SetLayoutProvider(saved);
 }
 
+// "DocumentGL" filters its branches and departments a second time on Account.BranchId and
+// Account.DeptId, which the chart of accounts lacks: a layout that reads Account itself fails on
+// the SQL error naming them, one that supplies the names runs.
+TEST_F(DocumentTemplate, TheLedgersBranchFilterNeedsTheLayoutToSupplyItsNames) {
+  trellin::testing::TempFolder folder;
+  const struct {
+    const char* from;
+    const char* fails_naming;  // nullptr: the run prints its rows
+  } cases[] = {
+      {"Account", "unknown column 'BranchId'"},
+      {"(SELECT AccountId, 'AKL' AS BranchId, 'ADM' AS DeptId FROM Account) AS Account", nullptr},
+  };
+  for (const auto& c : cases) {
+    const std::filesystem::path document = folder.Path() / "Branches.yaml";
+    trellin::testing::WriteFile(
+        document,
+        std::string("Sections:\n  - Name: Detail\n    Height: 300\n    Controls:\n"
+                    "      - {Class: Field, Name: txtCode, DataField: AccountId, Rect: [0, 0, "
+                    "2000, 260]}\n"
+                    "Script: |\n  function ActiveReport_ReportStart()\n"
+                    "    rpt.DataControl.Source = \"SELECT Account.AccountId FROM ") +
+            c.from + " WHERE \" .. rpx.SQLWhere\n  end\n");
+    const std::vector<std::string> assignments = {
+        "DocumentId=" + document.string(), "Accounts=1000", "Branches=AKL", "Departments=ADM"};
+    const std::string pages = Join(RunPages(Open("DocumentGL", assignments)), "\n");
+    if (c.fails_naming != nullptr) {
+      EXPECT_NE(pages.find("errors:"), std::string::npos) << c.from << "\n" << pages;
+      EXPECT_NE(pages.find(c.fails_naming), std::string::npos) << c.from << "\n" << pages;
+    } else {
+      EXPECT_EQ(pages.find("errors:"), std::string::npos) << c.from << "\n" << pages;
+      EXPECT_NE(pages.find("1000"), std::string::npos) << c.from << "\n" << pages;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace trellin::reports::testing
