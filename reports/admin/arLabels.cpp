@@ -9,6 +9,7 @@
 #include "core/ReportUtilities.h"
 #include "core/TrellinReportGlobals.h"
 #include "platform/runtime/Strings.h"
+#include "reports/admin/PartyParameters.h"
 
 namespace trellin {
 
@@ -46,102 +47,9 @@ constexpr ListOrder kContactLabelOrders[] = {
 };
 
 // The side's party set, with Addresses starting at "Postal".
-constexpr ListParameter kCustomerLabelParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 8,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Categories",
-     .field = "OtherParty.CustomerCategoryId",
-     .index = 9},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Types",
-     .field = "OtherParty.CustomerTypeId",
-     .index = 13},
-    {.kind = ListParameterKind::Standard,
-     .name = "CustomerPaymentTerms",
-     .caption = "Payment Terms",
-     .field = "OtherParty.CustomerPayTermId",
-     .index = 12},
-    {.kind = ListParameterKind::Standard,
-     .name = "Addresses",
-     .caption = "Addresses",
-     .index = 46,
-     .initial = "Postal"},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "OtherParty.CustomerActive=True",
-     .phrase = "Active customers only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
-constexpr ListParameter kSupplierLabelParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 33,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Categories",
-     .field = "OtherParty.SupplierCategoryId",
-     .index = 34},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Types",
-     .field = "OtherParty.SupplierTypeId",
-     .index = 38},
-    {.kind = ListParameterKind::Standard,
-     .name = "SupplierPaymentTerms",
-     .caption = "Payment Terms",
-     .field = "OtherParty.SupplierPayTermId",
-     .index = 37},
-    {.kind = ListParameterKind::Standard,
-     .name = "Addresses",
-     .caption = "Addresses",
-     .index = 47,
-     .initial = "Postal"},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "OtherParty.SupplierActive=True",
-     .phrase = "Active suppliers only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
-constexpr ListParameter kOtherPartyLabelParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 24,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard,
-     .name = "Addresses",
-     .caption = "Addresses",
-     .index = 45,
-     .initial = "Postal"},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "(OtherParty.CustomerActive=True AND OtherParty.IsCustomer=True OR "
-                  "OtherParty.SupplierActive=True AND OtherParty.IsSupplier=True)",
-     .phrase = "Active parties only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
+constexpr auto kCustomerLabelParameters = CustomerPartyParameters("Postal");
+constexpr auto kSupplierLabelParameters = SupplierPartyParameters("Postal");
+constexpr auto kOtherPartyLabelParameters = OtherPartyParameters("Postal");
 constexpr ListParameter kContactLabelParameters[] = {
     {.kind = ListParameterKind::Standard,
      .field = "Contact.ContactId",

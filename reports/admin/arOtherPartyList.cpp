@@ -9,98 +9,16 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Strings.h"
 #include "reports/ReportShapes.h"
+#include "reports/admin/PartyParameters.h"
 #include "reports/receivables/LedgerSide.h"
 
 namespace trellin {
 
 namespace {
 
-// The rows of a side's party set: the parties, their place and people, their classification
-// and terms, the address kind, then the status, the address parts and the active flag.
-constexpr ListParameter kCustomerParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 8,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Categories",
-     .field = "OtherParty.CustomerCategoryId",
-     .index = 9},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Types",
-     .field = "OtherParty.CustomerTypeId",
-     .index = 13},
-    {.kind = ListParameterKind::Standard,
-     .name = "CustomerPaymentTerms",
-     .caption = "Payment Terms",
-     .field = "OtherParty.CustomerPayTermId",
-     .index = 12},
-    {.kind = ListParameterKind::Standard, .name = "Addresses", .caption = "Addresses", .index = 46},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "OtherParty.CustomerActive=True",
-     .phrase = "Active customers only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
-constexpr ListParameter kSupplierParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 33,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Categories",
-     .field = "OtherParty.SupplierCategoryId",
-     .index = 34},
-    {.kind = ListParameterKind::Standard,
-     .caption = "Types",
-     .field = "OtherParty.SupplierTypeId",
-     .index = 38},
-    {.kind = ListParameterKind::Standard,
-     .name = "SupplierPaymentTerms",
-     .caption = "Payment Terms",
-     .field = "OtherParty.SupplierPayTermId",
-     .index = 37},
-    {.kind = ListParameterKind::Standard, .name = "Addresses", .caption = "Addresses", .index = 47},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "OtherParty.SupplierActive=True",
-     .phrase = "Active suppliers only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
-constexpr ListParameter kOtherPartyParameters[] = {
-    {.kind = ListParameterKind::Standard,
-     .field = "OtherParty.OtherPartyId",
-     .index = 24,
-     .primary = true},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.LocationId", .index = 23},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.EmployeeId", .index = 15},
-    {.kind = ListParameterKind::Standard, .name = "Addresses", .caption = "Addresses", .index = 45},
-    {.kind = ListParameterKind::Standard, .field = "OtherParty.Status", .index = 25},
-    {.kind = ListParameterKind::Standard, .index = 42},
-    {.kind = ListParameterKind::Standard, .index = 43},
-    {.kind = ListParameterKind::Standard, .index = 44},
-    {.kind = ListParameterKind::Option,
-     .name = "ExcludeInactive",
-     .caption = "Exclude Inactive",
-     .condition = "(OtherParty.CustomerActive=True AND OtherParty.IsCustomer=True OR "
-                  "OtherParty.SupplierActive=True AND OtherParty.IsSupplier=True)",
-     .phrase = "Active parties only"},
-    {.kind = ListParameterKind::UserDefined, .name = "OtherParty"},
-};
+constexpr auto kCustomerParameters = CustomerPartyParameters();
+constexpr auto kSupplierParameters = SupplierPartyParameters();
+constexpr auto kOtherPartyParameters = OtherPartyParameters();
 
 // The party with its postal address. The SELECT list holds no subquery: the list base puts a
 // group's field in front of the first FROM.
