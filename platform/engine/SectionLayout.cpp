@@ -406,18 +406,25 @@ DataRow MakeDataRow(const Section& section, const Arrangement& arrangement, RowK
     std::string caption;
   };
   std::vector<LabelAt> labels;
+  // The cells left to right: the fields are put in that order first, and copied once.
+  std::vector<const Control*> fields;
   for (const ArrangedControl& a : arrangement.controls) {
     const Control& c = *a.control;
     if (c.Class() == ControlClass::Label) {
       labels.push_back({c.Left(), c.Width(), c.Name(), c.Caption()});
     } else if ((c.Class() == ControlClass::Field || c.Class() == ControlClass::CheckBox) &&
                c.Width() > 0) {
-      row.cells.push_back(
-          DataCell{c.Name(), x0 + c.Left(), c.Width(), c.DataValue(), c.Text(), c.OutputFormat()});
+      fields.push_back(&c);
     }
   }
-  std::stable_sort(row.cells.begin(), row.cells.end(),
-                   [](const DataCell& a, const DataCell& b) { return a.left < b.left; });
+  std::stable_sort(fields.begin(), fields.end(), [x0](const Control* a, const Control* b) {
+    return x0 + a->Left() < x0 + b->Left();
+  });
+  row.cells.reserve(fields.size());
+  for (const Control* c : fields) {
+    row.cells.push_back(DataCell{c->Name(), x0 + c->Left(), c->Width(), c->DataValue(), c->Text(),
+                                 c->OutputFormat()});
+  }
   std::stable_sort(labels.begin(), labels.end(),
                    [](const LabelAt& a, const LabelAt& b) { return a.left < b.left; });
   for (LabelAt& l : labels) {

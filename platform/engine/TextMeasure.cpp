@@ -3,6 +3,7 @@
 #include <pango/pangocairo.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "platform/engine/PlainShaping.h"
 
@@ -37,7 +38,31 @@ struct TextMeasure::FontData {
   // Advances of the printable ASCII characters, for the quick test of whether a text fits on
   // one line: most field texts are short and never need pango's line breaking.
   std::array<float, 128> advance{};
+  // Texts repeat from line to line (a party's name, an account's comment): each is shaped once,
+  // and a text cut to a box once for that box's width. Forgotten now and then, so that a report
+  // of ever new texts does not grow memory.
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const {
+      return std::hash<std::string_view>{}(text);
+    }
+  };
+  template <typename Value>
+  using ByText = std::unordered_map<std::string, Value, Hash, std::equal_to<>>;
+  ByText<int> widths;       // pango units; -1 when it needs pango
+  ByText<std::string> cut;  // by the width's bits and the text
 };
+
+namespace {
+
+constexpr std::size_t kRemembered = 4096;
+
+template <typename Map>
+void MakeRoom(Map& map) {
+  if (map.size() >= kRemembered) map.clear();
+}
+
+}  // namespace
 
 struct TextMeasure::Impl {
   PangoContext* context = nullptr;
@@ -126,15 +151,21 @@ TextMeasure::FontData& TextMeasure::LookUp(const FontSpec& wanted) {
 float TextMeasure::LineHeight(const FontSpec& font) { return Font(font).line_height; }
 
 bool TextMeasure::DirectWidth(std::string_view text, FontData& font, int* pango_units) {
-  if (!ShapePlain(impl_->context, font.font, text, impl_->buffer, impl_->code_points)) {
-    return false;
+  if (auto it = font.widths.find(text); it != font.widths.end()) {
+    *pango_units = it->second;
+    return it->second >= 0;
   }
-  unsigned count = 0;
-  const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(impl_->buffer, &count);
-  int sum = 0;
-  for (unsigned i = 0; i < count; ++i) sum += positions[i].x_advance;
+  int sum = -1;
+  if (ShapePlain(impl_->context, font.font, text, impl_->buffer, impl_->code_points)) {
+    unsigned count = 0;
+    const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(impl_->buffer, &count);
+    sum = 0;
+    for (unsigned i = 0; i < count; ++i) sum += positions[i].x_advance;
+  }
+  MakeRoom(font.widths);
+  font.widths.emplace(std::string(text), sum);
   *pango_units = sum;
-  return true;
+  return sum >= 0;
 }
 
 float TextMeasure::Width(std::string_view text, const FontSpec& wanted) {
@@ -248,7 +279,20 @@ TextMeasure::Words TextMeasure::WrapWords(std::string_view text, const FontSpec&
 }
 
 std::string TextMeasure::Ellipsize(std::string_view line, const FontSpec& font, float width) {
-  if (FitsOnOneLine(line, font, width) || Width(line, font) <= width) return std::string(line);
+  if (FitsOnOneLine(line, font, width)) return std::string(line);
+  FontData& data = Font(font);
+  std::string key(sizeof width, '\0');
+  std::memcpy(key.data(), &width, sizeof width);
+  key += line;
+  if (auto it = data.cut.find(key); it != data.cut.end()) return it->second;
+  std::string cut = Cut(line, font, width);
+  MakeRoom(data.cut);
+  data.cut.emplace(std::move(key), cut);
+  return cut;
+}
+
+std::string TextMeasure::Cut(std::string_view line, const FontSpec& font, float width) {
+  if (Width(line, font) <= width) return std::string(line);
   static constexpr std::string_view kEllipsis = "\u2026";
   const auto with_ellipsis = [](std::string_view head) {
     return std::string(head) + std::string(kEllipsis);

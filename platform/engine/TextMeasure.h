@@ -50,6 +50,8 @@ class TextMeasure {
   std::vector<std::string> LinesAtBreaks(std::string_view text, const FontSpec& font, float width);
   // The width of plain text shaped directly, in pango units; false when it needs pango.
   bool DirectWidth(std::string_view text, FontData& font, int* pango_units);
+  // Ellipsize's work for a line the quick test could not pass.
+  std::string Cut(std::string_view line, const FontSpec& font, float width);
   std::vector<std::string> BreakLines(std::string_view text, const FontSpec& font, float width,
                                       bool inside_words, bool* wide);
 
