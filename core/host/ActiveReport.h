@@ -126,8 +126,13 @@ class ActiveReport : public Object {
   virtual void ActiveReport_ReportStart() {}
   virtual void ActiveReport_DataInitialize() {}
   // Raised for each row. Unbound reports fill their Fields and set `eof` when there are no more
-  // rows; bound reports find the row's values already in Fields and may add their own.
-  virtual void ActiveReport_FetchData(bool& eof) { (void)eof; }
+  // rows; bound reports find the row's values already in Fields and may add their own. Left to
+  // this default (by the designer and by the layout's script), an unbound report has one row: a
+  // form or letter with no data of its own prints its detail once.
+  virtual void ActiveReport_FetchData(bool& eof) {
+    (void)eof;
+    fetch_left_to_default_ = true;
+  }
   // Raised for every section instance, hidden ones included, once each.
   virtual void OnFormat(Section& section) { (void)section; }
   virtual void OnBeforePrint(Section& section) { (void)section; }
@@ -142,6 +147,10 @@ class ActiveReport : public Object {
   void Cancel() { cancel_requested_ = true; }
   [[nodiscard]] bool CancelRequested() const { return cancel_requested_; }
   void ClearCancel() { cancel_requested_ = false; }
+  // Whether FetchData came to the default since the last call; for the engine.
+  [[nodiscard]] bool TakeFetchLeftToDefault() {
+    return std::exchange(fetch_left_to_default_, false);
+  }
 
   // For the engine: the page now being laid out.
   void SetPageNumber(int n) { page_number_ = n; }
@@ -162,6 +171,7 @@ class ActiveReport : public Object {
   std::atomic<bool> cancel_requested_ = false;
   std::string layout_file_;
   // Last, so that the script (which refers to this report) goes first.
+  bool fetch_left_to_default_ = false;
   std::unique_ptr<LayoutScript> script_;
 };
 

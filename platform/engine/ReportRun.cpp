@@ -104,8 +104,16 @@ bool ReportRun::FetchRow(bool first) {
     return !eof;
   }
   // An unbound fetch that fails ends the data: the designer could not say whether more follows.
+  (void)report_.TakeFetchLeftToDefault();
   bool ok = Raise(
       nullptr, "ActiveReport_FetchData", [&] { report_.ActiveReport_FetchData(eof); }, &eof);
+  // Neither the designer nor the layout's script fetches: the report has no data of its own and
+  // one row, else it would print its detail without end.
+  if (report_.TakeFetchLeftToDefault() &&
+      (report_.Script() == nullptr ||
+       ScriptHandlerOf(*report_.Script(), nullptr, "ActiveReport_FetchData") == nullptr)) {
+    return ok && first;
+  }
   return ok && !eof;
 }
 

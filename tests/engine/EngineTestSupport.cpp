@@ -44,7 +44,11 @@ void TestReport::ActiveReport_DataInitialize() {
 }
 
 void TestReport::ActiveReport_FetchData(bool& eof) {
-  if (on_fetch) on_fetch(eof);
+  if (on_fetch) {
+    on_fetch(eof);
+  } else {
+    ActiveReport::ActiveReport_FetchData(eof);
+  }
   log.push_back(eof ? "FetchData(eof)" : "FetchData");
 }
 

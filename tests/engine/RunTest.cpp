@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "EngineTestSupport.h"
 #include "platform/runtime/Strings.h"
 
@@ -232,6 +234,20 @@ Sections:
   };
   KeepingSink sink = testing::Run(report);
   EXPECT_EQ(Cells(sink, "Detail"), (std::vector<std::string>{"1|first", "2|second", "3|second"}));
+}
+
+TEST(Run, UnboundWithoutAFetchPrintsItsDetailOnce) {
+  // A form with no data source and no FetchData of its own or its script's.
+  TestReport report(R"(
+Sections:
+  - Name: Detail
+    Height: 200
+    Controls:
+      - {Class: Label, Name: lblDear, Caption: Dear customer, Rect: [0, 0, 3000, 200]}
+)");
+  KeepingSink sink = testing::Run(report);
+  EXPECT_EQ(std::count(report.log.begin(), report.log.end(), "Detail.Format"), 1);
+  EXPECT_NE(sink.Texts(0).find("Dear customer"), std::string::npos);
 }
 
 TEST(Run, ReportStartSeesTheOpenRowsAndBoundFieldsTakeTheRowByDataField) {
