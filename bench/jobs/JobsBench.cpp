@@ -16,10 +16,13 @@
 namespace {
 
 void SummaryEveryLine(benchmark::State& state) {
-  trellin::bench::MeasureReport(
-      state, "JobSummary", {"ShowActual=true", "ShowOpen=true", "ShowBudget=true"}, {.pdf = false});
+  trellin::bench::MeasureReport(state, "JobSummary",
+                                {"ShowActual=true", "ShowOpen=true", "ShowBudget=true"},
+                                {.pdf = false, .query_repeats = 3});
 }
 
-BENCHMARK(SummaryEveryLine)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+// The best of three runs beside the best of three of its queries: one run of either varies by a
+// half on a shared machine.
+BENCHMARK(SummaryEveryLine)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 }  // namespace
