@@ -135,22 +135,54 @@ TEST_F(DocumentTemplate, SupportReachesTheDataAndSubstitutes) {
   EXPECT_EQ(rpx.GetRecordset("/no/such/company.db", "SELECT 1"), nullptr);
 }
 
-TEST_F(DocumentTemplate, ASubreportByBareNameComesFromTheTemplateFolder) {
+// A sub-report by bare name comes from the template folder, by path from where it says, and a
+// bad name gives an empty report: from C++, and from a script that puts what it gets into its
+// sub-report control, which then prints it (or nothing).
+TEST_F(DocumentTemplate, GetSubreportFindsTheLayoutOrGivesAnEmptyReport) {
   trellin::testing::TempFolder templates;
   trellin::testing::TempFolder elsewhere;
-  const std::string layout = "Sections:\n  - {Name: Detail, Height: 100}\n";
-  trellin::testing::WriteFile(templates.Path() / "Sub.yaml", layout);
-  trellin::testing::WriteFile(elsewhere.Path() / "Other.yaml", layout);
+  const auto sub = [](const std::string& caption) {
+    return "Sections:\n  - Name: ReportHeader\n    Height: 300\n    Controls:\n"
+           "      - {Class: Label, Name: lblFrom, Caption: " +
+           caption + ", Rect: [0, 0, 4000, 260]}\n  - {Name: Detail, Height: 0}\n";
+  };
+  trellin::testing::WriteFile(templates.Path() / "Sub.yaml", sub("From the template folder"));
+  trellin::testing::WriteFile(elsewhere.Path() / "Other.yaml", sub("From elsewhere"));
   auto saved = ActiveReport::GetLayoutProvider();
   ActiveReport::SetLayoutProvider(
       std::make_shared<engine::LayoutLibrary>(nullptr, templates.Path()));
-  EXPECT_EQ(TLRPXSupport::GetSubreport("Sub.yaml")->Sections().Count(), 1u);
-  EXPECT_EQ(
-      TLRPXSupport::GetSubreport((elsewhere.Path() / "Other.yaml").string())->Sections().Count(),
-      1u);
-  // Not in the template folder by its bare name, nor there at all: an empty report.
-  EXPECT_EQ(TLRPXSupport::GetSubreport("Other.yaml")->Sections().Count(), 0u);
+  const struct {
+    std::string name;
+    std::size_t sections;
+    std::string prints;  // the sub-report's label, empty for none
+  } cases[] = {
+      {"Sub.yaml", 2, "From the template folder"},
+      {(elsewhere.Path() / "Other.yaml").string(), 2, "From elsewhere"},
+      {"Other.yaml", 0, ""},
+  };
   EXPECT_EQ(TLRPXSupport::GetSubreport("/no/such/Sub.yaml")->Sections().Count(), 0u);
+  for (const auto& c : cases) {
+    EXPECT_EQ(TLRPXSupport::GetSubreport(c.name)->Sections().Count(), c.sections) << c.name;
+    const std::filesystem::path document = templates.Path() / "WithSub.yaml";
+    trellin::testing::WriteFile(
+        document,
+        "Sections:\n  - Name: Detail\n    Height: 600\n    Controls:\n"
+        "      - {Class: Field, Name: txtCode, DataField: AccountId, Rect: [0, 0, 2000, 260]}\n"
+        "      - {Class: Subreport, Name: srptSub, Rect: [0, 300, 6000, 300]}\n"
+        "Script: |\n  function ActiveReport_ReportStart()\n"
+        "    rpt.DataControl.Source = \"SELECT AccountId FROM Account WHERE AccountId = '1000'\"\n"
+        "    rpt.srptSub.object = rpx:GetSubreport('" +
+            c.name + "')\n  end\n");
+    const std::string pages =
+        Join(RunPages(Open("DocumentGL", {"DocumentId=" + document.string()})), "\n");
+    EXPECT_EQ(pages.find("errors:"), std::string::npos) << c.name << "\n" << pages;
+    EXPECT_NE(pages.find("1000"), std::string::npos) << c.name << "\n" << pages;
+    if (c.prints.empty()) {
+      EXPECT_EQ(pages.find("From "), std::string::npos) << c.name << "\n" << pages;
+    } else {
+      EXPECT_NE(pages.find(c.prints), std::string::npos) << c.name << "\n" << pages;
+    }
+  }
   ActiveReport::SetLayoutProvider(saved);
 }
 
